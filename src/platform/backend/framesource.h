@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace kirolane {
+
+/// A finished picture: rows of 32-bit pixels, bytes blue, green, red, and one undefined.
+struct FrameView {
+    const std::uint8_t* pixels = nullptr;
+    std::int32_t width = 0; ///< device pixels
+    std::int32_t height = 0;
+    std::int32_t stride = 0;  ///< bytes from row to row
+    std::uint64_t serial = 0; ///< grows with each picture
+};
+
+/// The pictures of one player. They are rendered by a worker of the engine's, stretched to the size asked
+/// for.
+class FrameSource {
+public:
+    virtual ~FrameSource() = default;
+
+    /// Size of the pictures to come, in device pixels; 0 x 0 asks for none. Main thread.
+    virtual void SetSize(std::int32_t width, std::int32_t height) = 0;
+    /// Called on the engine's worker after each new picture, and when HasFrame changes; must only post. Main
+    /// thread; an empty function stops the calls, and after it returns none is under way.
+    virtual void SetListener(std::function<void()> listener) = 0;
+    /// A picture of the file now loaded is at hand. False from a Load to its first picture, and always false
+    /// for a file without pictures.
+    [[nodiscard]] virtual bool HasFrame() const = 0;
+    /// The file now loaded has moving or still pictures.
+    [[nodiscard]] virtual bool HasPicture() const = 0;
+    /// Shows the newest picture, of the file before where HasFrame is false, to visit, which must not keep
+    /// it. Nothing if there has been none. Any thread.
+    virtual void Visit(const std::function<void(const FrameView&)>& visit) const = 0;
+};
+
+} // namespace kirolane

@@ -1,0 +1,20 @@
+#include "platform/application.h"
+
+#include "platform/common/runtime.h"
+
+namespace kirolane {
+
+Application::Application() {
+    Runtime::Current().SetApplication(this);
+}
+
+Application::~Application() {
+    if (Runtime::Exists())
+        Runtime::Current().SetApplication(nullptr);
+}
+
+void Quit(int status) {
+    Runtime::Current().Quit(status);
+}
+
+} // namespace kirolane

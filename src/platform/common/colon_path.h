@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The two forms of a path. Colon form: "Root" for the volume of "/", names joined by ":", a folder's path
+/// ending in ":". ":" within a name and "/" change places, as neither form can hold its own separator.
+namespace kirolane {
+
+/// A name between the two forms; its own inverse.
+std::string SwapSeparators(std::string_view name);
+
+/// "/a/b" to "Root:a:b", with a ":" at the end for a folder; "/" is "Root:".
+std::string ToColonPath(std::string_view nativePath, bool folder);
+
+/// "Root:a:b" or "Root:a:b:" to "/a/b". A path that does not begin with the volume is relative to `base`, a
+/// native path; empty elements are skipped. Elements "." and ".." are names like any other, and lead nowhere.
+std::string ToNativePath(std::string_view colonPath, std::string_view base);
+
+} // namespace kirolane

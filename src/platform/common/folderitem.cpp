@@ -1,0 +1,151 @@
+#include "platform/folderitem.h"
+
+#include "platform/common/colon_path.h"
+#include "platform/common/folder_snapshot.h"
+#include "platform/common/runtime.h"
+
+namespace kirolane {
+
+namespace {
+
+std::string ParentOf(const std::string& nativePath) {
+    const auto slash = nativePath.rfind('/');
+    return slash == 0 || slash == std::string::npos ? "/" : nativePath.substr(0, slash);
+}
+
+} // namespace
+
+std::string ResolveFolderPath(const FileSystem& files, const std::string& path, std::string& cause) {
+    if (path.empty())
+        return files.ApplicationFolder();
+    std::string native = ToNativePath(path, files.ApplicationFolder());
+    const std::string needed = path.back() == ':' ? native : ParentOf(native);
+    if (files.Kind(needed) == FileKind::Folder)
+        return native;
+    cause = "no such folder";
+    return {};
+}
+
+FolderItem::FolderItem(std::string nativePath)
+    : m_nativePath(std::move(nativePath)), m_index(FolderSnapshot::kNone) {}
+
+FolderItem::FolderItem(std::shared_ptr<const FolderSnapshot> snapshot, std::size_t index)
+    : m_snapshot(std::move(snapshot)), m_index(index) {}
+
+FolderItem::FolderItem(std::shared_ptr<const FolderSnapshot> snapshot)
+    : m_nativePath(snapshot->NativePath()), m_index(FolderSnapshot::kNone), m_contents(std::move(snapshot)) {}
+
+std::string FolderItem::NativePath() const {
+    if (m_snapshot == nullptr)
+        return m_nativePath;
+    const std::string& folder = m_snapshot->NativePath();
+    return (folder == "/" ? folder : folder + "/") + m_snapshot->Entries()[m_index].name;
+}
+
+std::string FolderItem::AbsolutePath() const {
+    return ToColonPath(NativePath(), Directory());
+}
+
+std::string FolderItem::Name() const {
+    if (m_snapshot != nullptr)
+        return SwapSeparators(m_snapshot->Entries()[m_index].name);
+    return SwapSeparators(m_nativePath.substr(m_nativePath.rfind('/') + 1));
+}
+
+bool FolderItem::Directory() const {
+    if (m_snapshot != nullptr)
+        return m_snapshot->Entries()[m_index].isFolder;
+    return m_contents != nullptr || Runtime::Current().Files().Kind(m_nativePath) == FileKind::Folder;
+}
+
+const FolderSnapshot& FolderItem::Contents() const {
+    if (m_contents == nullptr) {
+        std::string cause;
+        auto snapshot = FolderSnapshot::Read(Runtime::Current().Files(), NativePath(), cause);
+        if (!cause.empty())
+            Runtime::Current().NoteFileFailure(NativePath(), cause);
+        m_contents = std::make_shared<const FolderSnapshot>(std::move(snapshot));
+    }
+    return *m_contents;
+}
+
+std::int32_t FolderItem::Count() const {
+    return static_cast<std::int32_t>(Contents().Entries().size());
+}
+
+Ref<FolderItem> FolderItem::Item(std::int32_t index) const {
+    if (index < 1 || index > Count())
+        return nullptr;
+    return Ref(std::make_shared<FolderItem>(m_contents, static_cast<std::size_t>(index) - 1));
+}
+
+Ref<FolderItem> FolderItem::Child(std::string_view name) const {
+    const std::string native = SwapSeparators(name);
+    if (m_contents != nullptr) {
+        const std::size_t index = m_contents->Find(native);
+        if (index != FolderSnapshot::kNone)
+            return Ref(std::make_shared<FolderItem>(m_contents, index));
+    }
+    const std::string folder = NativePath();
+    return Ref(std::make_shared<FolderItem>((folder == "/" ? folder : folder + "/") + native));
+}
+
+void FolderItem::CreateAsFolder() const {
+    auto& runtime = Runtime::Current();
+    std::string cause;
+    if (!runtime.Files().MakeFolder(NativePath(), cause))
+        runtime.NoteFileFailure(NativePath(), cause);
+}
+
+Ref<TextInputStream> FolderItem::OpenAsTextFile() const {
+    auto& runtime = Runtime::Current();
+    std::string content;
+    std::string cause;
+    if (runtime.Files().ReadText(NativePath(), content, cause))
+        return Ref(std::make_shared<TextInputStream>(std::move(content)));
+    runtime.NoteFileFailure(NativePath(), cause);
+    return nullptr;
+}
+
+Ref<TextOutputStream> FolderItem::CreateTextFile() const {
+    auto& runtime = Runtime::Current();
+    std::string cause;
+    if (auto sink = runtime.Files().OpenForWriting(NativePath(), cause))
+        return Ref(std::make_shared<TextOutputStream>(std::move(sink)));
+    runtime.NoteFileFailure(NativePath(), cause);
+    return nullptr;
+}
+
+Ref<Movie> FolderItem::OpenAsMovie() const {
+    auto& runtime = Runtime::Current();
+    std::string cause;
+    std::string path = NativePath();
+    if (runtime.Files().IsReadableFile(path, cause))
+        return Ref(std::make_shared<Movie>(std::move(path)));
+    Runtime::WriteLine(path + ": " + cause);
+    return nullptr;
+}
+
+Ref<FolderItem> GetFolderItem(std::string_view path) {
+    auto& runtime = Runtime::Current();
+    if (auto snapshot = runtime.FindSnapshot(path))
+        return Ref(std::make_shared<FolderItem>(std::move(snapshot)));
+    std::string cause;
+    std::string native = ResolveFolderPath(runtime.Files(), std::string(path), cause);
+    if (native.empty()) {
+        runtime.NoteFileFailure(std::string(path), cause);
+        return nullptr;
+    }
+    return Ref(std::make_shared<FolderItem>(std::move(native)));
+}
+
+Ref<FolderItem> DesktopFolder() {
+    return Ref(std::make_shared<FolderItem>(Runtime::Current().Files().DesktopFolder()));
+}
+
+Ref<FolderItem> SelectFolder() {
+    std::string native = Runtime::Current().ChooseFolder();
+    return native.empty() ? Ref<FolderItem>() : Ref(std::make_shared<FolderItem>(std::move(native)));
+}
+
+} // namespace kirolane

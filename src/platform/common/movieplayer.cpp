@@ -1,0 +1,95 @@
+#include "platform/movieplayer.h"
+
+#include "platform/common/runtime.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kirolane {
+
+MoviePlayer::MoviePlayer(class Window& window, const ControlDesign& design)
+    : RectControl(window, design), m_engine(Runtime::Current().Media().MakePlayer(Path())) {}
+
+MoviePlayer::~MoviePlayer() {
+    if (Runtime::Exists())
+        Runtime::Current().ForgetPlayer(*this);
+}
+
+void MoviePlayer::SetMovie(const Ref<class Movie>& movie) {
+    m_running = false;
+    m_position = 0.0;
+    m_lastRead = 0.0;
+    m_seekTo.reset();
+    m_movie = movie;
+    if (!movie.IsNil()) {
+        m_loaded = m_engine->Load(movie->NativePath());
+        if (!m_loaded)
+            m_movie = nullptr;
+    }
+    Order();
+    Changed();
+}
+
+void MoviePlayer::Play() {
+    if (m_movie.IsNil() || m_running)
+        return;
+    m_running = true;
+    m_lastRead = m_position;
+    Order();
+    if (OnPlay)
+        OnPlay();
+}
+
+void MoviePlayer::Stop() {
+    if (m_movie.IsNil() || !m_running)
+        return;
+    m_position = Position();
+    m_running = false;
+    Order();
+    if (OnStop)
+        OnStop();
+}
+
+double MoviePlayer::Position() const {
+    if (m_movie.IsNil())
+        return 0.0;
+    if (!m_running || m_seekTo.has_value())
+        return m_position;
+    const double duration = Duration();
+    m_lastRead = m_engine->AtEnd() ? duration : std::clamp(m_engine->Position(), m_lastRead, duration);
+    return m_lastRead;
+}
+
+void MoviePlayer::SetPosition(double seconds) {
+    if (m_movie.IsNil())
+        return;
+    m_position = std::isnan(seconds) ? 0.0 : std::clamp(seconds, 0.0, Duration());
+    m_lastRead = m_position;
+    m_seekTo = m_position;
+    Order();
+}
+
+double MoviePlayer::Duration() const {
+    return m_movie.IsNil() ? 0.0 : m_engine->Duration();
+}
+
+void MoviePlayer::SetVolume(std::int32_t volume) {
+    m_volume = std::clamp(volume, 0, kFullVolume);
+    Order();
+}
+
+void MoviePlayer::SetRate(double rate) {
+    if (!(rate > 0.0) || !std::isfinite(rate))
+        return;
+    m_rate = rate;
+    Order();
+}
+
+void MoviePlayer::Order() {
+    if (m_ordered)
+        return;
+    m_ordered = true;
+    Runtime::Current().MarkPlayer(*this);
+}
+
+} // namespace kirolane

@@ -1,0 +1,19 @@
+#include "platform/timer.h"
+
+#include "platform/common/runtime.h"
+
+namespace kirolane {
+
+Timer::Timer(class Window& window, const ControlDesign& design) : Control(window, design) {
+    if (Mode() == 2)
+        m_peer = Runtime::Current().Windows().MakeTimer(*this);
+}
+
+Timer::~Timer() = default;
+
+void Timer::ReportDue() {
+    if (OnAction)
+        Runtime::Current().DeliverNow(Path() + " Action", OnAction);
+}
+
+} // namespace kirolane

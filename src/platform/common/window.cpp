@@ -1,0 +1,211 @@
+#include "platform/window.h"
+
+#include "platform/application.h"
+#include "platform/common/control_factory.h"
+#include "platform/common/runtime.h"
+#include "platform/rectcontrol.h"
+
+#include <algorithm>
+
+namespace kirolane {
+
+Window::Window(std::string_view name, const WindowDesign& design)
+    : m_name(name), m_design(design), m_rect{0, 0, design.width, design.height}, m_title(design.title),
+      m_visible(design.visible), m_hasBackColor(design.hasBackColor), m_backColor(design.backColor) {}
+
+Window::~Window() = default;
+
+void Window::Make() {
+    const Point place = Runtime::Current().Windows().DefaultPlace(*this);
+    m_rect.left = place.left;
+    m_rect.top = place.top;
+    Layout();
+    CreateControls();
+    AddMenuHandlers();
+    UpdateMenuEnabling();
+    Changed();
+    Event_Open();
+}
+
+void Window::CreateControls(std::span<const ControlDesign> table) {
+    for (const ControlDesign& design : table) {
+        auto control = MakeControl(*this, design);
+        m_byName.emplace(control->Name(), control);
+        m_controls.push_back(std::move(control));
+    }
+}
+
+std::shared_ptr<Control> Window::Find(std::string_view name) const {
+    const auto it = m_byName.find(name);
+    return it == m_byName.end() ? nullptr : it->second;
+}
+
+void Window::Show() {
+    m_visible = true;
+    Changed();
+    Runtime::Current().OrderFront(*this);
+}
+
+void Window::Hide() {
+    m_visible = false;
+    Changed();
+    Runtime::Current().WithdrawFront(*this);
+}
+
+void Window::Close() {
+    if (m_closed)
+        return;
+    m_closed = true;
+    Event_Close();
+    Hide();
+    Runtime::Current().ForgetForm(*this);
+}
+
+void Window::SetLeft(std::int32_t left) {
+    m_rect.left = left;
+    Changed();
+}
+
+void Window::SetTop(std::int32_t top) {
+    m_rect.top = top;
+    Changed();
+}
+
+void Window::SetWidth(std::int32_t width) {
+    m_rect.width = std::max(width, 0);
+    Changed();
+}
+
+void Window::SetHeight(std::int32_t height) {
+    m_rect.height = std::max(height, 0);
+    Changed();
+}
+
+void Window::SetTitle(std::string title) {
+    if (title == m_title)
+        return;
+    m_title = std::move(title);
+    Changed();
+}
+
+void Window::SetFullScreen(bool fullScreen) {
+    m_fullScreen = fullScreen;
+    Changed();
+}
+
+void Window::SetMenuBarVisible(bool visible) {
+    m_menuBarVisible = visible;
+    Changed();
+}
+
+void Window::SetBackColor(Color color) {
+    m_backColor = color;
+    Changed();
+}
+
+void Window::SetHasBackColor(bool on) {
+    m_hasBackColor = on;
+    Changed();
+}
+
+void Window::SetMenuBar(const class MenuBar& bar) {
+    m_menuBar = bar.Clone();
+    m_menuBar->ForEach([this](class MenuItem& item) { item.m_owner = this; });
+    Changed();
+}
+
+Ref<MenuItem> Window::MenuItem(std::string_view name) const {
+    return m_menuBar == nullptr ? Ref<class MenuItem>() : m_menuBar->Item(name);
+}
+
+void Window::BindMenu(std::string_view itemName, std::function<bool()> handler) {
+    m_menuHandlers.insert_or_assign(std::string(itemName), std::move(handler));
+}
+
+bool Window::HasMenuHandler(std::string_view itemName) const {
+    return m_menuHandlers.find(itemName) != m_menuHandlers.end();
+}
+
+void Window::UpdateMenuEnabling() {
+    if (m_menuBar == nullptr)
+        return;
+    m_menuBar->ForEach([this](class MenuItem& item) {
+        const bool menu = !item.Children().empty();
+        const bool quit = item.Role() == MenuRole::Quit;
+        item.SetEnabled(menu || (item.AutoEnable() && (quit || HasMenuHandler(item.Name()))));
+    });
+    Event_EnableMenuItems();
+}
+
+void Window::ReportMoved(std::int32_t left, std::int32_t top) {
+    if (m_fullScreen || (m_rect.left == left && m_rect.top == top))
+        return;
+    Runtime::Current().Deliver(m_name + " Moved", [this, left, top] {
+        m_rect.left = left;
+        m_rect.top = top;
+        Event_Moved();
+    });
+}
+
+void Window::ReportActivated() {
+    Runtime::Current().Deliver(m_name + " Activate", [this] {
+        m_active = true;
+        UpdateMenuEnabling();
+        Event_Activate();
+    });
+}
+
+void Window::ReportDeactivated() {
+    Runtime::Current().Deliver(m_name + " Deactivate", [this] {
+        m_active = false;
+        Event_Deactivate();
+    });
+}
+
+void Window::ReportRestored() {
+    Runtime::Current().Deliver(m_name + " Restore", [this] { Event_Restore(); });
+}
+
+void Window::ReportCloseRequested() {
+    if (!m_design.closeButton)
+        return;
+    Runtime::Current().Deliver(m_name + " Close", [this] {
+        if (m_design.frame == WindowFrame::Palette)
+            Hide();
+        else
+            Close();
+    });
+}
+
+void Window::ReportMenuChosen(std::string_view itemName) {
+    Runtime::Current().Deliver(m_name + " " + std::string(itemName), [this, name = std::string(itemName)] {
+        UpdateMenuEnabling();
+        const auto item = MenuItem(name);
+        if (item.IsNil() || !item->Enabled())
+            return;
+        const auto handler = m_menuHandlers.find(name);
+        if (handler != m_menuHandlers.end())
+            handler->second();
+        else if (item->Role() == MenuRole::Quit)
+            Quit(0);
+    });
+}
+
+void Window::MarkControl(RectControl& control) {
+    control.m_marked = true;
+    m_changedControls.push_back(&control);
+    if (!m_marked) {
+        m_marked = true;
+        Runtime::Current().MarkWindow(*this);
+    }
+}
+
+void Window::Changed() {
+    m_changed = true;
+    if (!m_marked) {
+        m_marked = true;
+        Runtime::Current().MarkWindow(*this);
+    }
+}
+
+} // namespace kirolane

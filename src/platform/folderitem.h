@@ -1,0 +1,99 @@
+#pragma once
+
+#include "platform/movie.h"
+#include "platform/ref.h"
+#include "platform/textinputstream.h"
+#include "platform/textoutputstream.h"
+
+#include <coroutine>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kirolane {
+
+class FolderSnapshot;
+class FolderReadingJob;
+
+/// A file or folder, whether or not it exists. Names are bytes. Paths are in colon form: the volume of "/" is
+/// "Root", folders are joined by ":", a folder's path ends in ":", and a ":" within a name stands as "/".
+class FolderItem {
+public:
+    /// The absolute path as the system has it ("/a/b"), bytes untouched.
+    explicit FolderItem(std::string nativePath);
+    /// Item `index` (zero-based) of a folder that has been read.
+    FolderItem(std::shared_ptr<const FolderSnapshot> snapshot, std::size_t index);
+    /// The folder itself that has been read.
+    explicit FolderItem(std::shared_ptr<const FolderSnapshot> snapshot);
+
+    [[nodiscard]] std::string AbsolutePath() const;
+    [[nodiscard]] std::string Name() const;
+    [[nodiscard]] std::string NativePath() const;
+    [[nodiscard]] bool Directory() const;
+
+    /// Number of items. Companion files "._name" are none; other names with a leading point are.
+    [[nodiscard]] std::int32_t Count() const;
+    /// One-based, in the order of CompareNames; nil outside. Constant time after the first call.
+    [[nodiscard]] Ref<FolderItem> Item(std::int32_t index) const;
+    /// The item of that name, whether or not it exists. Nil if this is known not to be a folder.
+    [[nodiscard]] Ref<FolderItem> Child(std::string_view name) const;
+
+    /// Makes the folder. A failure is remembered (Runtime::NoteFileFailure) and not raised; a folder that is
+    /// there already is left as it is.
+    void CreateAsFolder() const;
+    /// Nil if the file cannot be read.
+    [[nodiscard]] Ref<TextInputStream> OpenAsTextFile() const;
+    /// Nil if the file cannot be written. The old content stays until the stream's Close.
+    [[nodiscard]] Ref<TextOutputStream> CreateTextFile() const;
+    /// Nil unless it is a readable regular file. Whether it can be played shows when it is assigned.
+    [[nodiscard]] Ref<Movie> OpenAsMovie() const;
+
+private:
+    [[nodiscard]] const FolderSnapshot& Contents() const;
+
+    std::string m_nativePath; ///< empty where a snapshot answers
+    std::shared_ptr<const FolderSnapshot> m_snapshot;
+    std::size_t m_index;
+    mutable std::shared_ptr<const FolderSnapshot> m_contents; ///< read by the first Count or Item
+};
+
+/// Nil when a parent folder on the path does not exist, or when the path ends in ":" and names no folder; the
+/// item itself need not exist. "" gives the folder in which the application lies. A path of another form
+/// counts as relative to that folder. While a FolderReading is alive, its folder answers from what was read.
+Ref<FolderItem> GetFolderItem(std::string_view path);
+
+/// The user's desktop folder: "Desktop" in the home folder under that very name in every language.
+Ref<FolderItem> DesktopFolder();
+
+/// The folder dialog, modal; nil if cancelled. What the handler ordered so far is shown first. While it is
+/// up, threads run, and no event or tick reaches the logic.
+Ref<FolderItem> SelectFolder();
+
+/// What `co_await ReadFolder(path)` gives: the folder, or nil as GetFolderItem would, and the life of what
+/// was read. While it is kept, the folder, its children and their kinds answer from one reading, without a
+/// call to the system; keep it for the length of a scan.
+struct FolderReading {
+    Ref<FolderItem> folder;
+    std::shared_ptr<const FolderSnapshot> scope;
+};
+
+/// Reads a folder on a worker while the cooperative thread that awaits it is suspended. A thread killed in
+/// the wait leaves the result unused. Only within a Thread's body.
+class ReadFolder {
+public:
+    /// `path` as for GetFolderItem.
+    explicit ReadFolder(std::string path);
+    ~ReadFolder();
+    ReadFolder(const ReadFolder&) = delete;
+    ReadFolder& operator=(const ReadFolder&) = delete;
+
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<>);
+    FolderReading await_resume();
+
+private:
+    std::shared_ptr<FolderReadingJob> m_job;
+};
+
+} // namespace kirolane
