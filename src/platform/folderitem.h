@@ -15,6 +15,7 @@ namespace kirolane {
 
 class FolderSnapshot;
 class FolderReadingJob;
+class FolderScope;
 
 /// A file or folder, whether or not it exists. Names are bytes. Paths are in colon form: the volume of "/" is
 /// "Root", folders are joined by ":", a folder's path ends in ":", and a ":" within a name stands as "/".
@@ -72,10 +73,11 @@ Ref<FolderItem> SelectFolder();
 
 /// What `co_await ReadFolder(path)` gives: the folder, or nil as GetFolderItem would, and the life of what
 /// was read. While it is kept, the folder, its children and their kinds answer from one reading, without a
-/// call to the system; keep it for the length of a scan.
+/// call to the system; keep it for the length of a scan. The folder alone does not prolong that: once `scope`
+/// is gone, GetFolderItem asks the system again.
 struct FolderReading {
     Ref<FolderItem> folder;
-    std::shared_ptr<const FolderSnapshot> scope;
+    std::shared_ptr<const FolderScope> scope;
 };
 
 /// Reads a folder on a worker while the cooperative thread that awaits it is suspended. A thread killed in

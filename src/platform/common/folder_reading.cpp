@@ -54,8 +54,9 @@ FolderReading ReadFolder::await_resume() {
     }
     if (!m_job->cause.empty())
         Runtime::WriteLine(m_job->snapshot->NativePath() + ": " + m_job->cause);
-    runtime.RegisterSnapshot(m_job->snapshot);
-    return {Ref(std::make_shared<FolderItem>(m_job->snapshot)), m_job->snapshot};
+    auto scope = std::make_shared<const FolderScope>(m_job->snapshot);
+    runtime.RegisterScope(scope);
+    return {Ref(std::make_shared<FolderItem>(m_job->snapshot)), std::move(scope)};
 }
 
 } // namespace kirolane

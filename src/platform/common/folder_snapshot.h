@@ -2,6 +2,7 @@
 
 #include "platform/backend/filesystem.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,17 @@ private:
     std::string m_colonPath;
     std::vector<FolderEntry> m_entries;
     mutable std::size_t m_lastFound = kNone;
+};
+
+/// The time during which GetFolderItem answers from a snapshot: the life of this object, not of the snapshot,
+/// which every FolderItem made from it keeps.
+class FolderScope {
+public:
+    explicit FolderScope(std::shared_ptr<const FolderSnapshot> snapshot) : m_snapshot(std::move(snapshot)) {}
+    [[nodiscard]] const std::shared_ptr<const FolderSnapshot>& Snapshot() const { return m_snapshot; }
+
+private:
+    std::shared_ptr<const FolderSnapshot> m_snapshot;
 };
 
 /// The native path that GetFolderItem's `path` leads to, or "" with a cause where that is nil. Any thread.

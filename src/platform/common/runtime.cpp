@@ -354,15 +354,15 @@ void Runtime::WithdrawFront(const Window& window) {
 }
 
 std::shared_ptr<const FolderSnapshot> Runtime::FindSnapshot(std::string_view colonPath) {
-    for (auto it = m_snapshots.rbegin(); it != m_snapshots.rend(); ++it)
-        if (auto snapshot = it->lock(); snapshot != nullptr && snapshot->ColonPath() == colonPath)
-            return snapshot;
+    for (auto it = m_scopes.rbegin(); it != m_scopes.rend(); ++it)
+        if (const auto scope = it->lock(); scope != nullptr && scope->Snapshot()->ColonPath() == colonPath)
+            return scope->Snapshot();
     return nullptr;
 }
 
-void Runtime::RegisterSnapshot(const std::shared_ptr<const FolderSnapshot>& snapshot) {
-    std::erase_if(m_snapshots, [](const auto& weak) { return weak.expired(); });
-    m_snapshots.push_back(snapshot);
+void Runtime::RegisterScope(const std::shared_ptr<const FolderScope>& scope) {
+    std::erase_if(m_scopes, [](const auto& weak) { return weak.expired(); });
+    m_scopes.push_back(scope);
 }
 
 } // namespace kirolane

@@ -18,6 +18,7 @@
 namespace kirolane {
 
 class Application;
+class FolderScope;
 class FolderSnapshot;
 class MoviePlayer;
 class Window;
@@ -100,7 +101,7 @@ public:
 
     /// Readings of folders that are alive, newest last (see FolderReading).
     [[nodiscard]] std::shared_ptr<const FolderSnapshot> FindSnapshot(std::string_view colonPath);
-    void RegisterSnapshot(const std::shared_ptr<const FolderSnapshot>& snapshot);
+    void RegisterScope(const std::shared_ptr<const FolderScope>& scope);
 
     void SetApplication(Application* application) { m_application = application; }
     [[nodiscard]] Application* App() const { return m_application; }
@@ -130,7 +131,7 @@ private:
     std::vector<std::weak_ptr<Window>> m_marked;
     std::vector<std::weak_ptr<Window>> m_front; ///< in the order of their Show
     std::vector<MoviePlayer*> m_players;
-    std::vector<std::weak_ptr<const FolderSnapshot>> m_snapshots;
+    std::vector<std::weak_ptr<const FolderScope>> m_scopes;
 
     std::mutex m_postMutex;
     std::deque<std::function<void()>> m_posted;
