@@ -1,0 +1,88 @@
+# Steps that ./run and ./test share; to be sourced by bash at the root of the tree. Each prints one short line,
+# and ends the script with a clear message where it cannot go on.
+
+binary_dir=build/release
+log_dir=build/log
+
+say() { printf 'kirolane: %s\n' "$*"; }
+
+fail() {
+    printf 'kirolane: %s\n' "$*" >&2
+    exit 1
+}
+
+# Runs a command with its output in build/log/NAME.log.
+logged() {
+    local name=$1
+    shift
+    mkdir -p "$log_dir"
+    "$@" >"$log_dir/$name.log" 2>&1 </dev/null
+}
+
+show_log() { tail -n 40 "$log_dir/$1.log" >&2; }
+
+listed_packages() { sed -e 's/#.*//' -e '/^[[:space:]]*$/d' packaging/debian-packages.txt; }
+
+missing_packages() {
+    comm -23 <(listed_packages | sort) \
+        <(listed_packages | xargs dpkg-query -W -f='${db:Status-Status} ${Package}\n' 2>/dev/null |
+            sed -n 's/^installed //p' | sort -u)
+}
+
+install_packages() {
+    if [[ ! -e /etc/debian_version ]] || ! command -v dpkg-query apt-get >/dev/null; then
+        check_tools
+        return
+    fi
+    local missing as_root=()
+    mapfile -t missing < <(missing_packages)
+    ((${#missing[@]})) || return 0
+    if ((EUID != 0)); then
+        as_root=(sudo)
+        command -v sudo >/dev/null && { [[ -t 0 && -t 1 ]] && sudo -v || sudo -n true 2>/dev/null; } ||
+            fail "packages are missing; install them as root: apt-get install ${missing[*]}"
+    fi
+    say "installing ${#missing[@]} packages"
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
+        apt-get -y -q -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300)
+    local attempt
+    for attempt in 1 2 3; do
+        # The package lists may be absent or older than the archive: fetched after a failure only.
+        logged install "${apt[@]}" install --no-install-recommends "${missing[@]}" && return
+        logged update "${apt[@]}" update || say "the package lists could not be fetched (attempt $attempt)"
+    done
+    show_log install
+    fail "not all packages could be installed: ${missing[*]}"
+}
+
+# Elsewhere than on Debian nothing is installed: what is needed is named, and the tools are looked for.
+check_tools() {
+    local tool absent=()
+    for tool in c++ cmake ninja pkg-config rsvg-convert ffmpeg; do
+        command -v "$tool" >/dev/null || absent+=("$tool")
+    done
+    say "this is no Debian system; by their Debian names these packages are needed:"
+    listed_packages | sed 's/^/    /'
+    ((${#absent[@]} == 0)) || fail "tools are missing: ${absent[*]}"
+}
+
+# build_targets TARGET...: without a word where everything is up to date.
+build_targets() {
+    if [[ ! -e $binary_dir/build.ninja ]]; then
+        logged configure cmake --preset release || {
+            show_log configure
+            fail "the build could not be configured"
+        }
+    fi
+    local pending
+    pending=$(ninja -C "$binary_dir" -n "$@" 2>&1) && [[ $pending == *"no work to do"* ]] && return
+    say "building"
+    if [[ -t 1 ]]; then
+        ninja -C "$binary_dir" "$@" || fail "the build failed"
+    else
+        logged build ninja -C "$binary_dir" "$@" || {
+            show_log build
+            fail "the build failed; all of it is in $log_dir/build.log"
+        }
+    fi
+}
