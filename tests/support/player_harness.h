@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-namespace kirolane::testing {
+namespace kirolane::tests {
 
 /// What the player suite (player_suite.h) needs of a media engine. One harness serves one test: it is made
 /// before the runtime and goes after it.
@@ -46,4 +46,4 @@ public:
 /// The suite's parameter: INSTANTIATE_TEST_SUITE_P(Mpv, PlayerSuite, ::testing::Values(MakeMpvHarness)).
 using PlayerHarnessFactory = std::unique_ptr<PlayerHarness> (*)();
 
-} // namespace kirolane::testing
+} // namespace kirolane::tests
