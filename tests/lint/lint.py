@@ -1,0 +1,132 @@
+"""lint.py RULE ROOT: checks one rule over the tree and prints a line "file:line: what" for each breach.
+
+Rules: layers, sleeps, words, format. Status 0 without a breach, 1 with one, 77 where a rule's tool is absent.
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+
+SKIPPED = 77
+CLANG_FORMAT = "14"  # the layout of other versions differs
+
+LOGIC = ["shell", "settings", "video", "display", "lists", "sound", "about"]
+
+STANDARD = set(
+    """algorithm array atomic bit bitset cassert cctype cerrno cfloat charconv chrono climits clocale cmath compare
+    complex concepts condition_variable coroutine csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime
+    deque exception filesystem forward_list fstream functional future initializer_list iomanip ios iosfwd iostream
+    istream iterator latch limits list locale map memory mutex new numbers numeric optional ostream queue random
+    ranges ratio regex set shared_mutex source_location span sstream stack stdexcept stop_token streambuf string
+    string_view system_error thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility
+    valarray variant vector version""".split()
+)
+
+# What the sources of a folder may include beside the standard headers and what lies in the folder itself. The
+# back ends may use what their trade needs, but never each other; who is not named here is not checked.
+LOGIC_MAY = [r'"(%s)/\w+\.h"' % "|".join(LOGIC), r'"platform/\w+\.h"']
+CONTRACT_MAY = [r'"platform/(common/|backend/)?\w+\.h"']
+LAYERS = {
+    **{"src/" + folder: LOGIC_MAY for folder in LOGIC},
+    "src/platform/backend": CONTRACT_MAY,
+    "src/platform/common": CONTRACT_MAY + [r"<utf8proc\.h>"],
+    "src/platform/headless": CONTRACT_MAY,
+    "src/platform/posix": CONTRACT_MAY + [r"<[a-z0-9_/]+\.h>"],
+    "src/platform/mpv": CONTRACT_MAY + [r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", r"<[a-z0-9_/]+\.h>"],
+    "src/platform/qt": CONTRACT_MAY + [r"<Q\w+>", r"<(qpa|private)/\w+\.h>", r"<(unistd|signal|xcb/\w+|X11/\w+)\.h>"],
+}
+# The contract's own headers, the one place where the folder itself is told apart from what lies below it.
+CONTRACT_HEADERS = "src/platform"
+CONTRACT_HEADERS_MAY = [r'"platform/\w+\.h"', r'"platform/common/runtime\.h"']
+
+SOURCES = {".cpp", ".h"}
+SCRIPTS = {".py", ".sh", ""}
+
+
+def tree(root):
+    """All files of the project, without what is built and what the version control keeps."""
+    for path in sorted(root.rglob("*")):
+        parts = path.relative_to(root).parts
+        ignored = any(p in (".git", ".cache", "__pycache__") or p.startswith("build") for p in parts)
+        if not ignored and path.is_file() and not path.is_symlink():
+            yield path
+
+
+def lines(path):
+    try:
+        return path.read_text(encoding="utf-8").splitlines()
+    except UnicodeDecodeError:
+        return []  # a picture
+
+
+def matches(root, files, pattern, what):
+    for path in files:
+        for number, line in enumerate(lines(path), 1):
+            found = re.search(pattern, line)
+            if found:
+                yield f"{path.relative_to(root)}:{number}: {what}: {found.group(0)}"
+
+
+def allowed(include, patterns):
+    header = re.fullmatch(r"<(\w+)>", include)
+    if header and header.group(1) in STANDARD:
+        return True
+    return any(re.fullmatch(pattern, include) for pattern in patterns)
+
+
+def layers(root):
+    for folder, patterns in [*LAYERS.items(), (CONTRACT_HEADERS, CONTRACT_HEADERS_MAY)]:
+        here = root / folder
+        files = here.glob("*") if folder == CONTRACT_HEADERS else here.rglob("*")
+        own = r'"(%s/)?\w+\.h"' % re.escape(folder.removeprefix("src/"))
+        for path in sorted(files):
+            if path.suffix not in SOURCES:
+                continue
+            for number, line in enumerate(lines(path), 1):
+                include = re.match(r"\s*#\s*include\s*([<\"][^>\"]+[>\"])", line)
+                if include and not allowed(include.group(1), [*patterns, own]):
+                    yield f"{path.relative_to(root)}:{number}: not for this layer: {include.group(1)}"
+
+
+def sleeps(root):
+    code = r"\b(sleep_(for|until)|[mu]?sleep|nanosleep|q[SW](leep|ait))\s*\("
+    command = r"(^|[;&|({]|\bdo|\bthen)\s*sleep\s+[0-9.$\"]"
+    files = [p for p in tree(root) if p.suffix in SOURCES | SCRIPTS and p.parent.name != "lint"]
+    yield from matches(root, files, code + "|" + command, "waits for no event")
+
+
+def words(root):
+    # In parts, so that the rule does not find itself.
+    private = r"\b[Ss]" + r"pec(ification)?s?\b|\bPart [1-7]\.[1-9]\b"
+    machine = r"(?<![\w.$}*-])/(wo" + r"rk|ro" + r"ot|tmp(?!/\.X))/"
+    hosts = r"\b(deb|snapshot)\.deb" + r"ian\.org|\bpypi\.o" + r"rg|proxy\.gol" + r"ang"
+    files = [p for p in tree(root) if p.name not in ("DEVELOPERS.md", ".clang-tidy")]
+    for path in files:
+        if re.search(private, path.stem):
+            yield f"{path.relative_to(root)}: file name"
+    yield from matches(root, files, f"{private}|{machine}|{hosts}", "not for this project")
+
+
+def layout(root):
+    try:
+        version = subprocess.run(["clang-format", "--version"], capture_output=True, text=True).stdout
+    except FileNotFoundError:
+        version = ""
+    if not re.search(rf"version {CLANG_FORMAT}\.", version):
+        print(f"skipped: clang-format {CLANG_FORMAT} is not here")
+        sys.exit(SKIPPED)
+    files = [p for p in tree(root) if p.suffix in SOURCES]
+    run = subprocess.run(["clang-format", "--dry-run", *map(str, files)], capture_output=True, text=True)
+    for line in run.stderr.splitlines():
+        found = re.match(r"(.+?):(\d+):\d+: warning", line)
+        if found:
+            yield f"{pathlib.Path(found.group(1)).relative_to(root)}:{found.group(2)}: layout; clang-format -i mends it"
+
+
+RULES = {"layers": layers, "sleeps": sleeps, "words": words, "format": layout}
+
+if __name__ == "__main__":
+    breaches = list(RULES[sys.argv[1]](pathlib.Path(sys.argv[2]).resolve()))
+    print("\n".join(breaches))
+    sys.exit(1 if breaches else 0)
