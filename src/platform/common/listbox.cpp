@@ -133,7 +133,7 @@ void Listbox::SetScrollBarVertical(bool shown) {
 }
 
 void Listbox::ReportSelection(std::int32_t row) {
-    Runtime::Current().Deliver(Path() + " Change", [this, row] {
+    Runtime::Current().Deliver(Window(), Path() + " Change", [this, row] {
         Changed(); // shows the selection held, whatever the click left on the screen
         SetListIndex(row);
     });
@@ -141,18 +141,18 @@ void Listbox::ReportSelection(std::int32_t row) {
 
 void Listbox::ReportDoubleClick() {
     if (OnDoubleClick)
-        Runtime::Current().Deliver(Path() + " DoubleClick", OnDoubleClick);
+        Runtime::Current().Deliver(Window(), Path() + " DoubleClick", OnDoubleClick);
 }
 
 bool Listbox::ReportKey(const std::string& key) {
     bool consumed = false;
     if (OnKeyDown)
-        Runtime::Current().DeliverNow(Path() + " KeyDown", [&] { consumed = OnKeyDown(key); });
+        Runtime::Current().DeliverNow(Window(), Path() + " KeyDown", [&] { consumed = OnKeyDown(key); });
     return consumed;
 }
 
 void Listbox::ReportHeadingClick(std::int32_t column) {
-    Runtime::Current().Deliver(Path() + " SortColumn", [this, column] {
+    Runtime::Current().Deliver(Window(), Path() + " SortColumn", [this, column] {
         if (column < 0 || column >= ColumnCount() || (OnSortColumn && OnSortColumn(column)))
             return;
         const std::int32_t before = m_sortedColumn == column ? ColumnSortDirection(column) : 0;

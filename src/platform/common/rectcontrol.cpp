@@ -57,19 +57,19 @@ void RectControl::Refresh(bool /*eraseBackground*/) {
 bool RectControl::ReportMouseDown(std::int32_t x, std::int32_t y) {
     bool kept = false;
     if (m_enabled && OnMouseDown)
-        Runtime::Current().DeliverNow(Path() + " MouseDown", [&] { kept = OnMouseDown(x, y); });
+        Runtime::Current().DeliverNow(Window(), Path() + " MouseDown", [&] { kept = OnMouseDown(x, y); });
     return kept;
 }
 
 void RectControl::ReportMouseUp(std::int32_t x, std::int32_t y) {
     if (m_enabled && OnMouseUp)
-        Runtime::Current().Deliver(Path() + " MouseUp", [this, x, y] { OnMouseUp(x, y); });
+        Runtime::Current().Deliver(Window(), Path() + " MouseUp", [this, x, y] { OnMouseUp(x, y); });
 }
 
 void RectControl::ReportMouseMove(std::int32_t x, std::int32_t y, std::int32_t windowY) {
     if (!m_enabled || !OnMouseMove)
         return;
-    Runtime::Current().Deliver(Path() + " MouseMove", [this, x, y, windowY] {
+    Runtime::Current().Deliver(Window(), Path() + " MouseMove", [this, x, y, windowY] {
         Window().m_mouseY = windowY;
         OnMouseMove(x, y);
     });

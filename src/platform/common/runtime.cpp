@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 
 namespace kirolane {
 
@@ -43,6 +44,7 @@ Runtime::~Runtime() {
         m_forms.pop_back();
     }
     m_closed.clear();
+    m_departed.clear();
     g_current = nullptr;
 }
 
@@ -81,18 +83,18 @@ void Runtime::Quit(int status) {
     m_windows.EndLoop(status);
 }
 
-void Runtime::Deliver(std::string what, std::function<void()> handler) {
-    if (m_ended || m_modal)
+void Runtime::Deliver(Window& window, std::string what, std::function<void()> handler) {
+    if (m_ended || m_modal || window.m_closed)
         return;
-    if (m_delivering || m_flushing) {
-        Post([this, what = std::move(what), handler = std::move(handler)] { Deliver(what, handler); });
-        return;
-    }
-    RunGuarded(what, handler);
+    if (m_delivering || m_flushing) // the Flush that follows has the loop come for it
+        m_putOff.push_back({window.weak_from_this(), std::move(what), std::move(handler)});
+    else
+        RunGuarded(what, handler);
 }
 
-bool Runtime::DeliverNow(const std::string& what, const std::function<void()>& handler) {
-    if (m_ended || m_modal || m_delivering || m_flushing)
+bool Runtime::DeliverNow(const Window& window, const std::string& what,
+                         const std::function<void()>& handler) {
+    if (m_ended || m_modal || m_delivering || m_flushing || window.m_closed)
         return false;
     RunGuarded(what, handler);
     return true;
@@ -147,6 +149,11 @@ bool Runtime::WorkersUnderWay() {
     return m_workers > 0;
 }
 
+bool Runtime::WaitForWorkers(std::chrono::milliseconds limit) {
+    std::unique_lock lock(m_postMutex);
+    return m_workerDone.wait_for(lock, limit, [this] { return m_workers == 0; });
+}
+
 void Runtime::RunPosted() {
     if ((m_delivering && !m_modal) || m_flushing)
         return; // Flush wakes the loop again for what waits
@@ -157,6 +164,12 @@ void Runtime::RunPosted() {
     }
     for (const auto& call : calls)
         call();
+    if (m_delivering)
+        return; // a chooser is up: what was put off waits for the end of the handler that asked
+    std::exchange(m_departed, {}).clear();
+    for (auto& putOff : std::exchange(m_putOff, {}))
+        if (const auto window = putOff.window.lock())
+            Deliver(*window, std::move(putOff.what), std::move(putOff.handler));
 }
 
 bool Runtime::HasPosted() {
@@ -185,10 +198,12 @@ void Runtime::Flush() {
     const Flag flushing(m_flushing);
     FlushPlayers();
     FlushWindows();
+    // A closed window may be where the report came from that is being handled: it goes from the loop.
+    std::move(m_closed.begin(), m_closed.end(), std::back_inserter(m_departed));
     m_closed.clear();
     if (m_scheduler.HasReady())
         m_windows.RequestIdle();
-    if (HasPosted())
+    if (HasPosted() || !m_putOff.empty() || !m_departed.empty())
         m_windows.Wake();
 }
 

@@ -5,6 +5,7 @@
 #include "platform/backend/windowsystem.h"
 #include "platform/common/scheduler.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -52,11 +53,13 @@ public:
     void Quit(int status);
     [[nodiscard]] bool Ended() const { return m_ended; }
 
-    /// Runs a handler as one delivery. `what` names it in failures ("Mainform.QTM_PosBar ValueChanged").
-    /// Dropped while the folder chooser is up and after Quit; put off while a delivery is under way.
-    void Deliver(std::string what, std::function<void()> handler);
-    /// The same for a handler whose answer is needed now. False, without a call, where it would be put off.
-    bool DeliverNow(const std::string& what, const std::function<void()>& handler);
+    /// Runs a handler of that window or of a control in it as one delivery. `what` names it in failures
+    /// ("Mainform.QTM_PosBar ValueChanged"). Dropped if the window is closed, while the folder chooser is up
+    /// and after Quit; put off while a delivery is under way.
+    void Deliver(Window& window, std::string what, std::function<void()> handler);
+    /// The same for a handler whose answer is needed now. False, without a call, where it would be dropped or
+    /// put off.
+    bool DeliverNow(const Window& window, const std::string& what, const std::function<void()>& handler);
 
     /// Any thread: runs the call on the main thread, outside any delivery.
     void Post(std::function<void()> call);
@@ -65,6 +68,9 @@ public:
     /// Worker: it is done, and `call` is to be run on the main thread. The worker's last use of the runtime.
     void WorkerDone(std::function<void()> call);
     [[nodiscard]] bool WorkersUnderWay();
+    /// Waits for the workers at most so long; false if some are under way still. A program that ends without
+    /// waiting for a mount that hangs asks this, and leaves by std::_Exit where it is false.
+    bool WaitForWorkers(std::chrono::milliseconds limit);
     /// The back end's answer to WindowSystem::Wake.
     void RunPosted();
     /// One slice of idle work: turns of the ready threads, then their net effect. True if there is more.
@@ -111,6 +117,11 @@ private:
         std::type_index type;
         std::shared_ptr<Window> window;
     };
+    struct PutOff {
+        std::weak_ptr<Window> window;
+        std::string what;
+        std::function<void()> handler;
+    };
 
     void RunGuarded(const std::string& what, const std::function<void()>& handler);
     [[nodiscard]] std::string Describe(const std::string& what, const std::string& cause);
@@ -127,7 +138,9 @@ private:
     Scheduler m_scheduler;
 
     std::vector<Form> m_forms;
-    std::vector<std::shared_ptr<Window>> m_closed; ///< kept to the end of the showing
+    std::vector<std::shared_ptr<Window>> m_closed;   ///< since the last showing
+    std::vector<std::shared_ptr<Window>> m_departed; ///< kept until no handler of theirs can be running
+    std::deque<PutOff> m_putOff;
     std::vector<std::weak_ptr<Window>> m_marked;
     std::vector<std::weak_ptr<Window>> m_front; ///< in the order of their Show
     std::vector<MoviePlayer*> m_players;

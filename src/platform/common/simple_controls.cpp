@@ -22,7 +22,7 @@ namespace kirolane {
 namespace {
 void Fire(const RectControl& control, const char* event, const std::function<void()>& handler) {
     if (handler)
-        Runtime::Current().Deliver(control.Path() + " " + event, handler);
+        Runtime::Current().Deliver(control.Window(), control.Path() + " " + event, handler);
 }
 } // namespace
 
@@ -53,7 +53,7 @@ void Slider::SetMaximum(std::int32_t maximum) {
 void Slider::ReportValue(std::int32_t value) {
     if (!Enabled())
         return;
-    Runtime::Current().Deliver(Path() + " ValueChanged", [this, value] {
+    Runtime::Current().Deliver(Window(), Path() + " ValueChanged", [this, value] {
         const std::int32_t clamped = std::clamp(value, Minimum(), m_maximum);
         Changed(); // shows the value held, whatever the person's hand left on the screen
         if (clamped == m_value)
@@ -118,7 +118,7 @@ void TabPanel::SetValue(std::int32_t page) {
 }
 
 void TabPanel::ReportPage(std::int32_t page) {
-    Runtime::Current().Deliver(Path() + " Change", [this, page] { SetValue(page); });
+    Runtime::Current().Deliver(Window(), Path() + " Change", [this, page] { SetValue(page); });
 }
 
 GroupBox::GroupBox(class Window& window, const ControlDesign& design) : RectControl(window, design) {}
@@ -160,7 +160,7 @@ void CheckBox::SetValue(bool on) {
 
 void CheckBox::ReportClick() {
     if (Enabled())
-        Runtime::Current().Deliver(Path() + " Action", [this] { SetValue(!m_value); });
+        Runtime::Current().Deliver(Window(), Path() + " Action", [this] { SetValue(!m_value); });
 }
 
 PopupMenu::PopupMenu(class Window& window, const ControlDesign& design) : RectControl(window, design) {}
@@ -182,7 +182,7 @@ void PopupMenu::SetListIndex(std::int32_t index) {
 }
 
 void PopupMenu::ReportChoice(std::int32_t index) {
-    Runtime::Current().Deliver(Path() + " Change", [this, index] { SetListIndex(index); });
+    Runtime::Current().Deliver(Window(), Path() + " Change", [this, index] { SetListIndex(index); });
 }
 
 UpDownArrows::UpDownArrows(class Window& window, const ControlDesign& design) : RectControl(window, design) {}

@@ -13,7 +13,7 @@ Timer::~Timer() = default;
 
 void Timer::ReportDue() {
     if (OnAction)
-        Runtime::Current().DeliverNow(Path() + " Action", OnAction);
+        Runtime::Current().DeliverNow(Window(), Path() + " Action", OnAction);
 }
 
 } // namespace kirolane

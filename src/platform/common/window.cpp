@@ -140,7 +140,7 @@ void Window::UpdateMenuEnabling() {
 void Window::ReportMoved(std::int32_t left, std::int32_t top) {
     if (m_fullScreen || (m_rect.left == left && m_rect.top == top))
         return;
-    Runtime::Current().Deliver(m_name + " Moved", [this, left, top] {
+    Runtime::Current().Deliver(*this, m_name + " Moved", [this, left, top] {
         m_rect.left = left;
         m_rect.top = top;
         Event_Moved();
@@ -148,7 +148,7 @@ void Window::ReportMoved(std::int32_t left, std::int32_t top) {
 }
 
 void Window::ReportActivated() {
-    Runtime::Current().Deliver(m_name + " Activate", [this] {
+    Runtime::Current().Deliver(*this, m_name + " Activate", [this] {
         m_active = true;
         UpdateMenuEnabling();
         Event_Activate();
@@ -156,20 +156,20 @@ void Window::ReportActivated() {
 }
 
 void Window::ReportDeactivated() {
-    Runtime::Current().Deliver(m_name + " Deactivate", [this] {
+    Runtime::Current().Deliver(*this, m_name + " Deactivate", [this] {
         m_active = false;
         Event_Deactivate();
     });
 }
 
 void Window::ReportRestored() {
-    Runtime::Current().Deliver(m_name + " Restore", [this] { Event_Restore(); });
+    Runtime::Current().Deliver(*this, m_name + " Restore", [this] { Event_Restore(); });
 }
 
 void Window::ReportCloseRequested() {
     if (!m_design.closeButton)
         return;
-    Runtime::Current().Deliver(m_name + " Close", [this] {
+    Runtime::Current().Deliver(*this, m_name + " Close", [this] {
         if (m_design.frame == WindowFrame::Palette)
             Hide();
         else
@@ -178,17 +178,18 @@ void Window::ReportCloseRequested() {
 }
 
 void Window::ReportMenuChosen(std::string_view itemName) {
-    Runtime::Current().Deliver(m_name + " " + std::string(itemName), [this, name = std::string(itemName)] {
-        UpdateMenuEnabling();
-        const auto item = MenuItem(name);
-        if (item.IsNil() || !item->Enabled())
-            return;
-        const auto handler = m_menuHandlers.find(name);
-        if (handler != m_menuHandlers.end())
-            handler->second();
-        else if (item->Role() == MenuRole::Quit)
-            Quit(0);
-    });
+    Runtime::Current().Deliver(*this, m_name + " " + std::string(itemName),
+                               [this, name = std::string(itemName)] {
+                                   UpdateMenuEnabling();
+                                   const auto item = MenuItem(name);
+                                   if (item.IsNil() || !item->Enabled())
+                                       return;
+                                   const auto handler = m_menuHandlers.find(name);
+                                   if (handler != m_menuHandlers.end())
+                                       handler->second();
+                                   else if (item->Role() == MenuRole::Quit)
+                                       Quit(0);
+                               });
 }
 
 void Window::MarkControl(RectControl& control) {
