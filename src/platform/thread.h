@@ -30,15 +30,12 @@ public:
     /// A body that waits for a worker takes no turns until it is resumed.
     void SetWaiting(bool waiting);
     [[nodiscard]] bool Waiting() const { return m_waiting; }
-    /// Tells bodies of one thread apart: a number that grows with each Run.
-    [[nodiscard]] std::uint64_t Generation() const { return m_generation; }
 
 private:
     std::optional<Task> m_body;
     bool m_waiting = false;
     bool m_inTurn = false;
     bool m_killed = false;
-    std::uint64_t m_generation = 0;
 };
 
 } // namespace kirolane

@@ -32,10 +32,12 @@ public:
     [[nodiscard]] const std::string& Name() const { return m_name; }
     [[nodiscard]] const WindowDesign& Design() const { return m_design; }
 
-    /// Shows, raises and activates, also a window that is up. A palette is raised without the keyboard.
+    /// Shows, raises and activates, also a window that is up. A palette is raised without the keyboard. A
+    /// closed window stays closed.
     void Show();
     void Hide();
-    /// Fires Close, then takes the form away: the next touch of its implicit instance makes a new one.
+    /// Fires Close, then takes the form away: the next touch of its implicit instance makes a new one. If the
+    /// event fails the window stays.
     void Close();
 
     /// The content area in global coordinates, in the units of Screen.
@@ -94,7 +96,8 @@ public:
     virtual void Event_Restore() {}
     virtual void Event_EnableMenuItems() {}
 
-    // What a person or the desktop did, told by the back end. Each is a delivery of its own.
+    // What a person or the desktop did, told by the back end. Each is a delivery of its own. While the folder
+    // chooser is up the place and the activity are still kept, without an event.
 
     /// The window now stands there; fires Moved if that is news. Ignored while full screen.
     void ReportMoved(std::int32_t left, std::int32_t top);
@@ -129,7 +132,10 @@ private:
     /// Runs Layout, CreateControls, AddMenuHandlers, Event_Open; the runtime's implicit instance calls it.
     void Make();
     [[nodiscard]] std::shared_ptr<class Control> Find(std::string_view name) const;
+    [[nodiscard]] std::vector<RectControl*> RectControls() const;
     void MarkControl(RectControl& control);
+    /// Parts with the items of the bar, which others may still hold.
+    void Disown();
     /// Marks the window itself for the next showing.
     void Changed();
 
@@ -138,7 +144,7 @@ private:
     Rect m_rect;
     std::string m_title;
     bool m_visible;
-    bool m_shown = false; ///< Visible at the last showing
+    bool m_shown = false; ///< has had its first showing
     bool m_fullScreen = false;
     bool m_menuBarVisible = true;
     bool m_hasBackColor;

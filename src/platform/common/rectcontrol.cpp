@@ -50,6 +50,10 @@ void RectControl::SetFocus() {
     Window().Changed();
 }
 
+void RectControl::ReportFocused() {
+    Window().m_focus = this; // nothing to show: it has it
+}
+
 void RectControl::Refresh(bool /*eraseBackground*/) {
     Changed();
 }

@@ -57,7 +57,7 @@ bool Runtime::Exists() {
 }
 
 bool Runtime::Start(const std::function<void()>& makeFirstWindow, std::string& failure) {
-    m_fileFailure.clear();
+    const FileFailureScope own(*this);
     try {
         const Flag delivering(m_delivering);
         makeFirstWindow();
@@ -101,7 +101,7 @@ bool Runtime::DeliverNow(const Window& window, const std::string& what,
 }
 
 void Runtime::RunGuarded(const std::string& what, const std::function<void()>& handler) {
-    m_fileFailure.clear();
+    const FileFailureScope own(*this);
     try {
         const Flag delivering(m_delivering);
         handler();
@@ -120,7 +120,6 @@ std::string Runtime::Describe(const std::string& what, const std::string& cause)
 
 void Runtime::ReportFailure(const std::string& what, const std::string& cause) {
     WriteLine(Describe(what, cause));
-    m_fileFailure.clear();
 }
 
 void Runtime::Post(std::function<void()> call) {
@@ -242,21 +241,18 @@ void Runtime::FlushWindows() {
         if (window == nullptr)
             continue;
         window->m_marked = false;
-        const bool first = window->m_peer == nullptr;
-        if (first)
-            window->m_peer = m_windows.MakeWindow(*window);
-        if (first) {
-            window->m_changedControls.clear();
-            for (const auto& control : window->m_controls)
-                if (auto* rect = dynamic_cast<RectControl*>(control.get()))
-                    window->m_changedControls.push_back(rect);
-        }
-        const auto changed = std::exchange(window->m_changedControls, {});
+        auto changed = std::exchange(window->m_changedControls, {});
         for (RectControl* control : changed)
             control->m_marked = false;
-        const bool windowToo = window->m_changed || first;
-        window->m_changed = false;
-        window->m_shown = window->m_visible;
+        bool windowToo = std::exchange(window->m_changed, false);
+        if (!window->m_shown) {
+            if (!window->m_visible)
+                continue; // the first showing takes everything as it is then
+            window->m_shown = true;
+            window->m_peer = m_windows.MakeWindow(*window);
+            changed = window->RectControls();
+            windowToo = true;
+        }
         if (window->m_peer != nullptr)
             window->m_peer->Update(changed, windowToo);
     }
@@ -283,10 +279,14 @@ void Runtime::HandOverKeyboard() {
         lost = lost || (form.window->m_active && !form.window->m_visible);
     for (const auto& window : m_closed)
         lost = lost || window->m_active;
-    if (!lost || !m_front.empty())
-        return;
     for (const auto& form : m_forms)
         form.window->m_active = form.window->m_active && form.window->m_visible;
+    const bool taken = std::any_of(m_front.begin(), m_front.end(), [](const std::weak_ptr<Window>& weak) {
+        const auto window = weak.lock();
+        return window != nullptr && window->Design().frame != WindowFrame::Palette;
+    });
+    if (!lost || taken)
+        return;
     for (const auto& form : m_forms) {
         if (form.window->m_visible && form.window->Design().frame != WindowFrame::Palette) {
             OrderFront(*form.window);
@@ -296,6 +296,8 @@ void Runtime::HandOverKeyboard() {
 }
 
 std::string Runtime::ChooseFolder() {
+    if (m_modal)
+        return {};
     Flush();
     const Flag modal(m_modal);
     return m_windows.ChooseFolder();

@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 #include <typeindex>
+#include <utility>
 #include <vector>
 
 namespace kirolane {
@@ -85,6 +86,20 @@ public:
     /// Remembers the newest failure of a file call, for the line that a failure of the running handler
     /// writes.
     void NoteFileFailure(std::string path, std::string cause);
+    /// A handler or a turn of a thread: its failures are its own, and those noted before stand again after
+    /// it.
+    class FileFailureScope {
+    public:
+        explicit FileFailureScope(Runtime& runtime)
+            : m_runtime(runtime), m_before(std::exchange(runtime.m_fileFailure, {})) {}
+        ~FileFailureScope() { m_runtime.m_fileFailure = std::move(m_before); }
+        FileFailureScope(const FileFailureScope&) = delete;
+        FileFailureScope& operator=(const FileFailureScope&) = delete;
+
+    private:
+        Runtime& m_runtime;
+        std::string m_before;
+    };
     /// Writes the failure of a handler or thread: its name, the exception, the file concerned if one is
     /// known.
     void ReportFailure(const std::string& what, const std::string& cause);

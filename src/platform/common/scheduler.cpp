@@ -47,6 +47,8 @@ void Scheduler::OneTurnEach() {
 }
 
 bool Scheduler::RunSlice() {
+    if (m_inRound) // a turn has put up a chooser
+        return false;
     const auto end = std::chrono::steady_clock::now() + kSlice;
     do {
         for (int round = 0; round < kRoundsPerReading; ++round) {

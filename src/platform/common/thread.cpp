@@ -17,7 +17,6 @@ void Thread::Run() {
         throw ThreadAlreadyRunningException();
     if (!OnRun)
         return;
-    ++m_generation;
     m_killed = false;
     m_waiting = false;
     m_body.emplace(OnRun());
@@ -33,7 +32,6 @@ void Thread::Kill() {
         m_killed = true;
         return;
     }
-    ++m_generation;
     m_body.reset();
     m_waiting = false;
     Runtime::Current().Threads().Remove(*this);
@@ -42,6 +40,7 @@ void Thread::Kill() {
 bool Thread::TakeTurn() {
     if (!m_body.has_value())
         return false;
+    const Runtime::FileFailureScope own(Runtime::Current());
     m_inTurn = true;
     try {
         m_body->Resume();

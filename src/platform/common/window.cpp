@@ -13,7 +13,9 @@ Window::Window(std::string_view name, const WindowDesign& design)
     : m_name(name), m_design(design), m_rect{0, 0, design.width, design.height}, m_title(design.title),
       m_visible(design.visible), m_hasBackColor(design.hasBackColor), m_backColor(design.backColor) {}
 
-Window::~Window() = default;
+Window::~Window() {
+    Disown();
+}
 
 void Window::Make() {
     const Point place = Runtime::Current().Windows().DefaultPlace(*this);
@@ -40,7 +42,17 @@ std::shared_ptr<Control> Window::Find(std::string_view name) const {
     return it == m_byName.end() ? nullptr : it->second;
 }
 
+std::vector<RectControl*> Window::RectControls() const {
+    std::vector<RectControl*> controls;
+    for (const auto& control : m_controls)
+        if (auto* rect = dynamic_cast<RectControl*>(control.get()))
+            controls.push_back(rect);
+    return controls;
+}
+
 void Window::Show() {
+    if (m_closed)
+        return;
     m_visible = true;
     Changed();
     Runtime::Current().OrderFront(*this);
@@ -55,8 +67,13 @@ void Window::Hide() {
 void Window::Close() {
     if (m_closed)
         return;
-    m_closed = true;
-    Event_Close();
+    m_closed = true; // first: the event may call Close
+    try {
+        Event_Close();
+    } catch (...) {
+        m_closed = false;
+        throw;
+    }
     Hide();
     Runtime::Current().ForgetForm(*this);
 }
@@ -108,7 +125,13 @@ void Window::SetHasBackColor(bool on) {
     Changed();
 }
 
+void Window::Disown() {
+    if (m_menuBar != nullptr)
+        m_menuBar->ForEach([](class MenuItem& item) { item.m_owner = nullptr; });
+}
+
 void Window::SetMenuBar(const class MenuBar& bar) {
+    Disown();
     m_menuBar = bar.Clone();
     m_menuBar->ForEach([this](class MenuItem& item) { item.m_owner = this; });
     Changed();
@@ -140,6 +163,10 @@ void Window::UpdateMenuEnabling() {
 void Window::ReportMoved(std::int32_t left, std::int32_t top) {
     if (m_fullScreen || (m_rect.left == left && m_rect.top == top))
         return;
+    if (Runtime::Current().Modal()) {
+        m_rect.left = left;
+        m_rect.top = top;
+    }
     Runtime::Current().Deliver(*this, m_name + " Moved", [this, left, top] {
         m_rect.left = left;
         m_rect.top = top;
@@ -148,6 +175,8 @@ void Window::ReportMoved(std::int32_t left, std::int32_t top) {
 }
 
 void Window::ReportActivated() {
+    if (Runtime::Current().Modal())
+        m_active = true;
     Runtime::Current().Deliver(*this, m_name + " Activate", [this] {
         m_active = true;
         UpdateMenuEnabling();
@@ -156,6 +185,8 @@ void Window::ReportActivated() {
 }
 
 void Window::ReportDeactivated() {
+    if (Runtime::Current().Modal())
+        m_active = false;
     Runtime::Current().Deliver(*this, m_name + " Deactivate", [this] {
         m_active = false;
         Event_Deactivate();

@@ -171,6 +171,12 @@ void HeadlessWindows::EndLoop(int status) {
     m_status = status;
 }
 
+void HeadlessWindows::Restart() {
+    m_ended = false;
+    m_idle = false;
+    TakeWoken();
+}
+
 void HeadlessWindows::Wake() {
     {
         const std::lock_guard lock(m_mutex);

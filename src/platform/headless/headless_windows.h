@@ -43,6 +43,8 @@ public:
     [[nodiscard]] int FoldersAsked() const { return m_foldersAsked; }
     /// The texts of ShowStartFailure.
     [[nodiscard]] const std::vector<std::string>& StartFailures() const { return m_startFailures; }
+    /// Readies for another runtime: the loop has not ended and nothing waits.
+    void Restart();
 
     // The desktop in small: with it each window has a peer that keeps a record, and the window that is
     // brought to the front with the keyboard is reported active, the one before it deactivated.
