@@ -1,0 +1,26 @@
+#include "support/platform_test.h"
+
+#include "platform/window.h"
+
+namespace kirolane::tests {
+
+PlatformTest::PlatformTest() : m_files(m_folder.MakeFolder("home"), m_folder.MakeFolder("application")) {
+    m_files.Prepare();
+    m_runtime = std::make_unique<Runtime>(m_headless.windows, m_headless.media, m_files);
+}
+
+PlatformTest::~PlatformTest() = default;
+
+void PlatformTest::Do(const std::function<void()>& handler) {
+    const auto forms = m_runtime->Forms();
+    ASSERT_FALSE(forms.empty()) << "StartWith comes first";
+    EXPECT_TRUE(m_runtime->DeliverNow(*forms.front(), "test", handler));
+}
+
+void PlatformTest::Restart() {
+    m_runtime.reset();
+    m_headless.windows.Restart();
+    m_runtime = std::make_unique<Runtime>(m_headless.windows, m_headless.media, m_files);
+}
+
+} // namespace kirolane::tests

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/common/runtime.h"
+#include "platform/headless/headless.h"
+#include "platform/implicit_instance.h"
+#include "platform/posix/posix_filesystem.h"
+#include "support/temporary_folder.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace kirolane::tests {
+
+/// A runtime on the headless back ends, with files in a temporary folder: its "home" is the user's, its
+/// "application" is where the program lies. Both are there, with the settings' place made.
+class PlatformTest : public ::testing::Test {
+protected:
+    PlatformTest();
+    ~PlatformTest() override;
+
+    /// Makes the first window and shows it, as the program's start does.
+    template <class Form> Ref<Form> StartWith() {
+        std::string failure;
+        EXPECT_TRUE(m_runtime->Start([] { Instance<Form>(); }, failure)) << failure;
+        return Instance<Form>();
+    }
+
+    /// Runs one handler as a delivery to the first window.
+    void Do(const std::function<void()>& handler);
+    /// Lets everything that is under way end: posted calls, threads, workers.
+    void Settle() { EXPECT_TRUE(Windows().RunUntilIdle()) << "still busy after 10 s"; }
+    void Advance(std::int64_t milliseconds) { Windows().Advance(milliseconds); }
+
+    [[nodiscard]] const TemporaryFolder& Folder() const { return m_folder; }
+    [[nodiscard]] Runtime& Platform() { return *m_runtime; }
+    [[nodiscard]] headless::HeadlessWindows& Windows() { return m_headless.windows; }
+    [[nodiscard]] headless::HeadlessMedia& Media() { return m_headless.media; }
+    [[nodiscard]] headless::HandClock& Clock() { return m_headless.clock; }
+    [[nodiscard]] posix::PosixFileSystem& Files() { return m_files; }
+
+    /// Ends the runtime and makes a new one, as a second start of the program.
+    void Restart();
+
+private:
+    TemporaryFolder m_folder;
+    headless::Headless m_headless;
+    posix::PosixFileSystem m_files;
+    std::unique_ptr<Runtime> m_runtime;
+};
+
+} // namespace kirolane::tests
