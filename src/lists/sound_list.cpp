@@ -1,0 +1,50 @@
+#include "lists/media_types.h"
+#include "platform/keyboard.h"
+#include "shell/mainform.h"
+#include "sound/musicform.h"
+
+namespace kirolane {
+
+namespace {
+constexpr Color kEvenRow = RGB(237, 243, 254);
+constexpr Color kOddRow = RGB(255, 255, 255);
+} // namespace
+
+bool Mainform::mStrGrid_CellBackgroundPaint(Graphics& g, std::int32_t row, std::int32_t /*column*/) {
+    g.SetForeColor(row % 2 == 0 ? kEvenRow : kOddRow);
+    g.FillRect(0, 0, g.Width(), g.Height());
+    return false;
+}
+
+bool Mainform::mStrGrid_KeyDown(const std::string& /*key*/) {
+    const auto list = mStrGrid();
+    if (list->ListCount() > -1) {
+        if (Keyboard::AsyncKeyDown(Keyboard::kLeftArrow)) {
+            if (list->ListIndex() > 0)
+                list->SetListIndex(list->ListIndex() - 1);
+        } else if (Keyboard::AsyncKeyDown(Keyboard::kRightArrow)) {
+            if (list->ListIndex() < list->ListCount() - 1)
+                list->SetListIndex(list->ListIndex() + 1);
+        }
+    }
+    return false;
+}
+
+void Mainform::mStrGrid_Change() {
+    const auto list = mStrGrid();
+    if (list->ListIndex() == -1)
+        list->SetListIndex(list->ScrollPosition() == 0 ? 0 : list->ListCount() - 1);
+}
+
+void Mainform::mStrGrid_DoubleClick() {
+    mStrGridDblClick_Action();
+}
+
+bool Mainform::mStrGrid_SortColumn(std::int32_t /*column*/) {
+    mFile_Number = mStrGrid()->ListIndex();
+    return false;
+}
+
+void Mainform::mStrGridDblClick_Action() {}
+
+} // namespace kirolane

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/bevelbutton.h"
+#include "platform/checkbox.h"
+#include "platform/editfield.h"
+#include "platform/popupmenu.h"
+#include "platform/statictext.h"
+#include "platform/text.h"
+#include "platform/updownarrows.h"
+#include "platform/window.h"
+
+#include <cstdint>
+#include <string>
+
+namespace kirolane {
+
+/// The preferences: shows the settings lines and writes them back as a whole when the button is pressed. A
+/// change acts on the console's Setting_Data alone; no window moves and no scan starts.
+class SettingForm : public Window {
+public:
+    SettingForm();
+
+    Ref<CheckBox> DisplayMode_Check() const { return Control<CheckBox>("DisplayMode_Check"); }
+    Ref<CheckBox> FullScreen_Check() const { return Control<CheckBox>("FullScreen_Check"); }
+    Ref<CheckBox> Hide_Check() const { return Control<CheckBox>("Hide_Check"); }
+    Ref<CheckBox> WindowColor_Check() const { return Control<CheckBox>("WindowColor_Check"); }
+    Ref<BevelButton> SettingButton() const { return Control<BevelButton>("SettingButton"); }
+    Ref<StaticText> MessageLabel() const { return Control<StaticText>("MessageLabel"); }
+    Ref<PopupMenu> FreeSeek_Popup() const { return Control<PopupMenu>("FreeSeek_Popup"); }
+    Ref<PopupMenu> mFreeSeek_Popup() const { return Control<PopupMenu>("mFreeSeek_Popup"); }
+    Ref<EditField> FolderNumber_Edit() const { return Control<EditField>("FolderNumber_Edit"); }
+    Ref<EditField> mFolderNumber_Edit() const { return Control<EditField>("mFolderNumber_Edit"); }
+    Ref<UpDownArrows> UpDownArrow() const { return Control<UpDownArrows>("UpDownArrow"); }
+    Ref<UpDownArrows> mUpDownArrow() const { return Control<UpDownArrows>("mUpDownArrow"); }
+    /// `n` is the folder's number, 1 to 10.
+    Ref<BevelButton> Folder_Bevel(std::int32_t n) const {
+        return Control<BevelButton>("Folder" + Str(n) + "_Bevel");
+    }
+    Ref<BevelButton> mFolder_Bevel(std::int32_t n) const {
+        return Control<BevelButton>("mFolder" + Str(n) + "_Bevel");
+    }
+    Ref<EditField> Folder_Edit(std::int32_t n) const {
+        return Control<EditField>("Folder" + Str(n) + "_Edit");
+    }
+    Ref<EditField> mFolder_Edit(std::int32_t n) const {
+        return Control<EditField>("mFolder" + Str(n) + "_Edit");
+    }
+
+    void Layout() override;
+    void CreateControls() override;
+
+    /// Centres the window on the first display and fills the two popups.
+    void Event_Open() override;
+};
+
+} // namespace kirolane

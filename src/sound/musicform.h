@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/bevelbutton.h"
+#include "platform/movieplayer.h"
+#include "platform/progressbar.h"
+#include "platform/slider.h"
+#include "platform/statictext.h"
+#include "platform/window.h"
+
+#include <cstdint>
+
+namespace kirolane {
+
+/// The small window of an open sound: its player and controls, on the screen only while a sound is open. Its
+/// state and nearly all that it does are the console's; a control has the name of its twin there, but for
+/// PosTime.
+class MusicForm : public Window {
+public:
+    MusicForm();
+
+    Ref<StaticText> FileLabel() const { return Control<StaticText>("FileLabel"); }
+    Ref<StaticText> PlayModeLabel() const { return Control<StaticText>("PlayModeLabel"); }
+    Ref<StaticText> MediaType() const { return Control<StaticText>("MediaType"); }
+    Ref<ProgressBar> VolumeProgress() const { return Control<ProgressBar>("VolumeProgress"); }
+    Ref<StaticText> VolumeLabel() const { return Control<StaticText>("VolumeLabel"); }
+    Ref<Slider> QTM_PosBar() const { return Control<Slider>("QTM_PosBar"); }
+    Ref<StaticText> PosTime() const { return Control<StaticText>("PosTime"); }
+    Ref<StaticText> MaxTime() const { return Control<StaticText>("MaxTime"); }
+    Ref<BevelButton> QTM_PlayButton() const { return Control<BevelButton>("QTM_PlayButton"); }
+    Ref<BevelButton> QTM_FrameFreeDownButton() const {
+        return Control<BevelButton>("QTM_FrameFreeDownButton");
+    }
+    Ref<BevelButton> QTM_FrameFreeUpButton() const { return Control<BevelButton>("QTM_FrameFreeUpButton"); }
+    Ref<StaticText> RateText() const { return Control<StaticText>("RateText"); }
+    Ref<Slider> Rate() const { return Control<Slider>("Rate"); }
+    Ref<MoviePlayer> QTM() const { return Control<MoviePlayer>("QTM"); }
+
+    void Layout() override;
+    void CreateControls() override;
+};
+
+} // namespace kirolane
