@@ -5,8 +5,6 @@
 #include "platform/timer.h"
 #include "platform/window.h"
 
-#include <chrono>
-
 namespace kirolane::headless {
 
 namespace {
@@ -109,6 +107,19 @@ bool HeadlessWindows::RunUntilIdle() {
     return true;
 }
 
+bool HeadlessWindows::RunUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+    const auto deadline = RealTime::now() + limit;
+    for (;;) {
+        RunReady();
+        if (condition())
+            return true;
+        if (RealTime::now() >= deadline)
+            return false;
+        std::unique_lock lock(m_mutex);
+        m_wakeUp.wait_for(lock, std::chrono::milliseconds(10), [this] { return m_woken; });
+    }
+}
+
 void HeadlessWindows::Advance(std::int64_t milliseconds) {
     const std::int64_t until = m_clock.Now() + milliseconds;
     RunReady();
@@ -174,7 +185,8 @@ void HeadlessWindows::EndLoop(int status) {
 void HeadlessWindows::Restart() {
     m_ended = false;
     m_idle = false;
-    TakeWoken();
+    const std::lock_guard lock(m_mutex);
+    m_woken = false;
 }
 
 void HeadlessWindows::Wake() {

@@ -3,6 +3,7 @@
 #include "platform/backend/windowsystem.h"
 #include "platform/headless/handclock.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -30,6 +31,9 @@ public:
     bool RunUntilIdle();
     /// The same without waiting for workers.
     void RunReady();
+    /// For an engine that plays in real time: runs what is ready, as it comes, until the condition holds. It
+    /// is asked after each wake-up and at least every 10 ms. False if it does not hold within `limit`.
+    bool RunUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
     /// Has a call made outside any delivery when the clock comes there, such as a report from a control.
     void At(std::int64_t millisecondsFromNow, std::function<void()> call);
 

@@ -1,0 +1,57 @@
+// The players on the scripted engine.
+
+#include "platform/headless/headless.h"
+#include "support/player_suite.h"
+
+namespace kirolane::tests {
+
+namespace {
+
+class HeadlessHarness : public PlayerHarness {
+public:
+    explicit HeadlessHarness(headless::ScriptedMovie traits) {
+        traits.length = LengthSeconds();
+        m_headless.media.Script("clip.mov", traits);
+        traits.length = OtherLengthSeconds();
+        m_headless.media.Script("other.mov", traits);
+        traits.opens = false;
+        m_headless.media.Script("bad.mov", traits);
+    }
+
+    MediaEngine& Media() override { return m_headless.media; }
+    WindowSystem& Windows() override { return m_headless.windows; }
+    [[nodiscard]] std::string Clip() const override { return "/clips/clip.mov"; }
+    [[nodiscard]] double LengthSeconds() const override { return 6.0; }
+    [[nodiscard]] std::string OtherClip() const override { return "/clips/other.mov"; }
+    [[nodiscard]] double OtherLengthSeconds() const override { return 4.0; }
+    [[nodiscard]] std::string BadFile() const override { return "/clips/bad.mov"; }
+
+    bool WaitUntil(const std::function<bool()>& condition) override {
+        for (int steps = 0; steps < 2000; ++steps) {
+            if (condition())
+                return true;
+            m_headless.windows.Advance(10);
+        }
+        return false;
+    }
+    [[nodiscard]] double Now() const override { return static_cast<double>(m_headless.clock.Now()) / 1000; }
+    [[nodiscard]] double Tolerance() const override { return 0.15; }
+    [[nodiscard]] double LengthTolerance() const override { return 0.0; }
+
+private:
+    headless::Headless m_headless;
+};
+
+std::unique_ptr<PlayerHarness> MakePrompt() {
+    return std::make_unique<HeadlessHarness>(headless::ScriptedMovie{});
+}
+std::unique_ptr<PlayerHarness> MakeSlow() {
+    return std::make_unique<HeadlessHarness>(headless::ScriptedMovie{.openDelay = 60, .seekDelay = 120});
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Headless, PlayerSuite, ::testing::Values(MakePrompt));
+INSTANTIATE_TEST_SUITE_P(SlowHeadless, PlayerSuite, ::testing::Values(MakeSlow));
+
+} // namespace kirolane::tests
