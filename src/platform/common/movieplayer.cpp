@@ -21,7 +21,10 @@ void MoviePlayer::SetMovie(const Ref<class Movie>& movie) {
     m_lastRead = 0.0;
     m_seekTo.reset();
     m_movie = movie;
-    if (!movie.IsNil()) {
+    if (movie.IsNil()) {
+        if (m_engine != nullptr)
+            m_engine->Release();
+    } else {
         m_loaded = m_engine->Load(movie->NativePath());
         if (!m_loaded)
             m_movie = nullptr;
