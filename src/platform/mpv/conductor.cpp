@@ -1,0 +1,167 @@
+#include "platform/mpv/conductor.h"
+
+#include <algorithm>
+
+namespace kirolane::mpv {
+
+namespace {
+/// How long the end of the program waits for files that do not answer.
+constexpr std::chrono::milliseconds kBurialLimit{500};
+} // namespace
+
+Conductor::Conductor(MpvOptions options) : m_options(std::move(options)), m_listener([this] { Run(); }) {
+    for (const PlayerRole& role : m_options.roles)
+        m_decks[role.path] =
+            std::async(std::launch::async, [this, &role] { return std::make_unique<Deck>(role, m_options); });
+}
+
+std::unique_ptr<Deck> Conductor::TakeDeck(const PlayerRole& role) {
+    const auto it = m_decks.find(role.path);
+    if (it == m_decks.end())
+        return std::make_unique<Deck>(role, m_options);
+    auto deck = std::move(it->second);
+    m_decks.erase(it);
+    return deck.get();
+}
+
+Conductor::~Conductor() {
+    {
+        const std::lock_guard lock(m_wakeMutex);
+        m_quit = true;
+    }
+    m_wakeUp.notify_one();
+    m_listener.join();
+    std::unique_lock lock(m_graveyard->mutex);
+    m_graveyard->done.wait_for(lock, kBurialLimit, [this] { return m_graveyard->underWay == 0; });
+}
+
+void Conductor::Add(Player& player) {
+    const std::lock_guard lock(m_mutex);
+    m_players.push_back(&player);
+}
+
+void Conductor::Remove(Player& player) {
+    const std::lock_guard lock(m_mutex);
+    std::erase(m_players, &player);
+}
+
+void Conductor::Wake() {
+    {
+        const std::lock_guard lock(m_wakeMutex);
+        m_woken = true;
+    }
+    m_wakeUp.notify_one();
+}
+
+void Conductor::Run() {
+    std::optional<TimePoint> deadline;
+    while (true) {
+        {
+            std::unique_lock lock(m_wakeMutex);
+            const auto called = [this] { return m_woken || m_quit; };
+            if (deadline)
+                m_wakeUp.wait_until(lock, *deadline, called);
+            else
+                m_wakeUp.wait(lock, called);
+            if (m_quit)
+                return;
+            m_woken = false;
+        }
+        {
+            const std::lock_guard lock(m_mutex);
+            for (Player* player : m_players)
+                player->Drain();
+            const TimePoint now = Clock::now();
+            for (Player* player : m_players)
+                player->GiveUpSeek(now);
+            Advance(now);
+            deadline = NextDeadline();
+        }
+        m_answered.notify_all();
+    }
+}
+
+std::optional<TimePoint> Conductor::NextDeadline() const {
+    std::optional<TimePoint> next;
+    for (const Player* player : m_players)
+        if (const auto deadline = player->Deadline(); deadline && (!next || *deadline < *next))
+            next = deadline;
+    return next;
+}
+
+void Conductor::Apply(std::span<const EngineOrder> orders) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_loadDeadline.reset(); // the handler is over
+        m_lastFailure.clear();
+        const TimePoint now = Clock::now();
+        for (Player* player : m_players)
+            if (player->Ahead()) // nobody asked for it after all
+                player->Unload();
+        std::vector<Player*> starters;
+        for (const EngineOrder& each : orders) {
+            auto& player = static_cast<Player&>(*each.engine);
+            if (each.order.unload)
+                player.Unload();
+            player.Want(each.order);
+            if (player.StartsBy(each.order))
+                starters.push_back(&player);
+        }
+        if (starters.size() > 1) {
+            ++m_lastGroup;
+            for (Player* player : starters)
+                player->SetGroup(m_lastGroup);
+        }
+        Advance(now);
+    }
+    Wake(); // for the deadline of a seek
+}
+
+void Conductor::Advance(TimePoint now) {
+    for (Player* player : m_players)
+        player->Advance(player->Group() != 0, now);
+    for (Player* player : m_players) {
+        if (!player->WantsStart() || !player->Ready())
+            continue;
+        const unsigned group = player->Group();
+        if (group == 0) {
+            player->Start();
+            continue;
+        }
+        const auto waits = [group](const Player* other) {
+            return other->Group() == group && other->WantsStart();
+        };
+        if (std::any_of(m_players.begin(), m_players.end(),
+                        [&](const Player* other) { return waits(other) && !other->Ready(); }))
+            continue;
+        std::vector<Player*> together;
+        std::copy_if(m_players.begin(), m_players.end(), std::back_inserter(together), waits);
+        for (Player* other : together)
+            other->Start();
+    }
+}
+
+Player* Conductor::TwinOf(const Player& player) const {
+    const Role role = player.GetRole().role;
+    if (role == Role::Sound)
+        return nullptr;
+    const Role other = role == Role::Stage ? Role::Preview : Role::Stage;
+    const auto it = std::find_if(m_players.begin(), m_players.end(),
+                                 [other](const Player* twin) { return twin->GetRole().role == other; });
+    return it == m_players.end() ? nullptr : *it;
+}
+
+void Conductor::Bury(std::unique_ptr<Deck> deck) {
+    {
+        const std::lock_guard lock(m_graveyard->mutex);
+        ++m_graveyard->underWay;
+    }
+    std::thread([deck = std::move(deck), graveyard = m_graveyard]() mutable {
+        deck.reset();
+        const std::lock_guard lock(graveyard->mutex);
+        --graveyard->underWay;
+        graveyard->done.notify_all();
+    }).detach();
+}
+
+} // namespace kirolane::mpv

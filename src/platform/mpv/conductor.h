@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/mpv/duration_probe.h"
+#include "platform/mpv/mpv_media.h"
+#include "platform/mpv/player.h"
+
+#include <condition_variable>
+#include <future>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace kirolane::mpv {
+
+/// Leads the players of one MpvMedia: listens to libmpv on a thread of its own, so that a busy event loop
+/// delays no start, and lets those that start in one handler start together.
+class Conductor : public std::enable_shared_from_this<Conductor> {
+public:
+    explicit Conductor(MpvOptions options);
+    ~Conductor();
+    Conductor(const Conductor&) = delete;
+    Conductor& operator=(const Conductor&) = delete;
+
+    [[nodiscard]] const MpvOptions& Options() const { return m_options; }
+    [[nodiscard]] std::mutex& Mutex() const { return m_mutex; }
+
+    void Add(Player& player);
+    void Remove(Player& player);
+    /// Any thread: a player has something to say.
+    void Wake();
+
+    // Main thread.
+
+    /// The deck made ready for that role. Throws RuntimeException.
+    std::unique_ptr<Deck> TakeDeck(const PlayerRole& role);
+    bool Load(Player& player, const std::string& nativePath);
+    void Apply(std::span<const EngineOrder> orders);
+
+    /// Destroys a deck on a thread of its own, since a file that does not answer may hold that up.
+    void Bury(std::unique_ptr<Deck> deck);
+
+private:
+    struct Measured {
+        MediaFile file;
+        Length length;
+    };
+    /// Shared with the threads that destroy decks, which may outlive this.
+    struct Graveyard {
+        std::mutex mutex;
+        std::condition_variable done;
+        int underWay = 0; ///< under mutex
+    };
+
+    void Run();
+    /// Under the lock.
+    void Advance(TimePoint now);
+    [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
+    [[nodiscard]] Player* TwinOf(const Player& player) const;
+    bool Fail(Player& player, const std::string& path, const std::string& cause);
+
+    const MpvOptions m_options;
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_answered;
+    // Under m_mutex.
+    std::vector<Player*> m_players;
+    unsigned m_lastGroup = 0;
+
+    // The main thread's.
+    std::map<std::string, std::future<std::unique_ptr<Deck>>, std::less<>> m_decks; ///< being made
+    std::optional<TimePoint> m_loadDeadline; ///< of the handler that runs
+    std::string m_lastFailure;               ///< said in this handler
+    Measured m_measured;                     ///< the file measured last
+
+    std::mutex m_wakeMutex;
+    std::condition_variable m_wakeUp;
+    bool m_woken = false; ///< these two under m_wakeMutex
+    bool m_quit = false;
+
+    std::shared_ptr<Graveyard> m_graveyard = std::make_shared<Graveyard>();
+
+    std::thread m_listener;
+};
+
+} // namespace kirolane::mpv

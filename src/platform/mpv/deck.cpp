@@ -1,0 +1,101 @@
+#include "platform/mpv/deck.h"
+
+#include "platform/exceptions.h"
+#include "platform/mpv/deck_options.h"
+
+#include <cstdio>
+
+namespace kirolane::mpv {
+
+namespace {
+
+constexpr std::uint64_t Id(Topic topic) {
+    return static_cast<std::uint64_t>(topic);
+}
+
+struct Observed {
+    const char* name;
+    mpv_format format;
+    Topic topic;
+};
+
+constexpr Observed kObserved[] = {
+    {"time-pos", MPV_FORMAT_DOUBLE, Topic::TimePos},
+    {"eof-reached", MPV_FORMAT_FLAG, Topic::EofReached},
+    {"core-idle", MPV_FORMAT_FLAG, Topic::CoreIdle},
+    {"current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack},
+};
+
+void Check(int status, const char* what) {
+    if (status < 0)
+        throw RuntimeException(std::string("libmpv: ") + what + ": " + mpv_error_string(status));
+}
+
+} // namespace
+
+Deck::Deck(const PlayerRole& role, const MpvOptions& options) : m_handle(mpv_create()) {
+    if (m_handle == nullptr)
+        throw RuntimeException("libmpv does not start (it needs the numeric locale C)");
+    try {
+        ApplyOptions(m_handle, role, options);
+        Check(mpv_initialize(m_handle), "start");
+        for (const Observed& observed : kObserved)
+            Check(mpv_observe_property(m_handle, Id(observed.topic), observed.name, observed.format),
+                  observed.name);
+        mpv_render_param params[] = {
+            {MPV_RENDER_PARAM_API_TYPE, const_cast<char*>(MPV_RENDER_API_TYPE_SW)},
+            {MPV_RENDER_PARAM_INVALID, nullptr},
+        };
+        Check(mpv_render_context_create(&m_renderer, m_handle, params), "software renderer");
+    } catch (...) {
+        mpv_terminate_destroy(m_handle);
+        throw;
+    }
+}
+
+Deck::~Deck() {
+    // In this order: libmpv aborts if the renderer outlives its player.
+    mpv_render_context_free(m_renderer);
+    mpv_terminate_destroy(m_handle);
+}
+
+void Deck::SetWakeUp(std::function<void()> wakeUp) {
+    mpv_set_wakeup_callback(m_handle, nullptr, nullptr);
+    m_wakeUp = std::move(wakeUp);
+    if (m_wakeUp)
+        mpv_set_wakeup_callback(
+            m_handle, [](void* self) { static_cast<Deck*>(self)->m_wakeUp(); }, this);
+}
+
+void Deck::Load(const std::string& uri) {
+    const char* command[] = {"loadfile", uri.c_str(), "replace", nullptr};
+    mpv_command_async(m_handle, Id(Topic::FileLoad), command);
+}
+
+void Deck::Stop() {
+    const char* command[] = {"stop", nullptr};
+    mpv_command_async(m_handle, Id(Topic::None), command);
+}
+
+void Deck::SetPause(bool pause) {
+    int flag = pause ? 1 : 0;
+    mpv_set_property_async(m_handle, Id(pause ? Topic::None : Topic::Unpause), "pause", MPV_FORMAT_FLAG,
+                           &flag);
+}
+
+void Deck::Seek(double seconds) {
+    char target[64];
+    std::snprintf(target, sizeof target, "%.9f", seconds);
+    const char* command[] = {"seek", target, "absolute+exact", nullptr};
+    mpv_command_async(m_handle, Id(Topic::None), command);
+}
+
+void Deck::SetNumber(const char* property, double value) {
+    mpv_set_property_async(m_handle, Id(Topic::None), property, MPV_FORMAT_DOUBLE, &value);
+}
+
+void Deck::Ask(const char* property, mpv_format format, Topic topic) {
+    mpv_get_property_async(m_handle, Id(topic), property, format);
+}
+
+} // namespace kirolane::mpv

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/mpv/mpv_media.h"
+
+#include <mpv/client.h>
+#include <mpv/render.h>
+
+#include <functional>
+#include <string>
+
+namespace kirolane::mpv {
+
+/// What the messages of a deck's properties and replies are told apart by.
+enum class Topic : std::uint64_t {
+    None,
+    // Observed.
+    TimePos,    ///< seconds
+    EofReached, ///< flag
+    CoreIdle,   ///< flag
+    VideoTrack, ///< there while a track with pictures is selected; a reply too, after FILE_LOADED
+    // Replies.
+    FileLoad,     ///< the command has been taken
+    FileFormat,   ///< after FILE_LOADED
+    FileDuration, ///< after FileFormat
+    VideoWidth,   ///< after the first restart; there if a picture has been decoded
+    SampleRate,   ///< after VideoWidth; there if sound has been decoded
+    Settled,      ///< the flag eof-reached after a restart; the last
+    Unpause,
+};
+
+/// One warm libmpv player: the handle and its software renderer. The calls after the making never wait. Any
+/// thread, but Next on one only.
+class Deck {
+public:
+    /// Throws RuntimeException.
+    Deck(const PlayerRole& role, const MpvOptions& options);
+    /// May take long if the file does not answer. The callbacks must have been cleared.
+    ~Deck();
+    Deck(const Deck&) = delete;
+    Deck& operator=(const Deck&) = delete;
+
+    /// Called on libmpv's threads when Next has something; must only wake. Empty clears it.
+    void SetWakeUp(std::function<void()> wakeUp);
+    /// The next message; of id MPV_EVENT_NONE if there is none now.
+    const mpv_event& Next() { return *mpv_wait_event(m_handle, 0); }
+
+    void Load(const std::string& uri);
+    void Stop();
+    void SetPause(bool pause);
+    void Seek(double seconds);
+    void SetNumber(const char* property, double value);
+    void Ask(const char* property, mpv_format format, Topic topic);
+
+    [[nodiscard]] mpv_render_context* Renderer() const { return m_renderer; }
+    [[nodiscard]] mpv_handle* Handle() const { return m_handle; }
+
+private:
+    mpv_handle* m_handle = nullptr;
+    mpv_render_context* m_renderer = nullptr;
+    std::function<void()> m_wakeUp;
+};
+
+} // namespace kirolane::mpv

@@ -1,0 +1,46 @@
+#include "platform/mpv/duration_probe.h"
+
+#include "platform/mpv/packet_scan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace kirolane::mpv {
+
+namespace {
+
+/// Containers without a duration of their own: libavformat guesses from the bit rate or from the last time
+/// stamps. Of these MP3 has one where a certain header is there.
+constexpr std::string_view kGuessed[] = {"mpegvideo", "m4v", "mp3", "aac", "mpeg", "mpegts"};
+
+constexpr auto kScanLimit = std::chrono::milliseconds(500);
+
+/// For what plays and yet has no length that could be found: one picture.
+constexpr double kLeast = 0.04;
+
+/// An extrapolation gives way to a guess from time stamps that lies this near, as a share of it.
+constexpr double kAgrees = 0.3;
+
+} // namespace
+
+Length LengthOf(const MediaFile& file, const std::string& format, double told) {
+    const bool guessed = std::find(std::begin(kGuessed), std::end(kGuessed), format) != std::end(kGuessed);
+    if (told > 0.0 && std::isfinite(told) && !guessed)
+        return {told, true};
+
+    const PacketScan scan = ScanPackets(file.path, kScanLimit);
+    if (scan.headerSeconds > 0.0)
+        return {scan.headerSeconds, true};
+    if (scan.complete && scan.seconds > 0.0)
+        return {scan.seconds, true};
+    if (scan.seconds > 0.0 && scan.bytesRead > 0) {
+        const double whole = scan.seconds * static_cast<double>(std::max(file.size, scan.bytesRead)) /
+                             static_cast<double>(scan.bytesRead);
+        const bool agrees = scan.hasTimeStamps && std::abs(told - whole) < whole * kAgrees;
+        return {agrees ? told : whole, false};
+    }
+    return {std::isfinite(told) ? std::max(told, kLeast) : kLeast, false};
+}
+
+} // namespace kirolane::mpv

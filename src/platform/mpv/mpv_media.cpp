@@ -1,0 +1,32 @@
+#include "platform/mpv/mpv_media.h"
+
+#include "platform/mpv/conductor.h"
+#include "platform/mpv/quiet_libraries.h"
+
+#include <algorithm>
+#include <clocale>
+
+namespace kirolane::mpv {
+
+MpvMedia::MpvMedia(MpvOptions options) {
+    QuietLibraries();
+    std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe): at the start of the process
+    m_conductor = std::make_shared<Conductor>(std::move(options));
+}
+
+MpvMedia::~MpvMedia() = default;
+
+std::unique_ptr<PlayerEngine> MpvMedia::MakePlayer(std::string_view path) {
+    const auto& roles = m_conductor->Options().roles;
+    const auto it = std::find_if(roles.begin(), roles.end(),
+                                 [path](const PlayerRole& role) { return role.path == path; });
+    const PlayerRole role =
+        it != roles.end() ? *it : PlayerRole{std::string(path), Role::Stage, std::string(path)};
+    return std::make_unique<Player>(m_conductor, role, m_conductor->TakeDeck(role));
+}
+
+void MpvMedia::Apply(std::span<const EngineOrder> orders) {
+    m_conductor->Apply(orders);
+}
+
+} // namespace kirolane::mpv

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+namespace kirolane::mpv {
+
+/// What reading a file's packets in order gave.
+struct PacketScan {
+    double headerSeconds = 0.0; ///< a duration that the file states itself; the packets are then not read
+    double seconds = 0.0;       ///< of the longest stream as far as read
+    std::int64_t bytesRead = 0;
+    bool complete = false;      ///< read to the end
+    bool hasTimeStamps = false; ///< of the container's own
+};
+
+/// Reads for at most that long. Opens that one regular file and nothing else, whatever it says. All 0 if it
+/// cannot be read.
+PacketScan ScanPackets(const std::string& path, std::chrono::milliseconds limit);
+
+} // namespace kirolane::mpv

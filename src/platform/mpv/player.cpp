@@ -1,0 +1,219 @@
+#include "platform/mpv/player.h"
+
+#include "platform/mpv/conductor.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kirolane::mpv {
+
+namespace {
+/// libmpv's range of speeds.
+constexpr double kSlowest = 0.01;
+constexpr double kFastest = 100.0;
+
+/// libmpv's volume is cubic.
+double CubicVolume(std::int32_t linear) {
+    return 100.0 * std::cbrt(static_cast<double>(linear) / 256.0);
+}
+} // namespace
+
+Player::Player(std::shared_ptr<Conductor> conductor, PlayerRole role, std::unique_ptr<Deck> deck)
+    : m_conductor(std::move(conductor)), m_role(std::move(role)), m_deck(std::move(deck)) {
+    m_pictures.Attach(m_deck->Renderer());
+    m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
+    m_conductor->Add(*this);
+}
+
+Player::~Player() {
+    m_conductor->Remove(*this);
+    m_deck->SetWakeUp({});
+    m_pictures.Detach();
+    m_conductor->Bury(std::move(m_deck));
+}
+
+bool Player::Load(const std::string& nativePath) {
+    return m_conductor->Load(*this, nativePath);
+}
+
+void Player::Release() {
+    const std::lock_guard lock(m_conductor->Mutex());
+    m_released = true;
+}
+
+double Player::Duration() const {
+    const std::lock_guard lock(m_conductor->Mutex());
+    return m_duration;
+}
+
+double Player::Position() const {
+    const std::lock_guard lock(m_conductor->Mutex());
+    if (m_phase != Phase::Open)
+        return 0.0;
+    if (m_nextSeek)
+        return *m_nextSeek;
+    if (m_flight)
+        return m_flight->target;
+    return AtEndNow() ? m_duration : std::clamp(m_clock.Read(Clock::now()), 0.0, m_duration);
+}
+
+bool Player::AtEnd() const {
+    const std::lock_guard lock(m_conductor->Mutex());
+    return AtEndNow();
+}
+
+bool Player::AtEndNow() const {
+    return m_phase == Phase::Open && m_eof && !m_flight && !m_nextSeek;
+}
+
+void Player::Reset() {
+    m_released = false;
+    m_ahead = false;
+    m_duration = 0.0;
+    m_exact = false;
+    m_started = false;
+    m_described = false;
+    m_decoded = false;
+    m_format.clear();
+    m_containerDuration = 0.0;
+    m_failure.clear();
+    m_running = false;
+    m_nextSeek.reset();
+    m_group = 0;
+    m_flight.reset();
+    m_restsAt.reset();
+    m_eof = false;
+    m_endTold = false;
+    if (m_toldRunning)
+        m_deck->SetPause(true);
+    m_toldRunning = false;
+    m_clock.Set(0.0);
+    m_pictures.Expect();
+}
+
+void Player::Open(const MediaFile& file, bool ahead) {
+    Reset();
+    m_phase = Phase::Opening;
+    m_file = file;
+    m_ahead = ahead;
+    m_flight = Flight{0.0, TimePoint::max()};
+    ++m_loadsUnderWay;
+    m_deck->Load(file.path);
+}
+
+void Player::Opened(double duration, bool exact, TimePoint now) {
+    m_phase = Phase::Open;
+    m_duration = duration;
+    m_exact = exact;
+    if (m_flight)
+        m_flight->limit = now + m_conductor->Options().seekLimit;
+}
+
+void Player::Unload() {
+    if (m_phase != Phase::Empty)
+        m_deck->Stop();
+    Reset();
+    m_phase = Phase::Empty;
+}
+
+std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
+    m_deck->SetWakeUp({});
+    m_pictures.Detach();
+    std::swap(m_deck, deck);
+    m_toldRunning = false;
+    m_toldRate = 1.0;
+    m_toldVolume = 256;
+    m_loadsUnderWay = 0;
+    Reset();
+    m_phase = Phase::Empty;
+    m_pictures.Attach(m_deck->Renderer());
+    m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
+    return deck;
+}
+
+void Player::Want(const PlayerOrder& order) {
+    m_rate = std::clamp(order.rate, kSlowest, kFastest);
+    m_volume = order.volume;
+    if (m_phase != Phase::Open)
+        return;
+    m_running = order.running;
+    if (!m_running)
+        m_group = 0;
+    if (!order.seekTo)
+        return;
+    // Where it stands, or goes already, without running: equal orders are one seek.
+    const std::optional<double> place = m_nextSeek ? m_nextSeek
+                                        : m_flight ? std::optional(m_flight->target)
+                                                   : m_restsAt;
+    if (m_toldRunning || place != order.seekTo)
+        m_nextSeek = order.seekTo;
+}
+
+bool Player::StartsBy(const PlayerOrder& order) const {
+    return m_phase == Phase::Open && order.running && (!m_toldRunning || order.seekTo || m_group != 0);
+}
+
+void Player::Start() {
+    m_deck->SetPause(false);
+    m_toldRunning = true;
+    m_restsAt.reset();
+    m_group = 0;
+}
+
+void Player::Halt(TimePoint now) {
+    if (!m_toldRunning)
+        return;
+    m_deck->SetPause(true);
+    m_toldRunning = false;
+    m_clock.Halt(now);
+}
+
+void Player::Advance(bool haltToSeek, TimePoint now) {
+    if (m_phase == Phase::Empty)
+        return;
+    if (m_toldRate != m_rate) {
+        m_deck->SetNumber("speed", m_rate);
+        m_clock.SetRate(m_rate, now);
+        m_toldRate = m_rate;
+    }
+    if (m_toldVolume != m_volume) {
+        m_deck->SetNumber("volume", CubicVolume(m_volume));
+        m_toldVolume = m_volume;
+    }
+    if (m_phase != Phase::Open)
+        return;
+    if (!m_running)
+        Halt(now);
+    if (!m_nextSeek || m_flight) // one at a time: its end is then told from the next one's
+        return;
+    if (haltToSeek)
+        Halt(now);
+    m_deck->Seek(*m_nextSeek);
+    m_flight = Flight{*m_nextSeek, now + m_conductor->Options().seekLimit};
+    m_clock.Set(*m_nextSeek);
+    m_nextSeek.reset();
+    m_restsAt.reset();
+}
+
+std::optional<TimePoint> Player::Deadline() const {
+    if (m_phase != Phase::Open || !m_flight)
+        return std::nullopt;
+    return m_flight->limit;
+}
+
+void Player::GiveUpSeek(TimePoint now) {
+    if (const auto deadline = Deadline(); deadline && *deadline <= now)
+        Land(now);
+}
+
+void Player::Land(TimePoint now) {
+    const double target = m_flight->target;
+    m_flight.reset();
+    m_clock.Set(target);
+    if (m_toldRunning)
+        m_clock.Start(now);
+    else
+        m_restsAt = target;
+}
+
+} // namespace kirolane::mpv

@@ -1,0 +1,145 @@
+#pragma once
+
+#include "platform/backend/mediaengine.h"
+#include "platform/mpv/deck.h"
+#include "platform/mpv/media_file.h"
+#include "platform/mpv/picture_path.h"
+#include "platform/mpv/play_clock.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace kirolane::mpv {
+
+class Conductor;
+
+/// One player: what is wanted of it, what libmpv has been told, and what libmpv said. PlayerEngine's calls
+/// are the main thread's and lock; everything else is the conductor's, under its lock.
+class Player : public PlayerEngine {
+public:
+    Player(std::shared_ptr<Conductor> conductor, PlayerRole role, std::unique_ptr<Deck> deck);
+    ~Player() override;
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
+
+    // PlayerEngine.
+    bool Load(const std::string& nativePath) override;
+    void Release() override;
+    [[nodiscard]] double Duration() const override;
+    [[nodiscard]] double Position() const override;
+    [[nodiscard]] bool AtEnd() const override;
+    [[nodiscard]] FrameSource* Frames() override { return &m_pictures; }
+
+    enum class Phase : std::uint8_t { Empty, Opening, Open };
+
+    [[nodiscard]] const PlayerRole& GetRole() const { return m_role; }
+    [[nodiscard]] Phase GetPhase() const { return m_phase; }
+    [[nodiscard]] const MediaFile& File() const { return m_file; }
+
+    // Opening.
+
+    /// Sets libmpv to load the file, halted. `ahead`: before anyone has asked for it.
+    void Open(const MediaFile& file, bool ahead);
+    /// It is what a Load asked for.
+    void Claim() { m_ahead = false; }
+    [[nodiscard]] bool Ahead() const { return m_ahead; }
+    /// Nothing in it is wanted.
+    [[nodiscard]] bool Free() const { return m_phase == Phase::Empty || m_released; }
+    /// "" or why the file cannot be played.
+    [[nodiscard]] const std::string& Failure() const { return m_failure; }
+    /// libmpv has opened the container: format and duration are known.
+    [[nodiscard]] bool Described() const { return m_described; }
+    [[nodiscard]] const std::string& Format() const { return m_format; }
+    [[nodiscard]] double ContainerDuration() const { return m_containerDuration; } ///< 0 for unknown
+    /// A picture or sound of the file has been decoded.
+    [[nodiscard]] bool Decoded() const { return m_decoded; }
+    /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
+    void Opened(double duration, bool exact, TimePoint now);
+    /// Empties the player.
+    void Unload();
+    /// Takes a new deck in place of one that does not answer, and gives that back.
+    std::unique_ptr<Deck> Replace(std::unique_ptr<Deck> deck);
+
+    // Playing.
+
+    void Want(const PlayerOrder& order);
+    /// An order that starts it or moves it while it runs.
+    [[nodiscard]] bool StartsBy(const PlayerOrder& order) const;
+    [[nodiscard]] unsigned Group() const { return m_group; }
+    void SetGroup(unsigned group) { m_group = group; }
+    [[nodiscard]] bool WantsStart() const { return m_phase == Phase::Open && m_running && !m_toldRunning; }
+    /// Stands where it is to start from.
+    [[nodiscard]] bool Ready() const { return !m_nextSeek && !m_flight; }
+    void Start();
+    /// Tells libmpv what it need not wait for. `haltToSeek`: others are to go on with it after the seek.
+    void Advance(bool haltToSeek, TimePoint now);
+    /// When the wait for a seek ends, if there is one.
+    [[nodiscard]] std::optional<TimePoint> Deadline() const;
+    void GiveUpSeek(TimePoint now);
+
+    /// Takes in everything that libmpv has to say.
+    void Drain();
+
+private:
+    /// A seek on its way, or the opening's way to the first picture.
+    struct Flight {
+        double target = 0.0;
+        TimePoint limit;
+        bool settling = false; ///< it has come back; the last reply is awaited
+    };
+
+    void Take(const mpv_event& event, TimePoint now);
+    void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
+    void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
+    void TakeEnd(const mpv_event_end_file& end);
+    void TakeRestart();
+    void Land(TimePoint now);
+    void SetEof(bool eof, TimePoint now);
+    void Halt(TimePoint now);
+    void Reset();
+    [[nodiscard]] bool AtEndNow() const;
+
+    std::shared_ptr<Conductor> m_conductor;
+    const PlayerRole m_role;
+    std::unique_ptr<Deck> m_deck;
+    PicturePath m_pictures;
+
+    Phase m_phase = Phase::Empty;
+    MediaFile m_file;
+    bool m_ahead = false;
+    bool m_released = false;
+    double m_duration = 0.0;
+    bool m_exact = false;
+
+    // The opening.
+    int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken
+    bool m_started = false;
+    std::int64_t m_entry = 0; ///< libmpv's number of the file that it started
+    bool m_described = false;
+    bool m_decoded = false;
+    std::string m_format;
+    double m_containerDuration = 0.0;
+    std::string m_failure;
+
+    // What is wanted.
+    bool m_running = false;
+    double m_rate = 1.0;
+    std::int32_t m_volume = 256;
+    std::optional<double> m_nextSeek; ///< not yet told
+    unsigned m_group = 0;             ///< players of one group start together
+
+    // What libmpv has been told.
+    bool m_toldRunning = false;
+    double m_toldRate = 1.0;
+    std::int32_t m_toldVolume = 256;
+    std::optional<Flight> m_flight;
+    std::optional<double> m_restsAt; ///< it has not run since it was set there
+
+    // What it said.
+    PlayClock m_clock;
+    bool m_eof = false;
+    bool m_endTold = false;
+};
+
+} // namespace kirolane::mpv

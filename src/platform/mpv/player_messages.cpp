@@ -1,0 +1,192 @@
+#include "platform/mpv/player.h"
+
+#include "platform/common/runtime.h"
+#include "platform/mpv/conductor.h"
+
+#include <cstdio>
+
+namespace kirolane::mpv {
+
+namespace {
+
+/// An end of the data so much ahead of the Duration is a fault of the file, in seconds.
+constexpr double kEarly = 1.0;
+
+template <class T> const T* ValueOf(const mpv_event_property& property, mpv_format format) {
+    return property.format == format ? static_cast<const T*>(property.data) : nullptr;
+}
+
+bool Flag(const mpv_event_property& property) {
+    const int* flag = ValueOf<int>(property, MPV_FORMAT_FLAG);
+    return flag != nullptr && *flag != 0;
+}
+
+} // namespace
+
+void Player::Drain() {
+    while (true) {
+        const mpv_event& event = m_deck->Next();
+        if (event.event_id == MPV_EVENT_NONE)
+            return;
+        Take(event, Clock::now());
+    }
+}
+
+void Player::Take(const mpv_event& event, TimePoint now) {
+    const auto topic = static_cast<Topic>(event.reply_userdata);
+    switch (event.event_id) {
+    case MPV_EVENT_COMMAND_REPLY:
+        if (topic == Topic::FileLoad && --m_loadsUnderWay == 0 && event.error < 0)
+            m_failure = mpv_error_string(event.error);
+        break;
+    case MPV_EVENT_PROPERTY_CHANGE:
+        TakeProperty(topic, *static_cast<const mpv_event_property*>(event.data), now);
+        break;
+    case MPV_EVENT_GET_PROPERTY_REPLY:
+    case MPV_EVENT_SET_PROPERTY_REPLY:
+        TakeReply(topic, event, now);
+        break;
+    case MPV_EVENT_START_FILE:
+        if (m_phase != Phase::Opening || m_loadsUnderWay > 0)
+            break;
+        m_started = true;
+        m_entry = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
+        m_pictures.FileStarted();
+        break;
+    case MPV_EVENT_FILE_LOADED:
+        if (!m_started || m_loadsUnderWay > 0)
+            break;
+        m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
+        m_deck->Ask("file-format", MPV_FORMAT_STRING, Topic::FileFormat);
+        m_deck->Ask("duration", MPV_FORMAT_DOUBLE, Topic::FileDuration);
+        break;
+    case MPV_EVENT_PLAYBACK_RESTART:
+        TakeRestart();
+        break;
+    case MPV_EVENT_END_FILE:
+        TakeEnd(*static_cast<const mpv_event_end_file*>(event.data));
+        break;
+    default:
+        break;
+    }
+}
+
+void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now) {
+    if (m_phase == Phase::Empty || m_loadsUnderWay > 0)
+        return;
+    switch (topic) {
+    case Topic::TimePos:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE);
+            seconds != nullptr && m_toldRunning && !m_flight)
+            m_clock.Observe(*seconds, now);
+        break;
+    case Topic::EofReached:
+        SetEof(Flag(property), now);
+        break;
+    case Topic::CoreIdle:
+        // Data that does not come in time: the picture stands, and so does the position.
+        if (!m_toldRunning || m_flight)
+            break;
+        if (Flag(property))
+            m_clock.Halt(now);
+        else
+            m_clock.Start(now);
+        break;
+    case Topic::VideoTrack:
+        m_pictures.SetHasPicture(ValueOf<std::int64_t>(property, MPV_FORMAT_INT64) != nullptr);
+        break;
+    default:
+        break;
+    }
+}
+
+void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
+    if (topic == Topic::Unpause) {
+        if (m_toldRunning && !m_flight && !m_clock.Running())
+            m_clock.Start(now);
+        return;
+    }
+    if (event.event_id != MPV_EVENT_GET_PROPERTY_REPLY || !m_started || m_loadsUnderWay > 0)
+        return;
+    const auto& property = *static_cast<const mpv_event_property*>(event.data);
+    const bool known = event.error >= 0;
+    switch (topic) {
+    case Topic::VideoTrack:
+        m_pictures.SetHasPicture(known);
+        break;
+    case Topic::FileFormat:
+        if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
+            m_format = *format;
+        break;
+    case Topic::FileDuration:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
+            m_containerDuration = *seconds;
+        m_described = true;
+        break;
+    case Topic::VideoWidth:
+        if (known) {
+            m_decoded = true;
+            m_pictures.FirstPictureTaken();
+        }
+        break;
+    case Topic::SampleRate:
+        m_decoded = m_decoded || known;
+        if (!m_decoded)
+            m_failure = "nothing in it can be played";
+        break;
+    case Topic::Settled:
+        if (!m_flight || !m_flight->settling)
+            break;
+        Land(now);
+        SetEof(known && Flag(property), now);
+        break;
+    default:
+        break;
+    }
+}
+
+void Player::TakeRestart() {
+    if (!m_started || m_loadsUnderWay > 0)
+        return;
+    if (m_flight)
+        m_flight->settling = true;
+    if (!m_decoded) {
+        m_deck->Ask("video-params/w", MPV_FORMAT_INT64, Topic::VideoWidth);
+        m_deck->Ask("audio-params/samplerate", MPV_FORMAT_INT64, Topic::SampleRate);
+    }
+    m_deck->Ask("eof-reached", MPV_FORMAT_FLAG, Topic::Settled);
+}
+
+void Player::TakeEnd(const mpv_event_end_file& end) {
+    if (!m_started || m_loadsUnderWay > 0 || end.playlist_entry_id != m_entry)
+        return;
+    m_started = false;
+    const std::string cause =
+        end.reason == MPV_END_FILE_REASON_ERROR ? mpv_error_string(end.error) : "nothing in it can be played";
+    if (m_phase == Phase::Opening) {
+        m_failure = cause;
+    } else if (m_phase == Phase::Open) {
+        // Given up in the middle. It is the end for whoever waits for one.
+        Runtime::WriteLine(m_file.path + ": " + cause);
+        m_endTold = true;
+        m_flight.reset();
+        m_nextSeek.reset();
+        m_eof = true;
+    }
+}
+
+void Player::SetEof(bool eof, TimePoint now) {
+    const bool wasAtEnd = AtEndNow();
+    m_eof = eof;
+    if (wasAtEnd || !AtEndNow() || m_endTold || !m_exact)
+        return;
+    const double reached = m_clock.Read(now);
+    if (m_duration - reached < kEarly)
+        return;
+    m_endTold = true;
+    char text[96];
+    std::snprintf(text, sizeof text, ": the data ends at %.1f s of %.1f s", reached, m_duration);
+    Runtime::WriteLine(m_file.path + text);
+}
+
+} // namespace kirolane::mpv
