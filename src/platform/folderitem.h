@@ -53,9 +53,9 @@ public:
 private:
     [[nodiscard]] const FolderSnapshot& Contents() const;
 
-    std::string m_nativePath; ///< empty where a snapshot answers
-    std::shared_ptr<const FolderSnapshot> m_snapshot;
-    std::size_t m_index;
+    std::string m_nativePath;                                 ///< empty where a snapshot answers
+    std::shared_ptr<const FolderSnapshot> m_snapshot;         ///< of the folder that the item stands in
+    std::size_t m_index;                                      ///< in m_snapshot
     mutable std::shared_ptr<const FolderSnapshot> m_contents; ///< read by the first Count or Item
 };
 

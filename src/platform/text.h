@@ -34,7 +34,8 @@ double CDbl(std::string_view s);
 bool Equals(std::string_view a, std::string_view b);
 
 /// The order in which a person expects names: letters without case, runs of digits by their number ("2"
-/// before "10"), equal names by their bytes. Negative, 0 or positive; 0 only for identical bytes.
+/// before "10", full-width digits alike), equal names by their bytes. Negative, 0 or positive; 0 only for
+/// identical bytes.
 int CompareNames(std::string_view a, std::string_view b);
 
 /// s with every byte that is not part of valid UTF-8 replaced by U+FFFD: what is shown of a name.

@@ -1,20 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace kirolane {
 
 enum class FileKind : std::uint8_t { Missing, File, Folder, Other };
 
-/// One item of a folder as the system lists it. Links count as what they lead to.
-struct FolderEntry {
-    std::string name;
-    bool isFolder = false;
-};
+/// Takes one item of a folder as the system lists it; the name is valid only within the call. Links count as
+/// what they lead to.
+using FolderVisitor = std::function<void(std::string_view name, bool isFolder)>;
 
 /// A text file open for writing, not yet changed.
 class TextSink {
@@ -37,9 +35,10 @@ public:
     [[nodiscard]] virtual std::string DesktopFolder() const = 0;
 
     [[nodiscard]] virtual FileKind Kind(const std::string& path) const = 0;
-    /// In the system's order, unsorted, without "." and "..". Empty with a cause if it fails.
-    [[nodiscard]] virtual std::vector<FolderEntry> ReadFolder(const std::string& path,
-                                                              std::string& cause) const = 0;
+    /// In the system's order, unsorted, without "." and "..". False with a cause if it fails, perhaps after
+    /// some items.
+    virtual bool ReadFolder(const std::string& path, const FolderVisitor& visit,
+                            std::string& cause) const = 0;
     virtual bool MakeFolder(const std::string& path, std::string& cause) = 0;
     /// False with a cause if the file cannot be read.
     virtual bool ReadText(const std::string& path, std::string& content, std::string& cause) const = 0;

@@ -2,46 +2,50 @@
 
 #include "platform/common/colon_path.h"
 #include "platform/common/name_order.h"
+#include "platform/text.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace kirolane {
 
 FolderSnapshot FolderSnapshot::Read(const FileSystem& files, std::string nativePath, std::string& cause) {
     FolderSnapshot snapshot;
-    auto entries = files.ReadFolder(nativePath, cause);
-    std::erase_if(entries, [](const FolderEntry& entry) { return entry.name.starts_with("._"); });
-
-    struct Keyed {
-        std::string key;
-        FolderEntry entry;
+    std::vector<Entry> found;
+    const auto take = [&](std::string_view name, bool isFolder) {
+        if (name.starts_with("._"))
+            return;
+        found.push_back({snapshot.m_names.size(), static_cast<std::uint32_t>(name.size()), isFolder});
+        snapshot.m_names += name;
     };
-    std::vector<Keyed> keyed;
-    keyed.reserve(entries.size());
-    for (auto& entry : entries)
-        keyed.push_back({NameOrderKey(entry.name), std::move(entry)});
-    std::sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
-        const int order = a.key.compare(b.key);
-        return order != 0 ? order < 0 : a.entry.name < b.entry.name;
-    });
-    for (std::size_t i = 0; i < keyed.size(); ++i)
-        entries[i] = std::move(keyed[i].entry);
+    snapshot.m_wasRead = files.ReadFolder(nativePath, take, cause);
+    if (!snapshot.m_wasRead)
+        found.clear();
+
+    std::vector<std::string_view> names;
+    names.reserve(found.size());
+    for (const Entry& entry : found)
+        names.push_back(snapshot.Name(entry));
+    snapshot.m_entries.reserve(found.size());
+    for (const std::uint32_t index : OrderOfNames(names))
+        snapshot.m_entries.push_back(found[index]);
 
     snapshot.m_colonPath = ToColonPath(nativePath, true);
     snapshot.m_nativePath = std::move(nativePath);
-    snapshot.m_entries = std::move(entries);
     return snapshot;
 }
 
 std::size_t FolderSnapshot::Find(std::string_view name) const {
     const std::size_t next = m_lastFound + 1; // wraps from kNone to 0
     for (const std::size_t guess : {next, m_lastFound})
-        if (guess < m_entries.size() && m_entries[guess].name == name)
+        if (guess < Count() && Name(guess) == name)
             return m_lastFound = guess;
-    const auto it = std::find_if(m_entries.begin(), m_entries.end(),
-                                 [&](const FolderEntry& entry) { return entry.name == name; });
-    return it == m_entries.end() ? kNone : m_lastFound = static_cast<std::size_t>(it - m_entries.begin());
+    const auto it = std::lower_bound(m_entries.begin(), m_entries.end(), name,
+                                     [this](const Entry& entry, std::string_view sought) {
+                                         return CompareNames(Name(entry), sought) < 0;
+                                     });
+    if (it == m_entries.end() || Name(*it) != name)
+        return kNone;
+    return m_lastFound = static_cast<std::size_t>(it - m_entries.begin());
 }
 
 } // namespace kirolane

@@ -13,14 +13,20 @@ std::string ParentOf(const std::string& nativePath) {
     return slash == 0 || slash == std::string::npos ? "/" : nativePath.substr(0, slash);
 }
 
+std::string Join(const std::string& folder, std::string_view name) {
+    std::string path = folder == "/" ? "" : folder;
+    path += '/';
+    path += name;
+    return path;
+}
+
 } // namespace
 
 std::string ResolveFolderPath(const FileSystem& files, const std::string& path, std::string& cause) {
     if (path.empty())
         return files.ApplicationFolder();
     std::string native = ToNativePath(path, files.ApplicationFolder());
-    const std::string needed = path.back() == ':' ? native : ParentOf(native);
-    if (files.Kind(needed) == FileKind::Folder)
+    if (!native.empty() && files.Kind(path.back() == ':' ? native : ParentOf(native)) == FileKind::Folder)
         return native;
     cause = "no such folder";
     return {};
@@ -33,13 +39,12 @@ FolderItem::FolderItem(std::shared_ptr<const FolderSnapshot> snapshot, std::size
     : m_snapshot(std::move(snapshot)), m_index(index) {}
 
 FolderItem::FolderItem(std::shared_ptr<const FolderSnapshot> snapshot)
-    : m_nativePath(snapshot->NativePath()), m_index(FolderSnapshot::kNone), m_contents(std::move(snapshot)) {}
+    : m_index(FolderSnapshot::kNone), m_contents(std::move(snapshot)) {}
 
 std::string FolderItem::NativePath() const {
-    if (m_snapshot == nullptr)
-        return m_nativePath;
-    const std::string& folder = m_snapshot->NativePath();
-    return (folder == "/" ? folder : folder + "/") + m_snapshot->Entries()[m_index].name;
+    if (m_snapshot != nullptr)
+        return Join(m_snapshot->NativePath(), m_snapshot->Name(m_index));
+    return m_nativePath.empty() ? m_contents->NativePath() : m_nativePath;
 }
 
 std::string FolderItem::AbsolutePath() const {
@@ -48,14 +53,17 @@ std::string FolderItem::AbsolutePath() const {
 
 std::string FolderItem::Name() const {
     if (m_snapshot != nullptr)
-        return SwapSeparators(m_snapshot->Entries()[m_index].name);
-    return SwapSeparators(m_nativePath.substr(m_nativePath.rfind('/') + 1));
+        return SwapSeparators(m_snapshot->Name(m_index));
+    const std::string path = NativePath();
+    return SwapSeparators(std::string_view(path).substr(path.rfind('/') + 1));
 }
 
 bool FolderItem::Directory() const {
     if (m_snapshot != nullptr)
-        return m_snapshot->Entries()[m_index].isFolder;
-    return m_contents != nullptr || Runtime::Current().Files().Kind(m_nativePath) == FileKind::Folder;
+        return m_snapshot->IsFolder(m_index);
+    if (m_contents != nullptr && m_contents->WasRead())
+        return true;
+    return Runtime::Current().Files().Kind(NativePath()) == FileKind::Folder;
 }
 
 const FolderSnapshot& FolderItem::Contents() const {
@@ -70,7 +78,7 @@ const FolderSnapshot& FolderItem::Contents() const {
 }
 
 std::int32_t FolderItem::Count() const {
-    return static_cast<std::int32_t>(Contents().Entries().size());
+    return static_cast<std::int32_t>(Contents().Count());
 }
 
 Ref<FolderItem> FolderItem::Item(std::int32_t index) const {
@@ -80,14 +88,15 @@ Ref<FolderItem> FolderItem::Item(std::int32_t index) const {
 }
 
 Ref<FolderItem> FolderItem::Child(std::string_view name) const {
+    if (m_snapshot != nullptr && !m_snapshot->IsFolder(m_index))
+        return nullptr;
     const std::string native = SwapSeparators(name);
     if (m_contents != nullptr) {
         const std::size_t index = m_contents->Find(native);
         if (index != FolderSnapshot::kNone)
             return Ref(std::make_shared<FolderItem>(m_contents, index));
     }
-    const std::string folder = NativePath();
-    return Ref(std::make_shared<FolderItem>((folder == "/" ? folder : folder + "/") + native));
+    return Ref(std::make_shared<FolderItem>(Join(NativePath(), native)));
 }
 
 void FolderItem::CreateAsFolder() const {

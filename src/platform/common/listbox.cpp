@@ -1,11 +1,10 @@
 #include "platform/listbox.h"
 
+#include "platform/common/name_order.h"
 #include "platform/common/runtime.h"
-#include "platform/text.h"
 
 #include <algorithm>
 #include <charconv>
-#include <numeric>
 
 namespace kirolane {
 
@@ -14,7 +13,7 @@ const std::string kNothing;
 }
 
 Listbox::Listbox(class Window& window, const ControlDesign& design) : RectControl(window, design) {
-    for (std::string_view rest = design.columnWidths; !rest.empty();) {
+    for (std::string_view rest = design.columnWidths; !rest.empty() && ColumnCount() < kMaxColumns;) {
         std::int32_t width = 0;
         const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), width);
         if (error != std::errc())
@@ -101,16 +100,23 @@ void Listbox::Sort() {
     if (direction == 0)
         return;
     const auto column = static_cast<std::size_t>(m_sortedColumn);
-    std::vector<std::size_t> order(m_rows.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        const bool blankA = IsBlank(m_rows[a]);
-        const bool blankB = IsBlank(m_rows[b]);
-        if (blankA || blankB)
-            return !blankA && blankB;
-        const int compared = CompareNames(m_rows[a].cells[column], m_rows[b].cells[column]);
-        return direction > 0 ? compared < 0 : compared > 0;
-    });
+    std::vector<std::string_view> names;
+    std::vector<std::size_t> named; // their rows
+    std::vector<std::size_t> order;
+    order.reserve(m_rows.size());
+    for (std::size_t row = 0; row < m_rows.size(); ++row) {
+        if (IsBlank(m_rows[row]))
+            continue;
+        names.push_back(m_rows[row].cells[column]);
+        named.push_back(row);
+    }
+    for (const std::uint32_t i :
+         OrderOfNames(names, direction > 0 ? SortDirection::Ascending : SortDirection::Descending))
+        order.push_back(named[i]);
+    for (std::size_t row = 0; row < m_rows.size(); ++row)
+        if (IsBlank(m_rows[row]))
+            order.push_back(row);
+
     std::vector<Row> sorted;
     sorted.reserve(m_rows.size());
     std::int32_t selected = -1;

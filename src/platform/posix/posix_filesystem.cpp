@@ -113,18 +113,20 @@ FileKind PosixFileSystem::Kind(const std::string& path) const {
     return S_ISREG(status.st_mode) ? FileKind::File : FileKind::Other;
 }
 
-std::vector<FolderEntry> PosixFileSystem::ReadFolder(const std::string& path, std::string& cause) const {
-    std::vector<FolderEntry> entries;
+bool PosixFileSystem::ReadFolder(const std::string& path, const FolderVisitor& visit,
+                                 std::string& cause) const {
     const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(path.c_str()), ::closedir);
     if (folder == nullptr) {
         cause = Cause(errno);
-        return entries;
+        return false;
     }
     for (;;) {
         errno = 0;
         const dirent* entry = ::readdir(folder.get());
-        if (entry == nullptr)
-            break;
+        if (entry == nullptr) {
+            cause = errno != 0 ? Cause(errno) : "";
+            return cause.empty();
+        }
         const std::string_view name(entry->d_name);
         if (name == "." || name == "..")
             continue;
@@ -134,13 +136,8 @@ std::vector<FolderEntry> PosixFileSystem::ReadFolder(const std::string& path, st
             isFolder =
                 ::fstatat(::dirfd(folder.get()), entry->d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
         }
-        entries.push_back({std::string(name), isFolder});
+        visit(name, isFolder);
     }
-    if (errno != 0) {
-        cause = Cause(errno);
-        entries.clear();
-    }
-    return entries;
 }
 
 bool PosixFileSystem::MakeFolder(const std::string& path, std::string& cause) {

@@ -18,8 +18,7 @@ public:
     [[nodiscard]] std::string ApplicationFolder() const override { return m_application; }
     [[nodiscard]] std::string DesktopFolder() const override { return InHome("Desktop"); }
     [[nodiscard]] FileKind Kind(const std::string& path) const override;
-    [[nodiscard]] std::vector<FolderEntry> ReadFolder(const std::string& path,
-                                                      std::string& cause) const override;
+    bool ReadFolder(const std::string& path, const FolderVisitor& visit, std::string& cause) const override;
     bool MakeFolder(const std::string& path, std::string& cause) override;
     bool ReadText(const std::string& path, std::string& content, std::string& cause) const override;
     std::unique_ptr<TextSink> OpenForWriting(const std::string& path, std::string& cause) override;
