@@ -1,0 +1,57 @@
+#include "platform/canvas.h"
+#include "platform/qt/controlpeers.h"
+#include "platform/qt/convert.h"
+#include "platform/qt/reporting.h"
+
+#include <QPainter>
+#include <QPixmap>
+#include <QWidget>
+
+namespace kirolane::qt {
+
+namespace {
+
+class PictureWidget : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    void SetPicture(const QString& name) {
+        if (name == m_name)
+            return;
+        m_name = name;
+        // Where the screen has more device pixels, Qt takes the file's "@2x" twin if there is one.
+        m_picture = QPixmap(QStringLiteral(":/pictures/%1.png").arg(name));
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        if (!m_picture.isNull())
+            QPainter(this).drawPixmap(0, 0, m_picture);
+    }
+
+private:
+    QString m_name;
+    QPixmap m_picture;
+};
+
+class CanvasPeer final : public ControlPeer {
+public:
+    CanvasPeer(Canvas& canvas, QWidget& content) : ControlPeer(canvas) {
+        m_widget = new Reporting<PictureWidget>(GetLink(), &content);
+        Adopt(*m_widget);
+    }
+
+private:
+    void ShowOwn() override { m_widget->SetPicture(Shown(Held<Canvas>().Backdrop())); }
+
+    PictureWidget* m_widget;
+};
+
+} // namespace
+
+std::unique_ptr<ControlPeer> MakePeer(Canvas& canvas, QWidget& content) {
+    return std::make_unique<CanvasPeer>(canvas, content);
+}
+
+} // namespace kirolane::qt

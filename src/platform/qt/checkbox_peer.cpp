@@ -1,0 +1,48 @@
+#include "platform/checkbox.h"
+#include "platform/qt/controlpeers.h"
+#include "platform/qt/convert.h"
+#include "platform/qt/fonts.h"
+#include "platform/qt/reporting.h"
+
+#include <QCheckBox>
+
+namespace kirolane::qt {
+
+namespace {
+
+/// The tick follows the control; a click only reports.
+class TickWidget : public QCheckBox {
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void nextCheckState() override {}
+};
+
+class CheckBoxPeer final : public ControlPeer {
+public:
+    CheckBoxPeer(CheckBox& box, QWidget& content) : ControlPeer(box) {
+        m_box = new Reporting<TickWidget>(GetLink(), ShownPlain(box.Caption()), &content);
+        m_box->setFont(FontOf(box.Design()));
+        m_box->setFocusPolicy(Qt::NoFocus);
+        QObject::connect(m_box, &QAbstractButton::clicked, m_box, [link = GetLink()] {
+            if (auto* clicked = link.As<CheckBox>())
+                clicked->ReportClick();
+        });
+        Adopt(*m_box);
+    }
+
+private:
+    void ShowOwn() override { m_box->setChecked(Held<CheckBox>().Value()); }
+    [[nodiscard]] QString SpokenName() const override { return Shown(Held<CheckBox>().Caption()); }
+
+    QCheckBox* m_box;
+};
+
+} // namespace
+
+std::unique_ptr<ControlPeer> MakePeer(CheckBox& box, QWidget& content) {
+    return std::make_unique<CheckBoxPeer>(box, content);
+}
+
+} // namespace kirolane::qt

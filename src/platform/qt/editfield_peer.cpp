@@ -1,0 +1,46 @@
+#include "platform/editfield.h"
+#include "platform/qt/controlpeers.h"
+#include "platform/qt/convert.h"
+#include "platform/qt/fonts.h"
+#include "platform/qt/reporting.h"
+
+#include <QLineEdit>
+
+namespace kirolane::qt {
+
+namespace {
+
+class EditFieldPeer final : public ControlPeer {
+public:
+    EditFieldPeer(EditField& field, QWidget& content) : ControlPeer(field) {
+        m_field = new Reporting<QLineEdit>(GetLink(), &content);
+        m_field->setFont(FontOf(field.Design()));
+        m_field->setFocusPolicy(Qt::ClickFocus);
+        if (field.Design().textAlign == TextAlign::Centre)
+            m_field->setAlignment(Qt::AlignCenter);
+        QObject::connect(m_field, &QLineEdit::textEdited, m_field, [link = GetLink()](const QString& text) {
+            if (auto* typed = link.As<EditField>())
+                typed->ReportText(text.toStdString());
+        });
+        Adopt(*m_field);
+    }
+
+private:
+    void ShowOwn() override {
+        const QString text = Shown(Held<EditField>().Text());
+        if (m_field->text() == text)
+            return; // leaves the cursor where the typing is
+        m_field->setText(text);
+        m_field->setCursorPosition(0);
+    }
+
+    QLineEdit* m_field;
+};
+
+} // namespace
+
+std::unique_ptr<ControlPeer> MakePeer(EditField& field, QWidget& content) {
+    return std::make_unique<EditFieldPeer>(field, content);
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,43 @@
+#include "platform/qt/folderchooser.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace kirolane::qt {
+
+std::string AskForFolder(QWidget* near, std::string& start) {
+    QFileDialog dialog(near, QStringLiteral("フォルダを選択"));
+    dialog.setObjectName(QStringLiteral("FolderChooser"));
+    dialog.setOptions(QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("場所："));
+    dialog.setLabelText(QFileDialog::FileName, QStringLiteral("フォルダ："));
+    dialog.setLabelText(QFileDialog::FileType, QStringLiteral("種類："));
+    dialog.setLabelText(QFileDialog::Accept, QStringLiteral("選択"));
+    dialog.setLabelText(QFileDialog::Reject, QStringLiteral("キャンセル"));
+
+    dialog.setDirectory(start.empty() ? QDir::homePath() : QFile::decodeName(start.c_str()));
+
+    // Over the console, never over the picture that an audience sees.
+    const QScreen* screen = near != nullptr ? near->screen() : QGuiApplication::primaryScreen();
+    if (screen != nullptr) {
+        const QRect area = screen->availableGeometry();
+        QRect place(near != nullptr ? near->pos() + QPoint(40, 40) : area.topLeft(),
+                    QSize(640, 420).boundedTo(area.size()));
+        place.moveRight(std::min(place.right(), area.right()));
+        place.moveBottom(std::min(place.bottom(), area.bottom()));
+        dialog.resize(place.size());
+        dialog.move(place.topLeft());
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    start = QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+    return start;
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,218 @@
+#include "platform/qt/qtwindows.h"
+
+#include "platform/common/runtime.h"
+#include "platform/keyboard.h"
+#include "platform/qt/convert.h"
+#include "platform/qt/folderchooser.h"
+#include "platform/qt/fonts.h"
+#include "platform/qt/look.h"
+#include "platform/qt/screens.h"
+#include "platform/qt/showapplication.h"
+#include "platform/qt/sleepinhibitor.h"
+#include "platform/qt/windowpeer.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+
+#include <QIcon>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTimer>
+#include <QToolTip>
+#include <QWindow>
+
+#include <algorithm>
+#include <clocale>
+#include <utility>
+
+namespace kirolane::qt {
+
+namespace {
+
+class QtTimerPeer final : public TimerPeer {
+public:
+    explicit QtTimerPeer(Timer& timer) {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        m_timer.setInterval(timer.Period());
+        m_timer.callOnTimeout([&timer] { timer.ReportDue(); });
+        m_timer.start();
+    }
+
+private:
+    QTimer m_timer;
+};
+
+/// Stands above the console.
+bool IsCompanion(const QtWindowPeer& peer) {
+    const WindowFrame frame = peer.Shown().Design().frame;
+    return frame == WindowFrame::FloatingTool || frame == WindowFrame::Palette;
+}
+
+void ChoosePlatform() {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+} // namespace
+
+QtWindows::QtWindows(int& argc, char** argv) {
+    ChoosePlatform();
+    m_application = std::make_unique<ShowApplication>(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // Qt takes the user's; libraries of the engine need a point in numbers
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName(QStringLiteral("kirolane"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setStyle(new Look);
+    QApplication::setPalette(Look::Palette());
+    QApplication::setFont(SystemFont());
+    QToolTip::setFont(SystemFont());
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirologo.png")));
+    m_inhibitor = std::make_unique<SleepInhibitor>();
+    WatchScreens();
+}
+
+QtWindows::~QtWindows() = default;
+
+std::unique_ptr<WindowPeer> QtWindows::MakeWindow(Window& window) {
+    return std::make_unique<QtWindowPeer>(window, *this);
+}
+
+std::unique_ptr<TimerPeer> QtWindows::MakeTimer(Timer& timer) {
+    return std::make_unique<QtTimerPeer>(timer);
+}
+
+Point QtWindows::DefaultPlace(const Window& window) {
+    if (window.Design().frame != WindowFrame::Palette)
+        return ConsolePlace();
+    // The console may not be up yet, but it knows where it will stand.
+    for (const auto& form : Runtime::Current().Forms())
+        if (form->Design().frame == WindowFrame::Metal)
+            return PalettePlace({form->Left(), form->Top(), form->Width(), form->Height()}, window.Width());
+    return ConsolePlace();
+}
+
+std::vector<Rect> QtWindows::Screens() const {
+    return ScreenRects();
+}
+
+bool QtWindows::KeyDown(int code) const {
+    switch (code) {
+    case Keyboard::kLeftArrow:
+        return m_application->KeyHeld(Qt::Key_Left);
+    case Keyboard::kRightArrow:
+        return m_application->KeyHeld(Qt::Key_Right);
+    default:
+        return false;
+    }
+}
+
+std::string QtWindows::ChooseFolder() {
+    const QtWindowPeer* console = Console();
+    std::string folder = AskForFolder(console == nullptr ? nullptr : &console->Form(), m_lastFolder);
+    // Windows moved meanwhile had nobody to tell.
+    QTimer::singleShot(0, m_application.get(), [this] {
+        for (QtWindowPeer* peer : m_peers)
+            peer->PlaceChanged();
+    });
+    return folder;
+}
+
+void QtWindows::ShowStartFailure(const std::string& text) {
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return; // nobody could answer
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Kirolane"), Shown(text), QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+int QtWindows::RunLoop() {
+    return QApplication::exec();
+}
+
+void QtWindows::EndLoop(int status) {
+    QApplication::exit(status);
+}
+
+void QtWindows::Wake() {
+    m_application->Wake();
+}
+
+void QtWindows::RequestIdle() {
+    m_application->RequestIdle();
+}
+
+void QtWindows::Add(QtWindowPeer& peer) {
+    m_peers.push_back(&peer);
+}
+
+void QtWindows::Remove(QtWindowPeer& peer) {
+    std::erase(m_peers, &peer);
+    WindowsChanged();
+}
+
+void QtWindows::WindowsChanged() {
+    m_inhibitor->Set(std::any_of(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
+        return peer->Shown().Design().frame == WindowFrame::Plain && peer->Shown().Visible();
+    }));
+}
+
+void QtWindows::KeepAboveConsole(QtWindowPeer& peer) {
+    QtWindowPeer* console = Console();
+    if (!IsCompanion(peer) || console == nullptr)
+        return;
+    peer.Form().winId(); // a window of its own is what the window manager can place
+    console->Form().winId();
+    peer.Form().windowHandle()->setTransientParent(console->Form().windowHandle());
+}
+
+void QtWindows::RaiseCompanions() {
+    for (QtWindowPeer* peer : m_peers)
+        if (IsCompanion(*peer) && peer->Form().isVisible())
+            peer->Form().raise();
+}
+
+void QtWindows::WatchScreens() {
+    const auto watch = [this](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, m_application.get(),
+                         [this] { ScreensChangedSoon(); });
+        ScreensChangedSoon();
+    };
+    for (QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(m_application.get(), &QGuiApplication::screenAdded, m_application.get(), watch);
+    QObject::connect(m_application.get(), &QGuiApplication::screenRemoved, m_application.get(),
+                     [this] { ScreensChangedSoon(); });
+    QObject::connect(m_application.get(), &QGuiApplication::primaryScreenChanged, m_application.get(),
+                     [this] { ScreensChangedSoon(); });
+}
+
+void QtWindows::ScreensChangedSoon() {
+    if (std::exchange(m_screensChanged, true))
+        return;
+    // Qt is in the middle of moving windows about; look at what has come of it.
+    QTimer::singleShot(0, m_application.get(), [this] {
+        m_screensChanged = false;
+        ScreensChanged();
+    });
+}
+
+void QtWindows::ScreensChanged() {
+    for (QtWindowPeer* peer : m_peers)
+        peer->Place().ScreensChanged();
+    QtWindowPeer* console = Console();
+    if (console == nullptr || !console->Form().isVisible())
+        return;
+    const bool covered = std::any_of(m_peers.begin(), m_peers.end(), [&](QtWindowPeer* peer) {
+        return peer->Place().Covers(console->Form().geometry().center());
+    });
+    if (covered) // the operator is left with the audience's display: the console goes in front
+        console->BringToFront(true);
+}
+
+QtWindowPeer* QtWindows::Console() const {
+    const auto it = std::find_if(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
+        return peer->Shown().Design().frame == WindowFrame::Metal;
+    });
+    return it == m_peers.end() ? nullptr : *it;
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,42 @@
+#include "platform/qt/controlpeers.h"
+#include "platform/qt/convert.h"
+#include "platform/qt/reporting.h"
+#include "platform/rectangle.h"
+
+#include <QPainter>
+#include <QWidget>
+
+namespace kirolane::qt {
+
+namespace {
+
+class FillWidget : public QWidget {
+public:
+    FillWidget(QColor color, QWidget* parent) : QWidget(parent), m_color(color) {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), m_color); }
+
+private:
+    QColor m_color;
+};
+
+class RectanglePeer final : public ControlPeer {
+public:
+    RectanglePeer(Rectangle& rectangle, QWidget& content) : ControlPeer(rectangle) {
+        Adopt(*new Reporting<FillWidget>(GetLink(), ToQt(rectangle.FillColor()), &content));
+    }
+
+private:
+    void ShowOwn() override {}
+};
+
+} // namespace
+
+std::unique_ptr<ControlPeer> MakePeer(Rectangle& rectangle, QWidget& content) {
+    return std::make_unique<RectanglePeer>(rectangle, content);
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,63 @@
+#include "platform/qt/screens.h"
+
+#include "platform/qt/convert.h"
+#include "platform/qt/formwindow.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace kirolane::qt {
+
+namespace {
+
+// Frames are the window manager's and known only once a window is up; these leave room for the usual ones.
+constexpr int kTitleBar = 36;
+constexpr int kEdge = 6;
+
+} // namespace
+
+std::vector<Rect> ScreenRects() {
+    std::vector<Rect> rects;
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    for (const QScreen* screen : QGuiApplication::screens())
+        if (screen != primary)
+            rects.push_back(FromQt(screen->geometry()));
+    std::sort(rects.begin(), rects.end(), [](const Rect& a, const Rect& b) {
+        return a.left != b.left ? a.left < b.left : a.top < b.top;
+    });
+    // For a moment, when the last display goes, there may be none; the record has always had one.
+    rects.insert(rects.begin(), primary == nullptr ? Rect{0, 0, 1024, 768} : FromQt(primary->geometry()));
+    return rects;
+}
+
+QScreen* ScreenNamed(const QString& name) {
+    const auto screens = QGuiApplication::screens();
+    const auto it = std::find_if(screens.begin(), screens.end(),
+                                 [&](const QScreen* screen) { return screen->name() == name; });
+    return it == screens.end() ? nullptr : *it;
+}
+
+QScreen* ScreenHolding(QPoint point) {
+    const auto screens = QGuiApplication::screens();
+    const auto it = std::find_if(screens.begin(), screens.end(),
+                                 [&](const QScreen* screen) { return screen->geometry().contains(point); });
+    return it == screens.end() ? nullptr : *it;
+}
+
+Point ConsolePlace() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    const QRect area = primary == nullptr ? QRect() : primary->availableGeometry();
+    return {area.x() + kEdge, area.y() + kTitleBar + MenuBarHeight()};
+}
+
+Point PalettePlace(const Rect& consoleContent, int paletteWidth) {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    const QRect area = primary == nullptr ? QRect() : primary->availableGeometry();
+    const int beside = consoleContent.left + consoleContent.width + 3 * kEdge;
+    const int last = area.x() + area.width() - paletteWidth - kEdge;
+    return {std::max(std::min(beside, last), area.x()), consoleContent.top - MenuBarHeight()};
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,86 @@
+#include "platform/qt/showapplication.h"
+
+#include "platform/common/runtime.h"
+
+#include <QKeyEvent>
+#include <QTimerEvent>
+
+#include <exception>
+#include <string>
+
+namespace kirolane::qt {
+
+namespace {
+const auto kWake = static_cast<QEvent::Type>(QEvent::registerEventType());
+} // namespace
+
+ShowApplication::ShowApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    connect(this, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive)
+            m_held.clear(); // releases go elsewhere from now on
+    });
+}
+
+bool ShowApplication::notify(QObject* receiver, QEvent* event) {
+    NoteKey(*event);
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception& e) {
+        Runtime::WriteLine(std::string("event: ") + e.what());
+    } catch (...) {
+        Runtime::WriteLine("event: unknown failure");
+    }
+    return false;
+}
+
+void ShowApplication::NoteKey(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::ShortcutOverride: // comes ahead of every press, also of one that a command then takes
+    case QEvent::KeyPress:
+        m_held.insert(static_cast<const QKeyEvent&>(event).key());
+        break;
+    case QEvent::KeyRelease:
+        if (!static_cast<const QKeyEvent&>(event).isAutoRepeat())
+            m_held.erase(static_cast<const QKeyEvent&>(event).key());
+        break;
+    default:
+        break;
+    }
+}
+
+void ShowApplication::Wake() {
+    if (!m_wakePosted.exchange(true))
+        postEvent(this, new QEvent(kWake));
+}
+
+void ShowApplication::RequestIdle() {
+    // A timer without an interval fires once a turn of the loop, after the events at hand; a posted event
+    // that posts itself anew would keep the others out.
+    m_idleAsked = true;
+    if (m_idleTimer == 0)
+        m_idleTimer = startTimer(0);
+}
+
+bool ShowApplication::event(QEvent* event) {
+    if (event->type() != kWake)
+        return QApplication::event(event);
+    m_wakePosted = false;
+    if (Runtime::Exists())
+        Runtime::Current().RunPosted();
+    return true;
+}
+
+void ShowApplication::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_idleTimer) {
+        QApplication::timerEvent(event);
+        return;
+    }
+    m_idleAsked = false;
+    const bool more = Runtime::Exists() && Runtime::Current().RunIdleSlice();
+    if (!more && !m_idleAsked) {
+        killTimer(m_idleTimer);
+        m_idleTimer = 0;
+    }
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,91 @@
+#include "platform/qt/sleepinhibitor.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QFile>
+#include <QGuiApplication>
+
+#ifdef KIROLANE_X11_SCREENSAVER
+#include <X11/Xlib.h>
+#include <X11/extensions/scrnsaver.h>
+#endif
+
+namespace kirolane::qt {
+
+namespace {
+
+QDBusMessage Call(const QString& method) {
+    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.ScreenSaver"),
+                                          QStringLiteral("/org/freedesktop/ScreenSaver"),
+                                          QStringLiteral("org.freedesktop.ScreenSaver"), method);
+}
+
+/// Asking for a bus where there is none would try to start one.
+bool HasSessionBus() {
+    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+} // namespace
+
+SleepInhibitor::~SleepInhibitor() {
+    Set(false);
+}
+
+void SleepInhibitor::Set(bool awake) {
+    if (awake == m_awake)
+        return;
+    m_awake = awake;
+    AskService(awake);
+    AskServer(awake);
+}
+
+void SleepInhibitor::AskService(bool awake) {
+    if (!HasSessionBus())
+        return;
+    if (!awake) {
+        if (m_cookie.has_value())
+            Release(*std::exchange(m_cookie, std::nullopt));
+        return;
+    }
+    QDBusMessage inhibit = Call(QStringLiteral("Inhibit"));
+    inhibit << QStringLiteral("Kirolane") << QStringLiteral("上映中");
+    auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(inhibit), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
+        const QDBusPendingReply<uint> reply = *call;
+        call->deleteLater();
+        if (reply.isError())
+            return; // no such service here
+        if (m_awake && !m_cookie.has_value())
+            m_cookie = reply.value();
+        else
+            Release(reply.value()); // the window went while the service thought
+    });
+}
+
+void SleepInhibitor::Release(uint cookie) {
+    QDBusMessage release = Call(QStringLiteral("UnInhibit"));
+    release << cookie;
+    QDBusConnection::sessionBus().send(release);
+}
+
+void SleepInhibitor::AskServer(bool awake) {
+#ifdef KIROLANE_X11_SCREENSAVER
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr || x11->display() == nullptr)
+        return;
+    int eventBase = 0;
+    int errorBase = 0;
+    if (!XScreenSaverQueryExtension(x11->display(), &eventBase, &errorBase))
+        return;
+    // The server counts the requests and takes ours back when the connection ends.
+    XScreenSaverSuspend(x11->display(), awake ? True : False);
+    XFlush(x11->display());
+#else
+    (void)awake;
+#endif
+}
+
+} // namespace kirolane::qt
