@@ -1,0 +1,74 @@
+#!/bin/bash
+# make_clips.sh FOLDER: the clips of the media tests, one for each extension and some in odd ways.
+#
+# Picture and sound are the same in all: N whole seconds in which the grey level grows evenly (luma 20 at the
+# start, 40 more a second), so that a picture tells its time; a steady sine of 440 Hz at half amplitude.
+set -euo pipefail
+mkdir -p "$1"
+cd "$1"
+
+seconds=5
+rate=25
+run() { ffmpeg -nostdin -v error -y "$@"; }
+
+# Master copies without loss.
+picture="nullsrc=s=176x144:r=$rate:d=$seconds,format=yuv420p,geq=lum='20+40*T':cb=128:cr=128"
+sound="aevalsrc='0.5*sin(2*PI*440*t)':s=44100:d=$seconds"
+run -f lavfi -i "$picture" -f lavfi -i "$sound" -c:v ffv1 -c:a pcm_s16le master.mkv
+run -i master.mkv -vf scale=720:576 -ar 48000 -ac 2 -c:v ffv1 -c:a pcm_s16le pal.mkv
+
+h264=(-c:v libx264 -preset veryfast -g 50 -pix_fmt yuv420p)
+ps=(-c:a mp2 -b:a 128k -f mpeg)
+
+# Movies.
+run -i master.mkv "${h264[@]}" -c:a aac -f mov clip.mov
+run -i master.mkv -c:v mpeg4 -c:a pcm_s16be -f mov clip.qt
+run -i pal.mkv -af asetnsamples=1920 -target pal-dv -f dv clip.dv
+run -i master.mkv "${h264[@]}" -c:a aac -f mp4 clip.m4v
+run -i master.mkv "${h264[@]}" -bf 2 -c:a aac -movflags +faststart -f mp4 clip.mp4
+run -i master.mkv -c:v mpeg4 -c:a aac -f 3g2 clip.3g2
+run -i master.mkv -c:v h263 -c:a aac -f 3gp clip.3gp
+run -i master.mkv -c:v mpeg4 -vtag DX50 -c:a libmp3lame -f avi clip.avi
+run -i master.mkv -c:v mpeg4 -vtag DIVX -c:a libmp3lame -f avi clip.divx
+run -i pal.mkv -c:v mpeg2video -b:v 3M -g 15 -bf 2 -c:a ac3 -f vob clip.vob
+run -i master.mkv -c:v mpeg1video -b:v 800k -g 15 -bf 2 "${ps[@]}" clip.mpg
+run -i master.mkv -c:v mpeg1video -b:v 800k -g 15 "${ps[@]}" clip.mpe
+run -i master.mkv -c:v mpeg2video -b:v 800k -g 15 "${ps[@]}" clip.mpeg
+run -i master.mkv -an -c:v mpeg2video -b:v 800k -g 15 -bf 2 -f mpeg2video clip.m2v
+run -i master.mkv -c:v wmv2 -b:v 400k -c:a wmav2 -f asf clip.wmv
+run -i master.mkv -c:v msmpeg4 -b:v 400k -c:a wmav2 -f asf clip.asf
+
+# Sounds. Layer I has no encoder here: the tests make clip.mp1 themselves.
+run -i master.mkv -vn -c:a pcm_s16be -f aiff clip.aif
+run -i master.mkv -vn -c:a pcm_s24be -f aiff clip.aiff
+run -i master.mkv -vn -c:a pcm_mulaw -f aiff clip.aifc
+run -i master.mkv -vn -c:a pcm_s16be -f au clip.au
+run -i master.mkv -vn -c:a pcm_s16le -f wav clip.wav
+run -i master.mkv -vn -c:a libmp3lame -b:a 128k -f mp3 clip.mp3
+run -i master.mkv -vn -c:a mp2 -f mp2 clip.mp2
+run -i master.mkv -vn -c:a mp2 -b:a 96k -f mp2 clip.m2a
+run -i master.mkv -vn -c:a aac -f adts clip.aac
+run -i master.mkv -vn -c:a aac -f mp4 clip.m4a
+run -i master.mkv -vn -c:a wmav2 -f asf clip.wma
+
+# The same streams bare, where an extension holds them now and then.
+run -i master.mkv -an -c:v mpeg1video -b:v 800k -g 15 -f mpeg1video raw.mpeg
+run -i master.mkv -an -c:v mpeg4 -f m4v raw.m4v
+run -i master.mkv -c:v mpeg2video -b:v 800k -g 15 -c:a mp2 -f mpegts stream.mpg
+# Varying bit rate, and no header that tells the length.
+run -f lavfi -i "aevalsrc='if(lt(t,2),0,0.5*sin(2*PI*440*t)*random(0))':s=44100:d=$seconds" \
+    -c:a libmp3lame -q:a 4 -write_xing 0 -f mp3 headless.mp3
+
+# Another length, for changing from one to the other; no sound; one picture; seconds between pictures.
+run -t 3 -i master.mkv "${h264[@]}" -c:a aac -f mp4 short.mp4
+run -i master.mkv -an "${h264[@]}" -f mp4 silent.mp4
+run -i master.mkv -an -frames:v 1 "${h264[@]}" -f mp4 single.mp4
+run -i master.mkv -vf fps=1/2 -fps_mode passthrough "${h264[@]}" -c:a aac -f mp4 sparse.mp4
+# A sound with the cover of an album.
+run -f lavfi -i color=red:s=64x64:d=1 -frames:v 1 -f image2 -update 1 cover.jpg
+run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -disposition:v attached_pic -f mp4 cover.m4a
+# The data stop well before the duration that the header gives.
+run -i master.mkv "${h264[@]}" -c:a aac -movflags +faststart -f mp4 early.mp4
+truncate -s $(($(stat -c %s early.mp4) * 6 / 10)) early.mp4
+
+rm master.mkv pal.mkv cover.jpg

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/headless/headless.h"
+#include "platform/mpv/mpv_media.h"
+#include "support/player_harness.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+
+namespace kirolane::tests {
+
+/// Path of one of the clips that make_clips.sh makes.
+std::string ClipPath(const std::string& name);
+
+/// Headless windows whose time is the real one: a wake comes through to whoever waits.
+class LiveWindows : public headless::HeadlessWindows {
+public:
+    using HeadlessWindows::HeadlessWindows;
+
+    void Wake() override;
+    /// Runs what is posted, as it comes, until the condition holds; asked every few milliseconds. False after
+    /// the limit.
+    bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_wakeUp;
+    bool m_woken = false;
+};
+
+class MpvHarness : public PlayerHarness {
+public:
+    /// Roles of the suite's two players are added to the options.
+    explicit MpvHarness(mpv::MpvOptions options = {});
+
+    MediaEngine& Media() override { return m_media; }
+    WindowSystem& Windows() override { return m_windows; }
+    [[nodiscard]] std::string Clip() const override { return ClipPath("clip.mp4"); }
+    [[nodiscard]] double LengthSeconds() const override { return 5.0; }
+    [[nodiscard]] std::string OtherClip() const override { return ClipPath("short.mp4"); }
+    [[nodiscard]] double OtherLengthSeconds() const override { return 3.0; }
+    [[nodiscard]] std::string BadFile() const override { return ClipPath(".made"); }
+    bool WaitUntil(const std::function<bool()>& condition) override;
+    [[nodiscard]] double Now() const override;
+    [[nodiscard]] double Tolerance() const override { return 0.25; }
+    [[nodiscard]] double LengthTolerance() const override { return 0.1; }
+
+private:
+    headless::HandClock m_clock;
+    LiveWindows m_windows{m_clock};
+    mpv::MpvMedia m_media;
+};
+
+} // namespace kirolane::tests
