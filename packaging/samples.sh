@@ -29,7 +29,7 @@ make サンプル１.mp4 mp4 \
     -f lavfi -i "gradients=s=320x180:r=30:nb_colors=3:c0=0x203a72:c1=0xe86f3c:c2=0xf6d55c:speed=0.03:seed=1,scale=$size" \
     -f lavfi -i "color=c=white:s=64x64:r=30,format=yuva420p,geq=lum=235:cb=128:cr=128:a='255*lte(hypot(X-31.5,Y-31.5),31)'" \
     -f lavfi -i "$(tone 262 2)" \
-    -filter_complex "[0][1]overlay=x='(W-w)*abs(mod(t/4,2)-1)':y='(H-h)*(1-abs(sin(t*2.2)))',$clock[v]" \
+    -filter_complex "[0][1]overlay=x='(W-w)*abs(mod(t/4,2)-1)':y='(H-h)*(1-abs(sin(t*2.2)))',${clock}[v]" \
     -map '[v]' -map 2:a "${picture[@]}"
 
 # Cells that live and die.

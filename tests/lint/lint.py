@@ -128,5 +128,5 @@ RULES = {"layers": layers, "sleeps": sleeps, "words": words, "format": layout}
 
 if __name__ == "__main__":
     breaches = list(RULES[sys.argv[1]](pathlib.Path(sys.argv[2]).resolve()))
-    print("\n".join(breaches))
+    print(*breaches, sep="\n", end="\n" if breaches else "")
     sys.exit(1 if breaches else 0)

@@ -1,0 +1,55 @@
+// Picks the back ends, starts the logic and runs the event loop.
+
+#include "platform/common/runtime.h"
+#include "platform/mpv/mpv_media.h"
+#include "platform/posix/posix_filesystem.h"
+#include "platform/posix/posix_folders.h"
+#include "platform/qt/qtwindows.h"
+#include "shell/start.h"
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+/// What each player of the forms is there for.
+kirolane::mpv::MpvOptions Players() {
+    using kirolane::mpv::Role;
+    kirolane::mpv::MpvOptions options;
+    options.roles = {
+        {"Mainform.QTM", Role::Preview, "Kirolane preview"},
+        {"MonitorForm.QTM", Role::Stage, "Kirolane movie"},
+        {"MusicForm.QTM", Role::Sound, "Kirolane sound"},
+    };
+    return options;
+}
+
+/// Ends the process here and now. All that is to be kept has been written where it was changed, and taking
+/// decoders, sound devices and windows down one by one could take longer than a person waits.
+[[noreturn]] void End(int status) {
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using namespace kirolane;
+    qt::QtWindows windows(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // the application object has set the user's; the player needs this one
+    posix::PosixFileSystem files(posix::HomeFolder(), posix::ExecutableFolder());
+    files.Prepare();
+    mpv::MpvMedia media(Players());
+    Runtime runtime(windows, media, files);
+
+    std::unique_ptr<App> app;
+    std::string failure;
+    if (!runtime.Start([&app] { app = StartKirolane(); }, failure)) {
+        windows.ShowStartFailure(failure);
+        End(EXIT_FAILURE);
+    }
+    End(runtime.Run());
+}
