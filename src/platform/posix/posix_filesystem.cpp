@@ -67,7 +67,7 @@ public:
 #ifdef __linux__
         // Room for the new text before the old is touched: a full disk keeps the old.
         if (::fallocate(m_file.Get(), FALLOC_FL_KEEP_SIZE, 0, std::max<off_t>(size, 1)) != 0 &&
-            (errno == ENOSPC || errno == EDQUOT))
+            (errno == ENOSPC || errno == EDQUOT || errno == EFBIG))
             return Cause(errno);
 #endif
         for (off_t done = 0; done < size;) {
