@@ -1,0 +1,201 @@
+#include "lists/extensions.h"
+#include "logic_test.h"
+#include "support/captured_stderr.h"
+
+#include <filesystem>
+#include <string>
+
+namespace kirolane::tests {
+
+class FolderScanTest : public LogicTest {
+protected:
+    /// A folder of `count` movies "1.mov", "2.mov" and so on.
+    std::string MakeMovies(const std::string& folder, int count) {
+        const std::string path = MakeMedia(folder, {});
+        for (int n = 1; n <= count; ++n)
+            static_cast<void>(Folder().Write(folder + "/" + std::to_string(n) + ".mov", ""));
+        return path;
+    }
+    static std::string Counter() { return Console().FileNumberLabel()->Caption(); }
+};
+
+TEST_F(FolderScanTest, ListsTheFilesOfOneFolderByTheTailOfTheirNames) {
+    StartWithMedia({"c10.mov", "A.MOV", "b.Mov", "c2.mov", "sub.mov/", "x.mpeg", "y.mpeg4", "z.m4b", "mov",
+                    ".mov", "._d.mov", "n.txt", "日本語.mp4", "\xFF.qt", "ab.wav", "both.asf", "x.ＭＯＶ"},
+                   {"both.asf", "e.mid", "e.midi", "f.aifc", ".au", "g.mov"});
+    EXPECT_EQ(Names(Console().StrGrid()),
+              (std::vector<std::string>{".mov", "A.MOV", "b.Mov", "both.asf", "c2.mov", "c10.mov", "x.mpeg",
+                                        "日本語.mp4", "\xFF.qt"}));
+    EXPECT_EQ(Names(Console().mStrGrid()), (std::vector<std::string>{".au", "both.asf", "e.mid", "f.aifc"}));
+    EXPECT_EQ(Console().File_Count, 9);
+    EXPECT_EQ(Console().mFile_Count, 4);
+    EXPECT_EQ(Counter(), "9");
+    EXPECT_EQ(Console().mFileNumberLabel()->Caption(), "4");
+    EXPECT_EQ(Console().StrGrid()->ListCount(), 26);
+    EXPECT_FALSE(Console().CountLabel()->Visible());
+    EXPECT_EQ(Console().DirLabel()->Caption(), Console().Setting_Data(22));
+    EXPECT_EQ(Console().Current_Folder, Console().Setting_Data(22));
+    EXPECT_TRUE(Console().Fold_Flag);
+    EXPECT_EQ(Console().StrGrid()->Cell(0, 0) + Console().StrGrid()->Cell(0, 2), "");
+}
+
+TEST_F(FolderScanTest, EveryExtensionIsListedInItsOwnList) {
+    MakeMedia("all", {});
+    for (const auto& row : kMovieExtensions)
+        static_cast<void>(Folder().Write("all/m" + std::string(row.extension), ""));
+    for (const auto& row : kSoundExtensions)
+        static_cast<void>(Folder().Write("all/s" + std::string(row.extension), ""));
+    const std::string all = MakeMedia("all", {});
+    WriteSettings({{22, all}, {33, all}});
+    Start();
+    EXPECT_EQ(Console().File_Count, 18) << "17, and the other list's .asf";
+    EXPECT_EQ(Console().mFile_Count, 15);
+}
+
+TEST_F(FolderScanTest, ShortListsAreFilledWithBlankRows) {
+    Start();
+    for (const int count : {1, 25, 26, 27, 60}) {
+        Scan(MakeMovies("f" + std::to_string(count), count));
+        EXPECT_EQ(Console().File_Count, count);
+        EXPECT_EQ(Console().StrGrid()->ListCount(), std::max(count, 26));
+        EXPECT_EQ(Counter(), std::to_string(count));
+    }
+}
+
+TEST_F(FolderScanTest, AnEmptyFolderKeepsTheOldCountWhereOneWithoutMatchesCountsNone) {
+    StartWithMedia({"a.mov", "b.mov"});
+    Scan(MakeMedia("empty", {}));
+    EXPECT_EQ(Console().File_Count, 2);
+    EXPECT_EQ(Counter(), "2");
+    EXPECT_EQ(Names(Console().StrGrid()).size(), 0U);
+    EXPECT_EQ(Console().StrGrid()->ListCount(), 26);
+
+    Scan(MakeMedia("other", {"n.txt", "m.txt"}));
+    EXPECT_EQ(Console().File_Count, 0);
+    EXPECT_EQ(Counter(), "0");
+    EXPECT_EQ(Console().StrGrid()->ListCount(), 26);
+}
+
+TEST_F(FolderScanTest, TheSelectionComesAtTheItemAfterTheCountHasRisen) {
+    StartWithMedia({"a.mov"});
+    EXPECT_EQ(Console().StrGrid()->ListIndex(), -1) << "the count was 0 when the one item was looked at";
+    Scan(MakeMedia("two", {"a.mov", "n.txt"}));
+    EXPECT_EQ(Console().StrGrid()->ListIndex(), 0);
+    Do([] { Console().StrGrid()->SetListIndex(1); });
+    Scan(MakeMedia("later", {"a.txt", "b.mov"})); // nothing to select yet when the first item asks for it
+    EXPECT_EQ(Console().StrGrid()->ListIndex(), -1);
+}
+
+TEST_F(FolderScanTest, TheEndMovesTheFocusToTheListScanned) {
+    StartWithMedia({"a.mov"}, {"b.wav"});
+    Do([] { Console().mStrGrid()->SetFocus(); });
+    Scan(Console().Setting_Data(22));
+    EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
+}
+
+TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneWithOneLine) {
+    StartWithMedia({"a.mov"}, {"b.wav"});
+    const std::string before = Console().Current_Folder;
+    Do([] { Console().Fold_Flag = false; });
+    CapturedStderr captured;
+    Scan("Root:not:there:");
+    const auto lines = captured.Lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("NilObjectException"), std::string::npos);
+    EXPECT_NE(lines[0].find("Root:not:there:"), std::string::npos);
+    EXPECT_TRUE(Console().Fold_Flag);
+    EXPECT_TRUE(Console().folder.IsNil());
+    EXPECT_EQ(Console().Current_Folder, before);
+    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
+    EXPECT_FALSE(Console().FolderThread()->Running());
+    Scan(before);
+    EXPECT_EQ(Counter(), "1");
+}
+
+TEST_F(FolderScanTest, AFolderNumberOfNoButtonScansTheFolderBefore) {
+    StartWithMedia({"a.mov"});
+    Do([] {
+        Console().FoldNumber = 0;
+        Console().StrGrid()->DeleteAllRows();
+        Console().FolderThread()->Run();
+    });
+    Settle();
+    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
+}
+
+TEST_F(FolderScanTest, ARescanClearsTheMarkWhileTheMoviePlaysOn) {
+    StartWithMedia({"a.mov", "b.mov"});
+    Open(1);
+    EXPECT_EQ(Counter(), "2 / 2");
+    Scan(Console().Setting_Data(22));
+    EXPECT_TRUE(Marked(Console().StrGrid()).empty());
+    EXPECT_EQ(Counter(), "2");
+    EXPECT_TRUE(Console().Fold_Flag);
+    EXPECT_TRUE(Console().QTM()->Running());
+    EXPECT_TRUE(Console().Play_Flag);
+}
+
+TEST_F(FolderScanTest, ARowMayBeOpenedDuringTheScan) {
+    Start();
+    const std::string movies = MakeMovies("many", 40);
+    ScanUntil(movies, 5);
+    EXPECT_TRUE(Console().CountLabel()->Visible());
+    Open(2);
+    EXPECT_FALSE(Console().QTM()->Movie().IsNil());
+    EXPECT_FALSE(Console().Fold_Flag);
+    Settle();
+    EXPECT_EQ(Names(Console().StrGrid()).size(), 40U);
+    EXPECT_EQ(Counter(), "3 / 40");
+    EXPECT_EQ(Marked(Console().StrGrid()), std::vector<std::int32_t>{2});
+    EXPECT_FALSE(Console().CountLabel()->Visible());
+}
+
+TEST_F(FolderScanTest, ARowOfAnotherFolderOpenedBeforeDoesNotCount) {
+    StartWithMedia({"a.mov"});
+    Open(0);
+    const std::string movies = MakeMovies("many", 30);
+    ScanUntil(movies, 3);
+    Do([] { Console().Fold_Flag = false; });
+    Settle();
+    EXPECT_EQ(Counter(), "30");
+}
+
+TEST_F(FolderScanTest, AKilledScanLeavesItsPartAndTheNextRepairsIt) {
+    Start();
+    ScanUntil(MakeMovies("many", 40), 7);
+    Do([] { Console().FolderThread()->Kill(); });
+    Settle();
+    EXPECT_EQ(Names(Console().StrGrid()).size(), 7U);
+    EXPECT_TRUE(Console().CountLabel()->Visible());
+    Scan(MakeMovies("few", 3));
+    EXPECT_EQ(Names(Console().StrGrid()).size(), 3U);
+    EXPECT_EQ(Console().File_Count, 3);
+    EXPECT_FALSE(Console().CountLabel()->Visible());
+}
+
+TEST_F(FolderScanTest, AFileRemovedDuringTheScanIsListedAndFailsToOpen) {
+    Start();
+    const std::string movies = MakeMovies("many", 30);
+    ScanUntil(movies, 2);
+    std::filesystem::remove_all(Folder().Path("many"));
+    CapturedStderr captured;
+    Settle();
+    EXPECT_EQ(Names(Console().StrGrid()).size(), 30U);
+    Open(20);
+    EXPECT_EQ(Console().StrGrid()->Cell(20, 2), "") << "its folder is gone: the command was abandoned";
+    EXPECT_EQ(captured.Lines().size(), 1U);
+}
+
+TEST_F(FolderScanTest, MoreItemsThanTheBuffersHoldEndTheScan) {
+    Start();
+    const std::string movies = MakeMovies("huge", 100000);
+    CapturedStderr captured;
+    Scan(movies);
+    const auto lines = captured.Lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("OutOfBoundsException"), std::string::npos);
+    EXPECT_EQ(Console().File_Count, 99999);
+    EXPECT_EQ(Console().StrGrid()->ListCount(), 99999);
+}
+
+} // namespace kirolane::tests

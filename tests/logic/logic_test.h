@@ -1,0 +1,71 @@
+#pragma once
+
+#include "display/monitorform.h"
+#include "platform/implicit_instance.h"
+#include "settings/settingform.h"
+#include "shell/mainform.h"
+#include "shell/start.h"
+#include "sound/musicform.h"
+#include "support/platform_test.h"
+
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kirolane::tests {
+
+inline const std::string kMark = "●";
+inline const std::string kFailed = "  ???";
+
+/// The whole program on the headless back ends.
+class LogicTest : public PlatformTest {
+protected:
+    using Lines = std::map<int, std::string>;
+
+    /// Makes a folder of files, one a name; names that end in "/" become folders. Its path in colon form.
+    std::string MakeMedia(const std::string& folder, std::initializer_list<std::string_view> names);
+    /// Writes a settings file of the default lines, changed here and there.
+    void WriteSettings(const Lines& changed);
+    /// The settings file as it lies on disc, "" if it is not there.
+    [[nodiscard]] std::string SettingsText() const { return Folder().Read(kSettings); }
+
+    /// Starts the program and lets its first scans end.
+    void Start();
+    /// Starts it with a movie folder and a sound folder as number 1.
+    void StartWithMedia(std::initializer_list<std::string_view> movies,
+                        std::initializer_list<std::string_view> sounds = {});
+    /// Starts it, expecting a failure; its text.
+    std::string StartFailure();
+    /// Ends the program and readies for another start.
+    void End();
+    void SetScreens(int count, int height = 1200);
+
+    static Mainform& Console() { return *Instance<Mainform>(); }
+    static MonitorForm& Monitor() { return *Instance<MonitorForm>(); }
+    static MusicForm& Sound() { return *Instance<MusicForm>(); }
+
+    /// A key of the console's bar.
+    void Choose(std::string_view item) { Console().ReportMenuChosen(item); }
+    /// A double click on a row of the movie list.
+    void Open(std::int32_t row);
+    /// The sound list's page in front, and a double click on a row of it.
+    void OpenSound(std::int32_t row);
+    /// Lists the folder anew in the movie list, and waits for the end of it.
+    void Scan(const std::string& folder);
+    /// The same, but stops after so many items; Settle then goes on with it.
+    void ScanUntil(const std::string& folder, std::int32_t matches);
+    /// Column 1 of the rows that are not blank.
+    static std::vector<std::string> Names(const Ref<Listbox>& list);
+    /// The rows that bear the mark.
+    static std::vector<std::int32_t> Marked(const Ref<Listbox>& list);
+
+    static constexpr const char* kSettings = "home/Library/Application Support/Kirolane/Setting/ES";
+
+private:
+    std::unique_ptr<App> m_app;
+};
+
+} // namespace kirolane::tests

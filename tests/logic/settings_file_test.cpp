@@ -1,0 +1,130 @@
+#include "logic_test.h"
+#include "platform/common/colon_path.h"
+#include "support/as_user.h"
+#include "support/captured_stderr.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace kirolane::tests {
+
+class SettingsFileTest : public LogicTest {
+protected:
+    void WriteText(const std::string& text) {
+        static_cast<void>(Folder().MakeFolder("home/Library/Application Support/Kirolane/Setting"));
+        static_cast<void>(Folder().Write(kSettings, text));
+    }
+};
+
+TEST_F(SettingsFileTest, TheFirstStartWritesTheDefaultsAndTheNextReadsThem) {
+    const std::string own = ToColonPath(Folder().Path("application"), true);
+    std::string expected = "// DualDisplayMode\ntrue\nFullScreen\nfalse\n// WindowColor\nfalse\n"
+                           "// Window Hide\nfalse\nnil\nnil\n// FreeSeek\n3\n// - Sound\n3\n"
+                           "// FolderNumber\n1\n// - Sound\n1\nnil\nnil\n// Folder - URL\n";
+    for (int n = 22; n <= 31; ++n)
+        expected += own + "\n";
+    expected += "***** Music *****\n";
+    for (int n = 33; n <= 42; ++n)
+        expected += own + "\n";
+    expected += "Sfolder\nmSfolder\n";
+    for (int n = 45; n <= 200; ++n)
+        expected += "nil\n";
+
+    SetScreens(2);
+    Start();
+    EXPECT_EQ(SettingsText(), expected);
+    End();
+    Start();
+    EXPECT_EQ(Console().Setting_Data(1), "// DualDisplayMode");
+    EXPECT_EQ(Console().Setting_Data(200), "nil");
+    EXPECT_EQ(SettingsText(), expected);
+}
+
+TEST_F(SettingsFileTest, AnEmptyFirstLineGivesTheDefaultsInMemoryAlone) {
+    for (const char* text : {"", "\nfalse\nx\ntrue\n", "\r\n"}) {
+        SCOPED_TRACE(text);
+        WriteText(text);
+        SetScreens(2);
+        Start();
+        EXPECT_EQ(Console().Setting_Data(1), "// DualDisplayMode");
+        EXPECT_EQ(Console().Setting_Data(2), "true");
+        EXPECT_EQ(SettingsText(), text);
+        End();
+    }
+}
+
+TEST_F(SettingsFileTest, AShortFileLeavesTheOtherLinesEmpty) {
+    WriteText("x");
+    Start();
+    EXPECT_EQ(Console().Setting_Data(1), "x");
+    EXPECT_EQ(Console().Setting_Data(2), "");
+    EXPECT_EQ(Console().Setting_Data(200), "");
+    EXPECT_EQ(Monitor().Width(), 320) << "no placement";
+    EXPECT_FALSE(Monitor().Visible()) << "a bad line 8 hides it";
+    EXPECT_EQ(Console().FoldNumber, 0);
+    EXPECT_EQ(SettingsText(), "x");
+}
+
+TEST_F(SettingsFileTest, LineEndsMayBeCrLfAndLinesAfterTheLastDoNotCount) {
+    WriteSettings({{16, "3"}});
+    std::string text;
+    for (const char c : SettingsText())
+        text += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    text += "more\r\nand more\r\n";
+    WriteText(text);
+    Start();
+    EXPECT_EQ(Console().Setting_Data(16), "3");
+    EXPECT_EQ(Console().FoldNumber, 3);
+    EXPECT_EQ(Console().Setting_Data(200), "nil");
+    EXPECT_EQ(SettingsText(), text);
+}
+
+TEST_F(SettingsFileTest, BytesOfAPathComeBackAsTheyAre) {
+    const std::string names[] = {"日本語", "\xE3\x82.\xFF", "a b "};
+    for (const std::string& name : names) {
+        const std::string media = MakeMedia(name, {"a.mov"});
+        WriteSettings({{22, media}});
+        Start();
+        EXPECT_EQ(Console().Setting_Data(22), media);
+        EXPECT_EQ(Console().DirLabel()->Caption(), media);
+        EXPECT_EQ(Console().File_Count, 1);
+        End();
+    }
+}
+
+TEST_F(SettingsFileTest, AFileMissingInItsFolderFailsTheStartAndIsNamed) {
+    WriteSettings({});
+    std::filesystem::remove(Folder().Path(kSettings));
+    CapturedStderr captured;
+    const std::string failure = StartFailure();
+    EXPECT_NE(failure.find("NilObjectException"), std::string::npos) << failure;
+    EXPECT_NE(failure.find(Folder().Path(kSettings)), std::string::npos) << failure;
+    const auto lines = captured.Lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find(failure), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(Folder().Path(kSettings))) << "it is not made anew";
+}
+
+TEST_F(SettingsFileTest, AnUnreadableFileOrAReadOnlyHomeFailsTheStartAndIsNamed) {
+    WriteSettings({});
+    const std::string file = Folder().Path(kSettings);
+    OpenToAll(Folder().Path("home"));
+    OpenToAll(Folder().Path());
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    RunAsOrdinaryUser([&] {
+        const std::string failure = StartFailure();
+        EXPECT_NE(failure.find(file), std::string::npos) << failure;
+    });
+    // The first start in a home that takes nothing.
+    std::filesystem::remove_all(Folder().Path("home/Library/Application Support/Kirolane"));
+    std::filesystem::permissions(Folder().Path("home/Library/Application Support"),
+                                 std::filesystem::perms::owner_write | std::filesystem::perms::group_write |
+                                     std::filesystem::perms::others_write,
+                                 std::filesystem::perm_options::remove);
+    RunAsOrdinaryUser([&] {
+        const std::string failure = StartFailure();
+        EXPECT_NE(failure.find("Kirolane"), std::string::npos) << failure;
+    });
+}
+
+} // namespace kirolane::tests

@@ -1,0 +1,129 @@
+#include "about/verform.h"
+#include "logic_test.h"
+#include "platform/common/colon_path.h"
+
+namespace kirolane::tests {
+
+class StartTest : public LogicTest {};
+
+TEST_F(StartTest, StandsIdleWithTheCurtainUpAndTheOtherFormsHidden) {
+    SetScreens(2);
+    Start();
+    const Mainform& console = Console();
+    EXPECT_EQ(console.Title(), "Kirolane");
+    EXPECT_TRUE(console.Visible());
+    EXPECT_TRUE(Monitor().Visible());
+    EXPECT_FALSE(Sound().Visible());
+    EXPECT_FALSE(Instance<SettingForm>()->Visible());
+    EXPECT_FALSE(Instance<VerForm>()->Visible());
+    EXPECT_EQ(console.VolumeName, ToColonPath(Folder().Path("home"), true));
+
+    for (const auto& list : {console.StrGrid(), console.mStrGrid()}) {
+        EXPECT_EQ(list->ListCount(), 26);
+        EXPECT_EQ(list->Cell(0, 1), "");
+        EXPECT_EQ(list->Heading(0), " ");
+        EXPECT_EQ(list->Heading(1), "ファイル名");
+        EXPECT_EQ(list->Heading(2), "時間");
+    }
+    EXPECT_EQ(console.Volume_Flag, 80);
+    EXPECT_EQ(console.mVolume_Flag, 80);
+    EXPECT_EQ(console.Rate_Flag, 1.0);
+    EXPECT_EQ(console.mRate_Flag, 1.0);
+    EXPECT_EQ(console.VolumeProgress()->Value(), 80);
+
+    EXPECT_FALSE(console.QTM()->Visible());
+    EXPECT_FALSE(console.QTM_PlayButton()->Enabled());
+    EXPECT_FALSE(console.QTM_PosBar()->Enabled());
+    EXPECT_TRUE(console.DummyBack()->Visible());
+    EXPECT_EQ(console.DummyBack()->Left(), 11);
+    EXPECT_EQ(console.DummyBack()->Top(), 28);
+    EXPECT_EQ(console.DummyQTM()->Left(), 91);
+    EXPECT_EQ(console.DummyQTM()->Top(), 88);
+}
+
+TEST_F(StartTest, ShowsTheConsoleLastSoThatItHasTheKeyboard) {
+    SetScreens(2);
+    Windows().UseDesktop();
+    Start();
+    EXPECT_EQ(Windows().ActiveWindow(), "Mainform");
+    EXPECT_FALSE(Windows().RecordOf("SettingForm").visible);
+    EXPECT_FALSE(Windows().RecordOf("MusicForm").visible);
+}
+
+TEST_F(StartTest, TheBarBindsWhatEachWindowCanDo) {
+    Start();
+    int console = 0;
+    int monitor = 0;
+    int sound = 0;
+    Console().MenuBar()->ForEach([&](MenuItem& item) {
+        console += Console().HasMenuHandler(item.Name()) ? 1 : 0;
+        monitor += Monitor().HasMenuHandler(item.Name()) ? 1 : 0;
+        sound += Sound().HasMenuHandler(item.Name()) ? 1 : 0;
+    });
+    EXPECT_EQ(console, 41);
+    EXPECT_EQ(monitor, 38);
+    EXPECT_EQ(sound, 0);
+    EXPECT_FALSE(Console().HasMenuHandler("FileQuit"));
+    EXPECT_FALSE(Monitor().HasMenuHandler("SpeedUp"));
+}
+
+TEST_F(StartTest, ClosingTheConsoleEndsTheProgramWithStatus0) {
+    Start();
+    Windows().At(100, [] { Console().ReportCloseRequested(); });
+    EXPECT_EQ(Platform().Run(), 0);
+}
+
+TEST_F(StartTest, FolderNumbersChooseTheFirstScans) {
+    const struct {
+        const char* line;
+        std::int32_t number; ///< 0: no button, no scan
+    } cases[] = {{"1", 1}, {"10", 10}, {"0", 0}, {"11", 0}, {"", 0}, {"01", 0}};
+    const std::string media = MakeMedia("media", {"a.mov", "b.wav"});
+    for (const auto& [text, number] : cases) {
+        SCOPED_TRACE(text);
+        WriteSettings({{16, text}, {18, text}, {22, media}, {31, media}, {33, media}, {42, media}});
+        Start();
+        EXPECT_EQ(Console().FoldNumber, number);
+        EXPECT_EQ(Console().mFoldNumber, number);
+        EXPECT_EQ(Console().File_Count, number == 0 ? 0 : 1);
+        EXPECT_EQ(Console().mFile_Count, number == 0 ? 0 : 1);
+        for (std::int32_t n = 1; n <= 10; ++n) {
+            EXPECT_EQ(Console().Fold(n)->Value(), n == number);
+            EXPECT_EQ(Console().mFold(n)->Value(), n == number);
+        }
+        EXPECT_FALSE(Console().Fold(99)->Value());
+        End();
+    }
+}
+
+TEST_F(StartTest, AFolderThatIsGoneBecomesTheOwnFolderInMemory) {
+    const std::string gone = ToColonPath(Folder().Path("gone"), true);
+    const std::string own = ToColonPath(Folder().Path("application"), true);
+    const std::string there = MakeMedia("there", {});
+    WriteSettings({{24, gone}, {25, there}, {35, gone}});
+    const std::string before = SettingsText();
+    Start();
+    EXPECT_EQ(Console().Setting_Data(24), own);
+    EXPECT_EQ(Console().Fold(3)->HelpTag(), own);
+    EXPECT_EQ(Console().Fold(4)->HelpTag(), there);
+    EXPECT_EQ(Console().mFold(3)->HelpTag(), own);
+    EXPECT_EQ(Console().Fold(99)->HelpTag(), "");
+    EXPECT_EQ(SettingsText(), before);
+}
+
+TEST_F(StartTest, TheConsoleTakesItsColour) {
+    const struct {
+        const char* line;
+        bool flat;
+    } cases[] = {{"true", true}, {"TRUE", true}, {"false", false}, {"", false}, {"1", false}};
+    for (const auto& [text, flat] : cases) {
+        SCOPED_TRACE(text);
+        WriteSettings({{6, text}});
+        Start();
+        EXPECT_EQ(Console().HasBackColor(), flat);
+        EXPECT_EQ(Console().BackColor(), flat ? kFlat : kWhite);
+        End();
+    }
+}
+
+} // namespace kirolane::tests
