@@ -1,0 +1,127 @@
+#include "app.h"
+
+#include "clocks.h"
+#include "folders.h"
+
+#include "platform/common/runtime.h"
+#include "platform/implicit_instance.h"
+#include "platform/mpv/mpv_media.h"
+#include "platform/posix/posix_filesystem.h"
+#include "platform/qt/qtwindows.h"
+#include "settings/setting_lines.h"
+#include "shell/mainform.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace kirolane::bench {
+
+namespace {
+
+constexpr double kPatience = 60'000.0; ///< milliseconds
+
+int g_argumentCount = 1;
+char g_name[] = "kirolane_bench";
+char* g_arguments[] = {g_name, nullptr};
+
+mpv::MpvOptions SilentOptions() {
+    mpv::MpvOptions options;
+    options.roles = {{"Mainform.QTM", mpv::Role::Preview, "Preview"},
+                     {"MonitorForm.QTM", mpv::Role::Stage, "Movie"},
+                     {"MusicForm.QTM", mpv::Role::Sound, "Sound"}};
+    options.audioOutput = "null";
+    return options;
+}
+
+/// A home folder whose settings name the movie folder, press its button and no sound button.
+std::string MakeHome(const std::string& folder, const std::string& movieFolder) {
+    const std::string settings = folder + "/Library/Application Support/Kirolane/Setting";
+    std::filesystem::create_directories(settings);
+    std::ofstream file(settings + "/ES");
+    for (const SettingLines& lines : kSettingLines) {
+        for (std::int32_t n = lines.first; n <= lines.last; ++n) {
+            if (n == line::kFirstFolder)
+                file << ColonPath(movieFolder);
+            else if (n != line::kSoundFolderNumber)
+                file << (lines.initial.empty() ? "Root:" : lines.initial);
+            file << '\n';
+        }
+    }
+    return folder;
+}
+
+} // namespace
+
+void UseOffscreenDisplays(const std::string& folder) {
+    const std::string path = folder + "/screens.json";
+    std::ofstream file(path);
+    file
+        << R"({"synchronousWindowSystemEvents":false,"windowFrameMargins":false,"screens":[)"
+        << R"({"name":"L","x":0,"y":0,"width":1920,"height":1080,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1},)"
+        << R"({"name":"R","x":1920,"y":0,"width":1920,"height":1080,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})";
+    file.close();
+    // The offscreen platform warns of what it cannot do (raising a window); the table is to stand alone.
+    ::setenv("QT_LOGGING_RULES", "*.warning=false", 1);
+    ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
+    ::setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + path).c_str(), 1);
+}
+
+struct App::Parts {
+    explicit Parts(const std::string& movieFolder)
+        : files(MakeHome(memory.Path(), movieFolder), memory.Path()),
+          windows((UseOffscreenDisplays(memory.Path()), g_argumentCount), g_arguments),
+          media(SilentOptions()), runtime(windows, media, files) {}
+
+    MemoryFolder memory;
+    posix::PosixFileSystem files;
+    qt::QtWindows windows;
+    mpv::MpvMedia media;
+    Runtime runtime;
+    std::unique_ptr<kirolane::App> application;
+};
+
+App::App(const std::string& movieFolder) : m_parts(std::make_unique<Parts>(movieFolder)) {
+    m_parts->files.Prepare();
+    std::string failure;
+    if (!m_parts->runtime.Start([this] { m_parts->application = StartKirolane(); }, failure))
+        throw RuntimeException(failure);
+}
+
+App::~App() = default;
+
+Mainform& App::Console() const {
+    return *Instance<Mainform>();
+}
+
+void App::Deliver(const std::function<void()>& handler) const {
+    m_parts->runtime.DeliverNow(Console(), "bench", handler);
+}
+
+void App::Until(const std::function<bool()>& done) const {
+    const StopWatch watch;
+    QTimer wakeUp; // so that the wait ends even where nothing happens
+    wakeUp.start(static_cast<int>(kPatience));
+    while (!done()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        if (watch.Milliseconds() > kPatience)
+            throw RuntimeException("what was waited for did not come");
+    }
+}
+
+void App::For(int milliseconds) const {
+    bool over = false;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, qApp, [&] { over = true; });
+    Until([&] { return over; });
+}
+
+void App::UntilScanned() const {
+    Until([this] { return !Console().FolderThread()->Running(); });
+}
+
+} // namespace kirolane::bench

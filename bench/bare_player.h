@@ -1,0 +1,45 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <mpv/client.h>
+#include <mpv/render.h>
+
+namespace kirolane::bench {
+
+/// The reference of playing: one libmpv player with the options of the audience's player, silent output, its
+/// pictures rendered by a thread at 1920 x 1080 and looked at by nobody. Warm: made once, files come and go.
+class BarePlayer {
+public:
+    BarePlayer();
+    ~BarePlayer();
+    BarePlayer(const BarePlayer&) = delete;
+    BarePlayer& operator=(const BarePlayer&) = delete;
+
+    /// Opens the file, running or halted, and waits for its first rendered picture; milliseconds it took.
+    double Open(const std::string& path, bool running);
+    /// Empties the player and waits until it is idle.
+    void Close();
+
+private:
+    void Render();
+    void Command(std::vector<const char*> words);
+
+    mpv_handle* m_handle = nullptr;
+    mpv_render_context* m_context = nullptr;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_update = false;
+    bool m_end = false;
+    std::uint64_t m_frames = 0;
+    std::vector<std::uint8_t> m_pixels;
+    std::thread m_worker;
+};
+
+} // namespace kirolane::bench

@@ -1,0 +1,96 @@
+#include "report.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+
+namespace kirolane::bench {
+
+namespace {
+std::string Format(const char* format, ...) __attribute__((format(printf, 1, 2)));
+std::string Format(const char* format, ...) {
+    char buffer[256];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(buffer, sizeof buffer, format, arguments);
+    va_end(arguments);
+    return buffer;
+}
+} // namespace
+
+double Samples::Median() const {
+    if (m_values.empty())
+        return 0.0;
+    auto sorted = m_values;
+    std::sort(sorted.begin(), sorted.end());
+    const std::size_t middle = sorted.size() / 2;
+    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
+}
+
+double Samples::Smallest() const {
+    return m_values.empty() ? 0.0 : *std::min_element(m_values.begin(), m_values.end());
+}
+
+double Samples::Largest() const {
+    return m_values.empty() ? 0.0 : *std::max_element(m_values.begin(), m_values.end());
+}
+
+std::string Samples::Text(std::string_view unit) const {
+    return Format("%.4g %.*s (%.4g to %.4g, n=%zu)", Median(), static_cast<int>(unit.size()), unit.data(),
+                  Smallest(), Largest(), Count());
+}
+
+Row RatioRow(std::string_view name, const Samples& measured, const Samples& reference, std::string_view unit,
+             double most) {
+    const double ratio = reference.Median() > 0 ? measured.Median() / reference.Median() : 0.0;
+    Row row;
+    row.name = name;
+    row.figure = Format("%.2f x; ", ratio) + measured.Text(unit);
+    row.reference = reference.Text(unit);
+    row.goal = Format("<= %.4g x", most);
+    row.holds = reference.Median() > 0 && ratio <= most;
+    return row;
+}
+
+Row DifferenceRow(std::string_view name, const Samples& measured, const Samples& reference,
+                  std::string_view unit, double most) {
+    const double difference = measured.Median() - reference.Median();
+    Row row;
+    row.name = name;
+    row.figure =
+        Format("%+.4g %.*s; ", difference, static_cast<int>(unit.size()), unit.data()) + measured.Text(unit);
+    row.reference = reference.Text(unit);
+    row.goal = Format("<= +%.4g %.*s", most, static_cast<int>(unit.size()), unit.data());
+    row.holds = measured.Count() > 0 && difference <= most;
+    return row;
+}
+
+Row LimitRow(std::string_view name, const Samples& measured, const Samples& control, std::string_view unit,
+             double limit) {
+    Row row;
+    row.name = name;
+    row.figure = measured.Text(unit);
+    row.reference = "machine: " + control.Text(unit);
+    row.goal = Format("< %.4g %.*s", limit, static_cast<int>(unit.size()), unit.data());
+    row.holds = measured.Count() > 0 && measured.Median() < limit;
+    return row;
+}
+
+Row ReportRow(std::string_view name, const Samples& measured, std::string_view unit) {
+    Row row;
+    row.name = name;
+    row.figure = measured.Text(unit);
+    row.hasGoal = false;
+    return row;
+}
+
+void Print(const Row& row) {
+    std::printf("%-34s | %-52s | %-44s | %-10s | %s\n", row.name.c_str(), row.figure.c_str(),
+                row.reference.empty() ? "-" : row.reference.c_str(), row.hasGoal ? row.goal.c_str() : "-",
+                !row.hasGoal ? "report"
+                : row.holds  ? "holds"
+                             : "short");
+    std::fflush(stdout);
+}
+
+} // namespace kirolane::bench

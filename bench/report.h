@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the measuring programs share: samples, their median and spread, and the table of goals.
+namespace kirolane::bench {
+
+/// Measurements of one thing in one unit.
+class Samples {
+public:
+    void Add(double value) { m_values.push_back(value); }
+    [[nodiscard]] std::size_t Count() const { return m_values.size(); }
+    [[nodiscard]] double Median() const;
+    [[nodiscard]] double Smallest() const;
+    [[nodiscard]] double Largest() const;
+    /// "12.3 (11.9 to 13.0)" with the unit behind the median.
+    [[nodiscard]] std::string Text(std::string_view unit) const;
+
+private:
+    std::vector<double> m_values;
+};
+
+/// One row of the table. A row without a goal only reports.
+struct Row {
+    std::string name;
+    std::string figure;
+    std::string reference;
+    std::string goal;
+    bool hasGoal = true;
+    bool holds = true;
+};
+
+/// A ratio of two medians that must not exceed `most`.
+Row RatioRow(std::string_view name, const Samples& measured, const Samples& reference, std::string_view unit,
+             double most);
+/// A difference of two medians that must not exceed `most`.
+Row DifferenceRow(std::string_view name, const Samples& measured, const Samples& reference,
+                  std::string_view unit, double most);
+/// A figure that must stay below `limit`; `control` is what the machine does by itself.
+Row LimitRow(std::string_view name, const Samples& measured, const Samples& control, std::string_view unit,
+             double limit);
+/// A figure without a goal.
+Row ReportRow(std::string_view name, const Samples& measured, std::string_view unit);
+
+void Print(const Row& row);
+
+} // namespace kirolane::bench

@@ -1,0 +1,30 @@
+// The reference of the start: an empty window of the console's size, linked to the same libraries. Ends with
+// status 0 at its first paint.
+
+#include "app.h"
+
+#include <QApplication>
+#include <QWidget>
+
+#include <unistd.h>
+
+namespace {
+class EmptyWindow : public QWidget {
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QMetaObject::invokeMethod(
+            this, [] { _exit(0); }, Qt::QueuedConnection);
+    }
+};
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2)
+        return 2;
+    kirolane::bench::UseOffscreenDisplays(argv[1]);
+    QApplication application(argc, argv);
+    EmptyWindow window;
+    window.resize(800, 420);
+    window.show();
+    return QApplication::exec();
+}
