@@ -131,7 +131,7 @@ Ref<Movie> FolderItem::OpenAsMovie() const {
     std::string path = NativePath();
     if (runtime.Files().IsReadableFile(path, cause))
         return Ref(std::make_shared<Movie>(std::move(path)));
-    Runtime::WriteLine(path + ": " + cause);
+    runtime.WriteLineOnce(path + ": " + cause);
     return nullptr;
 }
 

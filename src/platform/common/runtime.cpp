@@ -316,6 +316,13 @@ void Runtime::WriteLine(std::string_view text) {
     std::fflush(stderr);
 }
 
+void Runtime::WriteLineOnce(std::string text) {
+    if (text == m_saidOnce)
+        return;
+    WriteLine(text);
+    m_saidOnce = std::move(text);
+}
+
 std::shared_ptr<Window> Runtime::FindForm(std::type_index type) const {
     for (const auto& form : m_forms)
         if (form.type == type)

@@ -105,6 +105,8 @@ public:
     void ReportFailure(const std::string& what, const std::string& cause);
     /// One line on standard error: "kirolane: " and the text.
     static void WriteLine(std::string_view text);
+    /// The same, unless the running handler's newest such line was this one: twins open one file twice.
+    void WriteLineOnce(std::string text);
 
     std::shared_ptr<Window> FindForm(std::type_index type) const;
     std::shared_ptr<Window> MakeForm(std::type_index type,
@@ -167,6 +169,7 @@ private:
     int m_workers = 0; ///< under m_postMutex
 
     std::string m_fileFailure;
+    std::string m_saidOnce; ///< by the running handler
     bool m_started = false;
     bool m_delivering = false;
     bool m_flushing = false;
