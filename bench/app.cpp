@@ -87,8 +87,9 @@ struct App::Parts {
 };
 
 App::App(const std::string& movieFolder) : m_parts(std::make_unique<Parts>(movieFolder)) {
-    m_parts->files.Prepare();
-    std::string failure;
+    std::string failure = m_parts->files.Prepare();
+    if (!failure.empty())
+        throw RuntimeException(failure);
     if (!m_parts->runtime.Start([this] { m_parts->application = StartKirolane(); }, failure))
         throw RuntimeException(failure);
 }

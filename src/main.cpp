@@ -7,7 +7,6 @@
 #include "platform/qt/qtwindows.h"
 #include "shell/start.h"
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -39,9 +38,12 @@ kirolane::mpv::MpvOptions Players() {
 int main(int argc, char** argv) {
     using namespace kirolane;
     qt::QtWindows windows(argc, argv);
-    std::setlocale(LC_NUMERIC, "C"); // the application object has set the user's; the player needs this one
     posix::PosixFileSystem files(posix::HomeFolder(), posix::ExecutableFolder());
-    files.Prepare();
+    if (const std::string failure = files.Prepare(); !failure.empty()) {
+        Runtime::WriteLine("start: " + failure);
+        windows.ShowStartFailure("start: " + failure);
+        End(EXIT_FAILURE);
+    }
     mpv::MpvMedia media(Players());
     Runtime runtime(windows, media, files);
 

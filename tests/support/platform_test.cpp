@@ -5,7 +5,7 @@
 namespace kirolane::tests {
 
 PlatformTest::PlatformTest() : m_files(m_folder.MakeFolder("home"), m_folder.MakeFolder("application")) {
-    m_files.Prepare();
+    EXPECT_EQ(m_files.Prepare(), "");
     m_runtime = std::make_unique<Runtime>(m_headless.windows, m_headless.media, m_files);
 }
 

@@ -1,6 +1,5 @@
 #include "platform/posix/posix_filesystem.h"
 
-#include "platform/common/runtime.h"
 #include "platform/posix/descriptor.h"
 
 #include <algorithm>
@@ -90,14 +89,13 @@ private:
 
 } // namespace
 
-void PosixFileSystem::Prepare() {
+std::string PosixFileSystem::Prepare() {
     for (const char* name : {"Library", "Library/Application Support"}) {
         std::string cause;
-        if (!MakeFolder(InHome(name), cause)) {
-            Runtime::WriteLine(InHome(name) + ": " + cause);
-            return;
-        }
+        if (!MakeFolder(InHome(name), cause))
+            return InHome(name) + ": " + cause;
     }
+    return {};
 }
 
 std::string PosixFileSystem::InHome(const std::string& name) const {

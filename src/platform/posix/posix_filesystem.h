@@ -11,9 +11,9 @@ public:
     PosixFileSystem(std::string homeFolder, std::string applicationFolder)
         : m_home(std::move(homeFolder)), m_application(std::move(applicationFolder)) {}
 
-    /// Makes "Library/Application Support" in the home folder, where the settings go, if it is not there. A
-    /// failure is one line on standard error. To be called before the logic runs.
-    void Prepare();
+    /// Makes "Library/Application Support" in the home folder, where the settings go, if it is not there. ""
+    /// or the failure, file and cause. To be called before the logic runs, which cannot start without.
+    [[nodiscard]] std::string Prepare();
 
     [[nodiscard]] std::string ApplicationFolder() const override { return m_application; }
     [[nodiscard]] std::string DesktopFolder() const override { return InHome("Desktop"); }
