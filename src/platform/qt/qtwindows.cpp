@@ -9,6 +9,7 @@
 #include "platform/qt/screens.h"
 #include "platform/qt/showapplication.h"
 #include "platform/qt/sleepinhibitor.h"
+#include "platform/qt/starting_messages.h"
 #include "platform/qt/windowpeer.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -56,7 +57,10 @@ void ChoosePlatform() {
 
 QtWindows::QtWindows(int& argc, char** argv) {
     ChoosePlatform();
-    m_application = std::make_unique<ShowApplication>(argc, argv);
+    {
+        const StartingMessages messages;
+        m_application = std::make_unique<ShowApplication>(argc, argv);
+    }
     std::setlocale(LC_NUMERIC, "C"); // Qt takes the user's; libraries of the engine need a point in numbers
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("kirolane"));
@@ -65,7 +69,7 @@ QtWindows::QtWindows(int& argc, char** argv) {
     QApplication::setPalette(Look::Palette());
     QApplication::setFont(SystemFont());
     QToolTip::setFont(SystemFont());
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirologo.png")));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
     m_inhibitor = std::make_unique<SleepInhibitor>();
     WatchScreens();
 }
