@@ -346,6 +346,8 @@ public:
     // What happens when a movie has run out, and the two toggles that choose it.
 
     void QTM_TImeLoop_Func(); // sic
+    /// The list advance: opens the row after the current one.
+    void PlayNextRow();
     void LoopPlay_Action();
     void ListLoopPlay_Action();
 

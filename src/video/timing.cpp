@@ -1,0 +1,21 @@
+#include "display/monitorform.h"
+#include "shell/mainform.h"
+#include "video/drift_text.h"
+
+namespace kirolane {
+
+/// Shows by how much the monitor's player is ahead of the console's. A read-out only: nothing is corrected.
+void Mainform::QTM_Timing_Func() {
+    const auto console = QTM();
+    const auto monitor = Instance<MonitorForm>()->QTM();
+    const auto drift = static_cast<float>(monitor->Position() - console->Position());
+    // Read afresh at each step: the players run on.
+    if (monitor->Position() == console->Position())
+        TimingLabel()->SetText(kNoDriftText);
+    else if (console->Position() < monitor->Position())
+        TimingLabel()->SetText(DriftAheadText(drift));
+    else if (monitor->Position() < console->Position())
+        TimingLabel()->SetText(DriftBehindText(drift));
+}
+
+} // namespace kirolane

@@ -1,0 +1,114 @@
+#include "logic_test.h"
+#include "video/volume_table.h"
+
+namespace kirolane::tests {
+
+class VolumeTest : public LogicTest {
+protected:
+    void SetUp() override { StartWithMedia({"a.mov"}); }
+
+    void SetLevel(std::int32_t level) {
+        Do([=] {
+            Console().Volume_Flag = level;
+            Console().VolumeSave_Func();
+        });
+    }
+    static void Expect(std::int32_t level, std::int32_t volume, std::int32_t bar, const char* text) {
+        EXPECT_EQ(Console().Volume_Flag, level);
+        EXPECT_EQ(Monitor().QTM()->Volume(), volume);
+        EXPECT_EQ(Console().QTM()->Volume(), 0);
+        EXPECT_EQ(Console().VolumeProgress()->Value(), bar);
+        EXPECT_EQ(Console().VolumeLabel()->Caption(), text);
+    }
+    void MoveTo(std::int32_t mouseY) { Console().VolumeProgress()->ReportMouseMove(5, 5, mouseY); }
+};
+
+TEST_F(VolumeTest, LevelsRiseToThePlayersScaleWithOneDip) {
+    for (std::int32_t level = 1; level <= 100; ++level) {
+        const std::int32_t step = PlayerVolume(level) - PlayerVolume(level - 1);
+        const bool dip = level == 74 || level == 75;
+        EXPECT_TRUE(dip || (step >= 1 && step <= 4)) << level;
+    }
+    const std::pair<std::int32_t, std::int32_t> some[] = {{0, 0},    {37, 96},  {50, 128}, {73, 188},
+                                                          {74, 160}, {75, 192}, {80, 205}, {100, 256}};
+    for (const auto& [level, volume] : some)
+        EXPECT_EQ(PlayerVolume(level), volume);
+}
+
+TEST_F(VolumeTest, KeysStepOneLevelWithinTheEnds) {
+    SetLevel(99);
+    Choose("VolumeUpKey");
+    Expect(100, 256, 100, "Volume：100");
+    Choose("VolumeUpKey");
+    Expect(100, 256, 100, "Volume：100");
+    SetLevel(10);
+    Monitor().ReportMenuChosen("VolumeDownKey");
+    Expect(9, 24, 9, "Volume：   9");
+    SetLevel(1);
+    Choose("VolumeDownKey");
+    Choose("VolumeDownKey");
+    Expect(0, 0, 0, "Volume：   0");
+}
+
+TEST_F(VolumeTest, TheBarLagsAtThreeLevels) {
+    SetLevel(33);
+    Choose("VolumeUpKey");
+    Expect(34, 90, 33, "Volume：  34");
+    Choose("VolumeUpKey");
+    Expect(35, 92, 34, "Volume：  35");
+    Choose("VolumeUpKey");
+    Expect(36, 94, 35, "Volume：  36");
+    Choose("VolumeUpKey");
+    Expect(37, 96, 37, "Volume：  37");
+    SetLevel(101);
+    Expect(101, 96, 37, "Volume：  37");
+}
+
+TEST_F(VolumeTest, AStepUnmutesButNotAtTheEnds) {
+    Open(0);
+    SetLevel(50);
+    Choose("MuteKey");
+    EXPECT_EQ(Monitor().QTM()->Volume(), 0);
+    EXPECT_EQ(Console().VolumeLabel()->Caption(), "Volume：  50");
+    Choose("VolumeUpKey");
+    EXPECT_FALSE(Console().Mute_Flag);
+    EXPECT_TRUE(Console().VolumeProgress()->Enabled());
+    Expect(51, 130, 51, "Volume：  51");
+
+    for (const auto& [level, key] : {std::pair{100, "VolumeUpKey"}, std::pair{0, "VolumeDownKey"}}) {
+        SetLevel(level);
+        Monitor().ReportMenuChosen("MuteKey");
+        Choose(key);
+        EXPECT_TRUE(Console().Mute_Flag);
+        EXPECT_EQ(Console().Volume_Flag, level);
+        Choose("MuteKey");
+        EXPECT_EQ(Monitor().QTM()->Volume(), PlayerVolume(level));
+    }
+}
+
+TEST_F(VolumeTest, ThePointerOverTheBarGivesTens) {
+    const std::tuple<std::int32_t, std::int32_t, std::int32_t> bands[] = {
+        {394, 395, 0},  {391, 393, 10}, {388, 390, 20}, {385, 387, 30}, {382, 384, 40},  {379, 381, 50},
+        {375, 378, 60}, {371, 374, 70}, {367, 370, 80}, {364, 366, 90}, {360, 363, 100},
+    };
+    for (const auto& [first, last, level] : bands)
+        for (std::int32_t y = first; y <= last; ++y) {
+            SetLevel(55);
+            MoveTo(y);
+            EXPECT_EQ(Console().Volume_Flag, level) << y;
+            EXPECT_EQ(Console().VolumeProgress()->Value(), level);
+            EXPECT_EQ(Monitor().QTM()->Volume(), PlayerVolume(level));
+        }
+    SetLevel(55);
+    for (const std::int32_t y : {359, 396}) {
+        Do([] { Console().VolumeLabel()->SetEnabled(false); });
+        MoveTo(y);
+        Expect(55, 141, 55, "Volume：  55");
+        EXPECT_TRUE(Console().VolumeLabel()->Enabled());
+    }
+    Choose("MuteKey"); // the bar is disabled and gets no moves
+    MoveTo(394);
+    Expect(55, 0, 55, "Volume：  55");
+}
+
+} // namespace kirolane::tests
