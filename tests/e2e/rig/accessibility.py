@@ -1,0 +1,83 @@
+"""The program as the desktop's accessibility interface tells it: controls by name, what they show, where."""
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+ROLE = Atspi.Role
+
+
+class Tree:
+    """The windows of one process."""
+
+    def __init__(self, process_id):
+        Atspi.init()
+        self._process_id = process_id
+        self._application = None
+
+    def _app(self):
+        context = GLib.MainContext.default()
+        while context.iteration(False):
+            pass
+        if self._application is None:
+            desktop = Atspi.get_desktop(0)
+            desktop.clear_cache()
+            for child in _children(desktop):
+                if child.get_process_id() == self._process_id:
+                    child.set_cache_mask(Atspi.Cache.NONE)
+                    self._application = child
+        return self._application
+
+    def window(self, title):
+        app = self._app()
+        return next((w for w in _children(app) if w.get_name() == title), None) if app is not None else None
+
+    def control(self, window_title, name):
+        """The control of that name, which it carries as its description."""
+        window = self.window(window_title)
+        return _find(window, name) if window is not None else None
+
+
+def _children(accessible):
+    for index in range(accessible.get_child_count()):
+        child = accessible.get_child_at_index(index)
+        if child is not None:
+            yield child
+
+
+def _find(accessible, name):
+    for child in _children(accessible):
+        if child.get_description() == name:
+            return child
+        if child.get_role() not in (ROLE.TABLE, ROLE.MENU_BAR):
+            inner = _find(child, name)
+            if inner is not None:
+                return inner
+    return None
+
+
+def text(control):
+    return control.get_name()
+
+
+def area(control):
+    """(x, y, width, height) on the screen"""
+    box = Atspi.Component.get_extents(control, Atspi.CoordType.SCREEN)
+    return box.x, box.y, box.width, box.height
+
+
+def cell(table, row, column):
+    return Atspi.Table.get_accessible_at(table, row, column)
+
+
+def column_texts(table, column, rows):
+    return [cell(table, row, column).get_name() for row in range(rows)]
+
+
+def number(control):
+    return Atspi.Value.get_current_value(control)
+
+
+def enabled(control):
+    return control.get_state_set().contains(Atspi.StateType.ENABLED)

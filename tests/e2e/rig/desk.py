@@ -1,0 +1,139 @@
+"""An operator's desk: screen, home folder, program, and the looks and moves that the tests share."""
+
+import contextlib
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+from . import accessibility as seen
+from . import clips, display, program, session
+from .waiter import Waiter
+
+CONSOLE = "Kirolane"
+MONITOR = "モニター"
+LEFT = (0, 0, 1920, 1200)
+RIGHT = (1920, 0, 1920, 1080)
+
+
+class Desk:
+    """One screen and one home folder; the program lies in a folder of its own together with some clips."""
+
+    def __init__(self, folder, screen, waiter, binary):
+        self.folder = folder
+        self.screen = screen
+        self.waiter = waiter
+        self.home = folder / "home"
+        self.home.mkdir()
+        self.media = folder / "program"
+        self.media.mkdir()
+        self.binary = self.media / "kirolane"
+        shutil.copy(binary, self.binary)
+
+    def put(self, *files):
+        for file in files:
+            os.link(file, self.media / file.name)
+
+    def settings(self, changes=None):
+        return program.settings_file(self.home, changes, self.media)
+
+    @contextlib.contextmanager
+    def started(self, environment=None, prefix=()):
+        """The program up to the showing of its console; its list may still be filling."""
+        with self.launched(environment, prefix) as running:
+            show = Show(self.screen, self.waiter, running)
+            show.until_started()
+            yield show
+
+    def launched(self, environment=None, prefix=()):
+        return program.running_program([*prefix, self.binary], self.home, self.screen.name, self.waiter, environment)
+
+
+class Show:
+    """A running program as a person sees it."""
+
+    def __init__(self, screen, waiter, running):
+        self.screen = screen
+        self.waiter = waiter
+        self.program = running
+        self._tree = seen.Tree(running.process.pid)
+        self._controls = {}
+
+    def until(self, condition, what, seconds=10.0):
+        try:
+            return self.waiter.until(condition, what, seconds)
+        except AssertionError as missed:
+            raise AssertionError(f"{missed}; standard error: {self.program.errors}") from None
+
+    def until_started(self):
+        self.until(lambda: CONSOLE in self.screen.windows() or not self.program.alive(), "the console")
+        if not self.program.alive():
+            raise AssertionError(f"ended at its start: {self.program.exit_status()} {self.program.errors}")
+        self.until(lambda: self.control("StrGrid"), "the controls")
+
+    def press(self, *keys):
+        self.screen.press(*keys)
+
+    # Controls
+
+    def control(self, name, window=CONSOLE):
+        key = window, name
+        if self._controls.get(key) is None:
+            self._controls[key] = self._tree.control(window, name)
+        return self._controls[key]
+
+    def text(self, name, window=CONSOLE):
+        return seen.text(self.control(name, window))
+
+    def until_text(self, name, wanted, seconds=10.0):
+        self.until(lambda: self.text(name) == wanted, f"{name} saying {wanted!r}, not {self.text(name)!r}", seconds)
+
+    # The list in front
+
+    def rows(self, count, column=1, grid="StrGrid"):
+        return seen.column_texts(self.control(grid), column, count)
+
+    def until_rows(self, names):
+        self.until(lambda: self.rows(len(names)) == names and not self.rows(len(names) + 1)[-1],
+                   f"the rows {names}, not {self.rows(len(names) + 1)}")
+
+    def click_row(self, row, times=1):
+        x, y, width, height = seen.area(seen.cell(self.control("StrGrid"), row, 1))
+        self.screen.click(x + width // 2, y + height // 2, times)
+
+    # Pictures
+
+    def picture_area(self, window):
+        return seen.area(self.control("QTM", window))
+
+    def codes(self):
+        """What the console and the monitor show: (clip, frame) or None, each."""
+        picture = self.screen.picture
+        return tuple(clips.read_code(picture, self.picture_area(window)) for window in (CONSOLE, MONITOR))
+
+    def until_playing(self, clip, frame=0):
+        """Both windows show that clip, at that frame or later."""
+        def reached():
+            codes = self.codes()
+            return all(code and code[0] == clip and code[1] >= frame for code in codes) and codes
+        return self.until(reached, f"clip {clip} in both windows from frame {frame}, not {self.codes()}")
+
+
+@contextlib.contextmanager
+def desk(binary, monitors=(LEFT, RIGHT), window_manager=True):
+    session.start()
+    with contextlib.ExitStack() as stack:
+        # Readable for an ordinary user, too.
+        folder = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="kirolane-")))
+        folder.chmod(0o755)
+        waiter = Waiter()
+        screen = stack.enter_context(display.screen(folder / "screen", waiter, list(monitors), window_manager))
+        yield Desk(folder, screen, waiter, binary)
+
+
+def logo_pixels(file, width, height):
+    """The bytes red, green, blue of the picture's top left part."""
+    raw = subprocess.run(["ffmpeg", "-nostdin", "-v", "error", "-i", str(file), "-vf", f"crop={width}:{height}:0:0",
+                          "-f", "rawvideo", "-pix_fmt", "rgb24", "-"], check=True, capture_output=True).stdout
+    return raw

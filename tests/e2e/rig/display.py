@@ -1,0 +1,183 @@
+"""A virtual screen split into monitors, with or without a window manager; its events, keys and pointer."""
+
+import contextlib
+import os
+import pathlib
+import random
+import subprocess
+
+import Xlib.display
+import Xlib.error
+from Xlib import X, XK, Xatom
+from Xlib.ext import damage, xtest
+
+from .framebuffer import FrameBuffer
+from .processes import end, running
+
+MILLIMETRES_PER_INCH = 25.4
+DOTS_PER_INCH = 96
+NO_KEYS = pathlib.Path(__file__).with_name("openbox.xml")
+
+
+class Screen:
+    """What a person in front of the monitors can see and press."""
+
+    def __init__(self, name, monitors, folder, waiter):
+        self.name = name
+        self.monitors = monitors
+        self.waiter = waiter
+        self.picture = FrameBuffer(folder / "Xvfb_screen0")
+        self._x = Xlib.display.Display(name)
+        self._root = self._x.screen().root
+        self._root.change_attributes(event_mask=X.SubstructureNotifyMask | X.PropertyChangeMask)
+        self._x.damage_query_version()
+        self._damage = self._root.damage_create(damage.DamageReportNonEmpty)
+        self._x.flush()
+        waiter.watch(self._x.fileno(), self._take_events, queued=True)
+
+    def _take_events(self):
+        any_event = changed = False
+        while self._x.pending_events():
+            any_event = True
+            changed |= self._x.next_event().type == self._x.extension_event.DamageNotify
+        if changed:
+            self._x.damage_subtract(self._damage)
+            self._x.flush()
+        return any_event
+
+    def paint_ground(self, color):
+        """Gives what no window covers that colour, 0xrrggbb."""
+        self._root.change_attributes(background_pixel=color)
+        self._root.clear_area()
+        self._x.flush()
+
+    def close(self):
+        self.waiter.forget(self._x.fileno())
+        self._x.close()
+
+    def unplug(self, index):
+        _xrandr(self.name, "--delmonitor", f"M{index}")
+
+    def plug(self, index):
+        _plug(self.name, index, self.monitors[index])
+
+    # Windows
+
+    def windows(self):
+        """Title to (x, y, width, height) of the content of all windows that can be seen."""
+        found = {}
+        self._collect(self._root, found)
+        return found
+
+    def _collect(self, window, found):
+        for child in window.query_tree().children:
+            try:
+                title = self._text(child, "_NET_WM_NAME")
+                if title and child.get_attributes().map_state == X.IsViewable:
+                    size = child.get_geometry()
+                    place = self._root.translate_coords(child, 0, 0)
+                    found[title] = (place.x, place.y, size.width, size.height)
+                elif not title:
+                    self._collect(child, found)
+            except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
+                pass  # it went away meanwhile
+
+    def _text(self, window, name):
+        value = window.get_full_property(self._x.get_atom(name), X.AnyPropertyType)
+        return value.value.decode("utf-8", "replace") if value is not None and value.format == 8 else ""
+
+    def _find(self, title, window=None):
+        for child in (window or self._root).query_tree().children:
+            if self._text(child, "_NET_WM_NAME") == title:
+                return child
+            inner = self._find(title, child)
+            if inner is not None:
+                return inner
+        return None
+
+    def active_title(self):
+        value = self._root.get_full_property(self._x.get_atom("_NET_ACTIVE_WINDOW"), Xatom.WINDOW)
+        if value is None or value.value[0] == X.NONE:
+            return ""
+        try:
+            return self._text(self._x.create_resource_object("window", value.value[0]), "_NET_WM_NAME")
+        except Xlib.error.BadWindow:
+            return ""
+
+    def ask_to_close(self, title):
+        """What the close box of a window does, told to the program directly."""
+        window = self._find(title)
+        protocol = self._x.get_atom("WM_DELETE_WINDOW")
+        event = Xlib.protocol.event.ClientMessage(
+            window=window, client_type=self._x.get_atom("WM_PROTOCOLS"), data=(32, [protocol, X.CurrentTime, 0, 0, 0]))
+        window.send_event(event)
+        self._x.flush()
+
+    # Keys and pointer
+
+    def press(self, *keys):
+        """Presses a chord of key names, as in press("Shift_L", "b")."""
+        codes = [self._x.keysym_to_keycode(XK.string_to_keysym(key)) for key in keys]
+        for code in codes:
+            xtest.fake_input(self._x, X.KeyPress, code)
+        for code in reversed(codes):
+            xtest.fake_input(self._x, X.KeyRelease, code)
+        self._x.flush()
+
+    def click(self, x, y, times=1):
+        xtest.fake_input(self._x, X.MotionNotify, x=x, y=y)
+        for _ in range(times):
+            xtest.fake_input(self._x, X.ButtonPress, 1)
+            xtest.fake_input(self._x, X.ButtonRelease, 1)
+        self._x.flush()
+
+
+def _xrandr(name, *arguments):
+    subprocess.run(["xrandr", "--display", name, *arguments], check=True, stdin=subprocess.DEVNULL,
+                   stdout=subprocess.DEVNULL)
+
+
+def _plug(name, index, monitor):
+    x, y, width, height = monitor
+    wide, high = (round(size * MILLIMETRES_PER_INCH / DOTS_PER_INCH) for size in (width, height))
+    _xrandr(name, "--setmonitor", f"M{index}", f"{width}/{wide}x{height}/{high}+{x}+{y}",
+            "screen" if index == 0 else "none")
+
+
+def _start_server(stack, folder, width, height):
+    """A server under a random free number, which its lock file keeps for it; told ready by the server itself."""
+    for _ in range(20):
+        number = random.randrange(100, 30000)
+        read_end, write_end = os.pipe()
+        process = subprocess.Popen(
+            ["Xvfb", f":{number}", "-displayfd", str(write_end), "-screen", "0", f"{width}x{height}x24", "-noreset",
+             "-nolisten", "tcp", "-dpi", str(DOTS_PER_INCH), "-fbdir", str(folder)],
+            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, pass_fds=[write_end])
+        os.close(write_end)
+        with open(read_end) as ready:
+            if ready.readline().strip() == str(number):
+                stack.callback(end, process)
+                return f":{number}"
+        end(process)
+    raise RuntimeError("no X server could be started")
+
+
+@contextlib.contextmanager
+def screen(folder, waiter, monitors, window_manager=True):
+    """A desktop of these monitors, each (x, y, width, height), until the end of the scope."""
+    with contextlib.ExitStack() as stack:
+        folder.mkdir(parents=True, exist_ok=True)
+        name = _start_server(stack, folder, max(x + w for x, _, w, _ in monitors),
+                             max(y + h for _, y, _, h in monitors))
+        for index in range(len(monitors)):
+            _plug(name, index, monitors[index])
+        desktop = Screen(name, monitors, folder, waiter)
+        stack.callback(desktop.close)
+        if window_manager:
+            environment = {**os.environ, "DISPLAY": name}
+            stack.enter_context(running(["openbox", "--sm-disable", "--config-file", str(NO_KEYS)], env=environment,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+            root = desktop._root
+            check = desktop._x.get_atom("_NET_SUPPORTING_WM_CHECK")
+            waiter.until(lambda: root.get_full_property(check, Xatom.WINDOW), "a window manager")
+        yield desktop

@@ -1,0 +1,85 @@
+"""The real program with a home folder of its own."""
+
+import contextlib
+import os
+import pathlib
+import subprocess
+import time
+
+from .processes import end
+
+SETTINGS = pathlib.PurePath("Library/Application Support/Kirolane/Setting/ES")
+LINES = 200
+LOGO_SIZE = (160, 120)
+
+
+class Program:
+    def __init__(self, process, home, waiter):
+        self.process = process
+        self.home = home
+        self.errors = []  # lines of standard error
+        self._waiter = waiter
+        self._rest = b""
+        waiter.watch(process.stderr.fileno(), self._take_errors)
+        waiter.watch_exit(process)
+
+    def _take_errors(self):
+        data = os.read(self.process.stderr.fileno(), 65536)
+        if not data:
+            self._waiter.forget(self.process.stderr.fileno())
+        *lines, self._rest = (self._rest + data).split(b"\n")
+        self.errors += [line.decode("utf-8", "backslashreplace") for line in lines]
+
+    def alive(self):
+        return self.process.poll() is None
+
+    def exit_status(self, seconds=10.0):
+        """(status, seconds until then)"""
+        begin = time.monotonic()
+        self._waiter.until(lambda: not self.alive(), "the end of the program", seconds)
+        took = time.monotonic() - begin
+        descriptor = self.process.stderr.fileno()
+        os.set_blocking(descriptor, False)
+        with contextlib.suppress(BlockingIOError):
+            self._take_errors()
+        return self.process.returncode, took
+
+
+def settings_file(home, changes=None, folder=None):
+    """Writes a settings file as the preferences window saves it, with some lines changed."""
+    lines = ["nil"] * (LINES + 1)
+    lines[1:23] = ["// DisplayMode", "true", "// FullScreen", "false", "// WindowColor", "false", "// Window Hide",
+                   "false", "nil", "nil", "// FreeSeek", "3", "// -Sound", "3", "// FolderNumber", "1", "// - Sound",
+                   "1", "nil", "nil", "// Path", "nil"]
+    lines[22:32] = [colon_path(folder)] * 10
+    lines[32] = "***** Music *****"
+    lines[33:43] = [colon_path(folder)] * 10
+    lines[43:45] = ["Sfolder", "mSfolder"]
+    for number, text in (changes or {}).items():
+        lines[number] = text
+    path = home / SETTINGS
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text("".join(line + "\n" for line in lines[1:]), encoding="utf-8")
+    return path
+
+
+def colon_path(folder):
+    return "Root:" + "".join(part + ":" for part in pathlib.Path(folder).parts[1:])
+
+
+@contextlib.contextmanager
+def running_program(command, home, display, waiter, environment=None):
+    """command is a list; the environment is not the caller's, but what a bare session has."""
+    bare = {key: os.environ[key] for key in ("PATH", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
+            if key in os.environ}
+    process = subprocess.Popen(
+        list(map(str, command)), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+        cwd="/", env={**bare, "HOME": str(home), "DISPLAY": display, "LANG": "C.UTF-8",
+                      "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})})
+    program = Program(process, home, waiter)
+    try:
+        yield program
+    finally:
+        end(process)
+        waiter.forget(process.stderr.fileno())
+        process.stderr.close()

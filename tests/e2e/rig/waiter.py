@@ -1,0 +1,73 @@
+"""Waiting for what happens, with a deadline."""
+
+import os
+import select
+import time
+
+
+class DeadlineMissed(AssertionError):
+    pass
+
+
+class Waiter:
+    """Holds the descriptors that tell of an event, each with the call that takes the event in."""
+
+    def __init__(self):
+        self._poll = select.poll()
+        self._sources = {}
+        self._queues = {}
+
+    def watch(self, descriptor, take, queued=False):
+        """With queued, events may also lie in a queue behind the descriptor; take() then says if it had any."""
+        if queued:
+            self._queues[descriptor] = take
+        self._sources[descriptor] = take
+        self._poll.register(descriptor, select.POLLIN)
+
+    def forget(self, descriptor):
+        self._queues.pop(descriptor, None)
+        if self._sources.pop(descriptor, None) is not None:
+            self._poll.unregister(descriptor)
+
+    def watch_exit(self, process):
+        """An exit counts as an event, too."""
+        descriptor = os.pidfd_open(process.pid)
+
+        def take():
+            self.forget(descriptor)
+            os.close(descriptor)
+
+        self.watch(descriptor, take)
+
+    def until(self, condition, what, seconds=10.0):
+        """The first true answer of the condition, which is asked again after each event."""
+        deadline = time.monotonic() + seconds
+        while True:
+            answer = condition()
+            if answer:
+                return answer
+            left = deadline - time.monotonic()
+            if left <= 0 or not self._next(left):
+                answer = condition()  # what has no event of its own counts as well
+                if answer:
+                    return answer
+                raise DeadlineMissed(f"not within {seconds:g} s: {what}")
+
+    def still(self, look, seconds):
+        """What look() gives, if that stays the same over all events of this time."""
+        first = look()
+        deadline = time.monotonic() + seconds
+        while (left := deadline - time.monotonic()) > 0:
+            if self._next(left) and look() != first:
+                raise DeadlineMissed(f"changed: {first} to {look()}")
+        return first
+
+    def _next(self, seconds):
+        if any([take() for take in self._queues.values()]):
+            return True
+        ready = self._poll.poll(max(1, int(seconds * 1000)))
+        for descriptor, _ in ready:
+            take = self._sources.get(descriptor)
+            if take is not None:
+                take()
+        return bool(ready)

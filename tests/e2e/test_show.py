@@ -1,0 +1,131 @@
+"""A show on two displays, from the first window to the end."""
+
+import os
+import time
+
+from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen, unittest
+from rig.clips import FRAMES_PER_SECOND
+from rig.desk import RIGHT
+
+IN_STEP = FRAMES_PER_SECOND // 3  # frames between the twins, on a loaded machine without a graphics card
+
+
+class Show(Case):
+    def start_with_clips(self):
+        show = self.start()
+        show.until_rows(CLIP_NAMES)
+        return show
+
+    def test_first_start(self):
+        show = self.start_with_clips()
+        show.until(lambda: MONITOR in self.desk.screen.windows(), "the monitor")
+        self.assert_covers(MONITOR, RIGHT)
+        left, top, width, _ = self.desk.screen.windows()[CONSOLE]
+        self.assertEqual(width, 800)
+        self.assertLess(left, 100)
+        self.assertLess(top, 100)
+        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
+        self.assert_curtain(show, CONSOLE, 160)
+        self.assert_curtain(show, MONITOR, 157)
+        self.assertEqual(show.text("MaxTime"), NO_TIME)
+        self.assertEqual(show.text("PlayModeLabel"), "")
+        self.assertFalse(seen.enabled(show.control("QTM_PlayButton")))
+        show.until_text("FileNumberLabel", str(len(CLIP_NAMES)))
+        self.assertTrue(show.text("DirLabel").endswith(":program:"))
+        self.assertEqual(show.program.errors, [])
+
+    def test_double_click_to_close(self):
+        show = self.start_with_clips()
+        show.click_row(1, times=2)
+        show.until_playing(2)
+        show.until_text("PlayModeLabel", "再生中")
+        show.until_text("FileLabel", CLIP_NAMES[1])
+        show.until_text("FileNumberLabel", f"2 / {len(CLIP_NAMES)}")
+        show.until_text("MediaType", "MP4")
+        show.until_text("MaxTime", "00：00：20")
+        self.assertEqual(show.rows(3, column=0), ["", "●", ""])
+        self.assertEqual(show.rows(3, column=2), ["", "00：00：20", ""])
+        preview, stage = show.until_playing(2, frame=FRAMES_PER_SECOND)
+        self.assertLessEqual(abs(preview[1] - stage[1]), IN_STEP)
+        self.shoot("playing")
+
+        show.press("space")
+        show.until_text("PlayModeLabel", "一時停止")
+        paused = self.assert_still(show)
+        self.assertTrue(all(paused), paused)
+        show.press("space")
+        show.until_text("PlayModeLabel", "再生中")
+        show.until_playing(2, frame=paused[1][1] + FRAMES_PER_SECOND // 2)
+
+        show.press("Shift_L", "b")
+        show.until_text("PlayModeLabel", "停止")
+        show.until(lambda: show.codes() == ((2, 0), (2, 0)), "both rewound")
+        self.assert_still(show)
+
+        show.press("Shift_L", "n")
+        show.until_text("PlayModeLabel", "")
+        self.assert_curtain(show, CONSOLE, 160)
+        self.assert_curtain(show, MONITOR, 157)
+        self.assertEqual(show.text("MaxTime"), NO_TIME)
+        self.assertEqual(show.rows(3, column=0), ["", "", ""])
+        self.assertEqual(show.program.errors, [])
+
+    def test_return_opens_and_follows_without_a_gap(self):
+        show = self.start_with_clips()
+        show.press("Return")
+        show.until_playing(1, frame=5)
+        show.press("Down")
+        show.press("Return")
+        seen_between = set()
+
+        def next_clip():
+            code = show.codes()[1]
+            # The audience sees neither the curtain nor black: the middle of the logo's place tells.
+            middle = [self.desk.screen.picture.pixel(RIGHT[0] + x, RIGHT[1] + 800) for x in range(20, 1920, 120)]
+            seen_between.add("black" if not any(map(any, middle)) else code and code[0])
+            return code and code[0] == 2 and code[1] >= 5
+        show.until(next_clip, "the second clip")
+        self.assertLessEqual(seen_between, {1, 2, None}, "something else than the two clips was seen")
+        show.until_playing(2, frame=10)
+
+    def test_bad_files_do_not_stop_the_show(self):
+        whole = (CLIPS / CLIP_NAMES[0]).read_bytes()
+        bad = {
+            "a 空.mp4": b"",
+            "b 文.mov": "映画ではありません\n".encode(),
+            "c 乱.avi": os.urandom(65536),
+            "d 途中.m4v": whole[:2000],
+            "e 一覧.mp4": f"#EXTM3U\n{CLIPS / CLIP_NAMES[0]}\n".encode(),
+        }
+        for name, content in bad.items():
+            (self.desk.media / name).write_bytes(content)
+        os.mkfifo(self.desk.media / "f 管.mov")
+        names = [*bad, "f 管.mov"]
+        show = self.start()
+        show.until_rows([*CLIP_NAMES, *names])
+        for row, name in enumerate(names, len(CLIP_NAMES)):
+            show.click_row(row)
+            show.until(lambda: seen.cell(show.control("StrGrid"), row, 1).get_state_set().contains(
+                seen.Atspi.StateType.SELECTED), f"the row of {name} selected")
+            show.press("Return")
+            show.until(lambda: show.rows(row + 1, column=2)[-1] == "  ???", f"??? beside {name}")
+            show.until(lambda: any(name in line for line in show.program.errors), f"a line about {name}")
+        self.assertEqual(len(show.program.errors), len(names), show.program.errors)
+        self.assert_curtain(show, MONITOR, 157)
+        show.click_row(0, times=2)
+        show.until_playing(1, frame=5)
+
+    def test_closing_the_console_ends_it_at_once(self):
+        show = self.start_with_clips()
+        show.press("Return")
+        show.until_playing(1, frame=10)
+        begin = time.monotonic()
+        self.desk.screen.ask_to_close(CONSOLE)
+        status, _ = show.program.exit_status()
+        self.assertLess(time.monotonic() - begin, 1.0)
+        self.assertEqual(status, 0)
+        self.assertEqual(show.program.errors, [])
+
+
+if __name__ == "__main__":
+    unittest.main()
