@@ -34,7 +34,7 @@ LAYERS = {
     "src/platform/headless": CONTRACT_MAY,
     "src/platform/posix": CONTRACT_MAY + [r"<[a-z0-9_/]+\.h>"],
     "src/platform/mpv": CONTRACT_MAY + [r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", r"<[a-z0-9_/]+\.h>"],
-    "src/platform/qt": CONTRACT_MAY + [r"<Q\w+>", r"<(qpa|private)/\w+\.h>", r"<(unistd|signal|xcb/\w+|X11/\w+)\.h>"],
+    "src/platform/qt": CONTRACT_MAY + [r"<Q\w+>", r"<(qpa|private)/\w+\.h>", r"<(unistd|signal|xcb/\w+|X11/[\w/]+)\.h>"],
 }
 # The contract's own headers, the one place where the folder itself is told apart from what lies below it.
 CONTRACT_HEADERS = "src/platform"
