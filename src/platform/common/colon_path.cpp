@@ -7,20 +7,22 @@ namespace kirolane {
 namespace {
 constexpr std::string_view kVolume = "Root";
 
-/// Appends the swapped form of a name or, with its separators, of a path.
-void AppendSwapped(std::string& to, std::string_view name) {
-    const std::size_t from = to.size();
-    to += name;
-    if (name.find('/') == std::string_view::npos && name.find(':') == std::string_view::npos)
-        return;
-    for (std::size_t i = from; i < to.size(); ++i)
-        to[i] = to[i] == ':' ? '/' : to[i] == '/' ? ':' : to[i];
+/// Swaps from there to the end of the text.
+void SwapFrom(std::string& text, std::size_t at) {
+    const auto rest = std::string_view(text).substr(at);
+    if (rest.find(':') == std::string_view::npos && rest.find('/') == std::string_view::npos)
+        return; // as nearly every name
+    for (; at < text.size(); ++at) {
+        char& c = text[at];
+        if (c == ':' || c == '/')
+            c = c == ':' ? '/' : ':';
+    }
 }
 } // namespace
 
 std::string SwapSeparators(std::string_view name) {
-    std::string swapped;
-    AppendSwapped(swapped, name);
+    std::string swapped(name);
+    SwapFrom(swapped, 0);
     return swapped;
 }
 
@@ -30,7 +32,8 @@ bool IsNoName(std::string_view name) {
 
 std::string ToColonPath(std::string_view nativePath, bool folder) {
     std::string path(kVolume);
-    AppendSwapped(path, nativePath);
+    path += nativePath;
+    SwapFrom(path, kVolume.size());
     if (folder && path.back() != ':')
         path += ':';
     return path;
@@ -50,7 +53,7 @@ std::string ToNativePath(std::string_view colonPath, std::string_view base) {
             return {};
         if (!name.empty()) {
             path += '/';
-            AppendSwapped(path, name);
+            path += SwapSeparators(name);
         }
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }

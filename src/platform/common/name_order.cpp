@@ -4,6 +4,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
 
 #include <utf8proc.h>
 
@@ -109,16 +110,16 @@ std::vector<std::uint32_t> OrderOfNames(const std::vector<std::string_view>& nam
         begin = end;
     }
 
-    // Most comparisons end at the first bytes after those that all names of a folder may share.
+    // Most comparisons end within the first bytes after those that all names of a folder may share.
     struct Sorted {
-        std::uint64_t head;
+        std::array<std::uint64_t, 2> head;
         std::uint32_t index;
     };
     const std::size_t common = CommonPrefix(keys);
     std::vector<Sorted> sorted;
     sorted.reserve(names.size());
     for (std::uint32_t i = 0; i < keys.size(); ++i)
-        sorted.push_back({EightBytes(keys[i], common), i});
+        sorted.push_back({{EightBytes(keys[i], common), EightBytes(keys[i], common + 8)}, i});
     const bool ascending = direction == SortDirection::Ascending;
     std::sort(sorted.begin(), sorted.end(), [&](const Sorted& a, const Sorted& b) {
         if (a.head != b.head)
