@@ -57,7 +57,8 @@ protected:
         painter.drawRoundedRect(edge.adjusted(1, 1, -1, -1), std::max(round - 1, 0.0),
                                 std::max(round - 1, 0.0));
 
-        painter.setPen(palette().color(QPalette::ButtonText));
+        painter.setOpacity(1.0);
+        painter.setPen(palette().color(QPalette::ButtonText)); // faded where disabled
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
     }
 

@@ -1,4 +1,5 @@
 #include "platform/canvas.h"
+#include "platform/qt/accessibility.h"
 #include "platform/qt/controlpeers.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/reporting.h"
@@ -39,6 +40,7 @@ class CanvasPeer final : public ControlPeer {
 public:
     CanvasPeer(Canvas& canvas, QWidget& content) : ControlPeer(canvas) {
         m_widget = new Reporting<PictureWidget>(GetLink(), &content);
+        SetSpokenRole(*m_widget, QAccessible::Graphic);
         Adopt(*m_widget);
     }
 

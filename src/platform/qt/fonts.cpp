@@ -4,6 +4,7 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetrics>
 #include <QStringList>
 
 #include <algorithm>
@@ -14,6 +15,13 @@ namespace {
 
 /// Captions begin where the designs leave room for this size.
 constexpr int kLargestSystemSize = 12;
+
+/// Smaller type is not legible on the displays of today.
+constexpr int kSmallestSize = 8;
+
+/// What a box takes of the width beside its text.
+constexpr int kTickRoom = 20;
+constexpr int kEdgeRoom = 8;
 
 struct Face {
     std::string_view design;
@@ -39,9 +47,16 @@ QFont FontOf(const ControlDesign& design) {
     for (const Face& face : kFaces)
         if (Equals(design.textFont, face.design))
             font.setFamilies(QString::fromUtf8(face.families).split(QLatin1Char('|')));
-    if (design.textSize > 0)
-        font.setPixelSize(design.textSize);
     font.setBold(design.bold);
+    if (design.textSize > 0) {
+        font.setPixelSize(std::max(design.textSize, kSmallestSize));
+        return font;
+    }
+    // The size is left to the platform: the usual one, or the largest at which the text fits its box.
+    const int room = design.rect.width - (design.kind == ControlKind::CheckBox ? kTickRoom : kEdgeRoom);
+    while (font.pixelSize() > kSmallestSize + 1 &&
+           QFontMetrics(font).horizontalAdvance(Shown(design.text)) > room)
+        font.setPixelSize(font.pixelSize() - 1);
     return font;
 }
 

@@ -170,6 +170,12 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
+        if (!selectionModel()->hasSelection() && m_model.Rows() > 0) {
+            selectRow(verticalScrollBar()->value()); // where there is none to step from
+            ReportSelected();
+            break;
+        }
+        [[fallthrough]];
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
     case Qt::Key_Home:

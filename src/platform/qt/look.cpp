@@ -1,5 +1,8 @@
 #include "platform/qt/look.h"
 
+#include <QPainter>
+#include <QStyleOptionMenuItem>
+
 namespace kirolane::qt {
 
 Look::Look() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -7,7 +10,7 @@ Look::Look() : QProxyStyle(QStringLiteral("Fusion")) {}
 QPalette Look::Palette() {
     const QColor ground(0xEC, 0xEC, 0xEC);
     const QColor text(0x1A, 0x1A, 0x1A);
-    const QColor faded(0x9A, 0x9A, 0x9A);
+    const QColor faded(0x85, 0x85, 0x85);
     const QColor highlight(0x38, 0x75, 0xD7);
 
     QPalette palette(ground);
@@ -42,6 +45,22 @@ int Look::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* w
     default:
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
+}
+
+void Look::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element != CE_MenuBarItem || item == nullptr) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    // Without the line that Fusion draws below each item.
+    const bool chosen = (item->state & State_Selected) && (item->state & State_Enabled);
+    const QPalette& colors = item->palette;
+    painter->fillRect(item->rect, colors.brush(chosen ? QPalette::Highlight : QPalette::Window));
+    drawItemText(painter, item->rect, Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine, colors,
+                 item->state & State_Enabled, item->text,
+                 chosen ? QPalette::HighlightedText : QPalette::WindowText);
 }
 
 int Look::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

@@ -8,6 +8,7 @@
 #include <QMenuBar>
 
 #include <set>
+#include <string>
 
 namespace kirolane::qt {
 
@@ -45,12 +46,14 @@ void WindowCommands::Show() {
         Build(*window->MenuBar());
 
     // Two actions of one key would both stay silent: the first that can act has it, the others only show it.
-    std::set<QString> taken;
-    for (const Command& command : m_commands) {
-        const auto keys = ParseShortcut(command.item->KeyboardShortcut());
-        const bool able = command.item->Enabled() && command.item->Visible() && !keys.isEmpty();
-        ShowCommand(command, able && taken.insert(keys.front().toString()).second);
-    }
+    std::set<std::string> taken;
+    const auto showThose = [&](bool able) {
+        for (const Command& command : m_commands)
+            if ((command.item->Enabled() && command.item->Visible()) == able)
+                ShowCommand(command, taken.insert(command.item->KeyboardShortcut()).second);
+    };
+    showThose(true);
+    showThose(false);
 }
 
 void WindowCommands::Build(const MenuBar& bar) {

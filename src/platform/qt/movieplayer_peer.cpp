@@ -1,5 +1,6 @@
 #include "platform/backend/mediaengine.h"
 #include "platform/movieplayer.h"
+#include "platform/qt/accessibility.h"
 #include "platform/qt/controlpeers.h"
 #include "platform/qt/reporting.h"
 #include "platform/window.h"
@@ -108,6 +109,7 @@ public:
     MoviePlayerPeer(MoviePlayer& player, QWidget& content) : ControlPeer(player) {
         m_screen = new Reporting<ScreenWidget>(GetLink(), &content);
         m_screen->SetFrames(player.Engine() == nullptr ? nullptr : player.Engine()->Frames());
+        SetSpokenRole(*m_screen, QAccessible::Animation);
         Adopt(*m_screen);
     }
     /// The engine goes with the control, ahead of the widget.

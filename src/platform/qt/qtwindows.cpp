@@ -2,6 +2,7 @@
 
 #include "platform/common/runtime.h"
 #include "platform/keyboard.h"
+#include "platform/qt/accessibility.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/folderchooser.h"
 #include "platform/qt/fonts.h"
@@ -71,6 +72,7 @@ QtWindows::QtWindows(int& argc, char** argv) {
     QToolTip::setFont(SystemFont());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
     m_inhibitor = std::make_unique<SleepInhibitor>();
+    InstallAccessibility();
     WatchScreens();
 }
 
@@ -111,13 +113,7 @@ bool QtWindows::KeyDown(int code) const {
 
 std::string QtWindows::ChooseFolder() {
     const QtWindowPeer* console = Console();
-    std::string folder = AskForFolder(console == nullptr ? nullptr : &console->Form(), m_lastFolder);
-    // Windows moved meanwhile had nobody to tell.
-    QTimer::singleShot(0, m_application.get(), [this] {
-        for (QtWindowPeer* peer : m_peers)
-            peer->PlaceChanged();
-    });
-    return folder;
+    return AskForFolder(console == nullptr ? nullptr : &console->Form(), m_lastFolder);
 }
 
 void QtWindows::ShowStartFailure(const std::string& text) {

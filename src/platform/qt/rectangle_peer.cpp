@@ -1,3 +1,4 @@
+#include "platform/qt/accessibility.h"
 #include "platform/qt/controlpeers.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/reporting.h"
@@ -26,7 +27,9 @@ private:
 class RectanglePeer final : public ControlPeer {
 public:
     RectanglePeer(Rectangle& rectangle, QWidget& content) : ControlPeer(rectangle) {
-        Adopt(*new Reporting<FillWidget>(GetLink(), ToQt(rectangle.FillColor()), &content));
+        auto* widget = new Reporting<FillWidget>(GetLink(), ToQt(rectangle.FillColor()), &content);
+        SetSpokenRole(*widget, QAccessible::Graphic);
+        Adopt(*widget);
     }
 
 private:

@@ -5,6 +5,8 @@
 #include <QSlider>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace kirolane::qt {
 
 namespace {
@@ -34,10 +36,27 @@ protected:
         ValueSet(sliderPosition());
         LetGo();
     }
+    /// A slider that is disabled or hidden under the hand gets no release.
+    void changeEvent(QEvent* event) override {
+        QSlider::changeEvent(event);
+        if (event->type() == QEvent::EnabledChange && !isEnabled())
+            Drop();
+    }
+    void hideEvent(QHideEvent* event) override {
+        QSlider::hideEvent(event);
+        Drop();
+    }
     /// A wheel that passes over changes nothing.
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
 private:
+    void Drop() {
+        if (!std::exchange(m_inHand, false))
+            return;
+        setSliderDown(false);
+        LetGo();
+    }
+
     bool m_inHand = false;
 };
 

@@ -1,3 +1,4 @@
+#include "platform/qt/accessibility.h"
 #include "platform/qt/controlpeers.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/fonts.h"
@@ -37,6 +38,7 @@ public:
         m_tabs->setFocusPolicy(Qt::NoFocus);
         m_tabs->setDrawBase(false);
         m_tabs->setUsesScrollButtons(false);
+        m_tabs->setExpanding(false);
         const QString name = Shown(panel.Name());
         m_tabs->setObjectName(name + QStringLiteral(".Tabs"));
         m_tabs->setAccessibleName(name);
@@ -47,6 +49,7 @@ public:
             if (auto* turned = link.As<TabPanel>(); turned != nullptr && !m_showing)
                 turned->ReportPage(page);
         });
+        SetSpokenRole(*pane, QAccessible::Pane);
         Adopt(*pane);
     }
 

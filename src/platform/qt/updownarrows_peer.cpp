@@ -1,3 +1,4 @@
+#include "platform/qt/accessibility.h"
 #include "platform/qt/controlpeers.h"
 #include "platform/qt/convert.h"
 #include "platform/updownarrows.h"
@@ -48,6 +49,7 @@ public:
         auto* pair = new QWidget(&content);
         m_up = AddHalf(*pair, true, &UpDownArrows::ReportUp);
         m_down = AddHalf(*pair, false, &UpDownArrows::ReportDown);
+        SetSpokenRole(*pair, QAccessible::Grouping);
         Adopt(*pair);
     }
 

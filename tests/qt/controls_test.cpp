@@ -1,0 +1,233 @@
+// Each class of control: what it shows, what it reports, and what assistive tools read.
+
+#include "platform/bevelbutton.h"
+#include "platform/checkbox.h"
+#include "platform/editfield.h"
+#include "platform/popupmenu.h"
+#include "platform/progressbar.h"
+#include "platform/qt/fonts.h"
+#include "platform/statictext.h"
+#include "platform/tabpanel.h"
+#include "platform/updownarrows.h"
+#include "qt_test.h"
+#include "show_forms.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QComboBox>
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QTabBar>
+
+#include <algorithm>
+
+namespace kirolane::tests {
+
+namespace {
+
+class ControlsTest : public QtTest {
+protected:
+    void SetUp() override { m_console = StartWith<ConsoleShow>(); }
+    template <class T> Ref<T> Get(std::string_view name) { return m_console->Control<T>(name); }
+
+    Ref<ConsoleShow> m_console;
+};
+
+TEST_F(ControlsTest, EveryControlStandsInItsPlaceUnderItsName) {
+    for (const ControlDesign& row : design::kMainformControls) {
+        if (row.rect == Rect{})
+            continue; // timers and threads are not seen
+        const std::string name(row.name);
+        QWidget* widget = Find("Mainform", name);
+        ASSERT_NE(widget, nullptr) << name;
+        EXPECT_EQ(widget->pos(), QPoint(row.rect.left, row.rect.top)) << name;
+        EXPECT_EQ(widget->accessibleDescription().toStdString(), name);
+        EXPECT_EQ(widget->isEnabled(), row.enabled) << name;
+        const bool onPage = row.page != 2 && row.visible;
+        EXPECT_EQ(!widget->isHidden(), onPage) << name;
+    }
+}
+
+TEST_F(ControlsTest, ALabelShowsItsTextAndLooksDisabled) {
+    Do([&] { Get<StaticText>("FileLabel")->SetText("映画\xFF & <b>.mov"); });
+    const auto* label = Find<QLabel>("Mainform", "FileLabel");
+    EXPECT_EQ(label->text(), QStringLiteral("映画\uFFFD & <b>.mov"));
+    EXPECT_EQ(label->accessibleName(), label->text());
+    const QImage before = Look("Mainform", "FileLabel");
+    Do([&] { Get<StaticText>("FileLabel")->SetEnabled(false); });
+    EXPECT_NE(Look("Mainform", "FileLabel"), before);
+}
+
+TEST_F(ControlsTest, TextFitsItsBoxes) {
+    ASSERT_EQ(QFontInfo(Find("Mainform", "MaxTime")->font()).family(), QStringLiteral("IPAPGothic"));
+    const auto fits = [](const ControlDesign& row, std::string_view text) {
+        const QFontMetrics metrics(qt::FontOf(row));
+        const QString shown = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+        EXPECT_LE(metrics.horizontalAdvance(shown), row.rect.width) << row.name << " " << text;
+        EXPECT_LE(metrics.height(), row.rect.height) << row.name;
+    };
+    const auto all = [&](std::span<const ControlDesign> rows) {
+        for (const ControlDesign& row : rows)
+            if (row.kind == ControlKind::StaticText || row.kind == ControlKind::BevelButton ||
+                row.kind == ControlKind::PushButton || row.kind == ControlKind::CheckBox)
+                fits(row, row.text);
+    };
+    all(design::kMainformControls);
+    all(design::kMusicFormControls);
+    all(design::kSettingFormControls);
+    all(design::kVerFormControls);
+}
+
+TEST_F(ControlsTest, ALongNameIsCutWithinItsBox) {
+    const std::string name(300, 'W');
+    Do([&] { Get<StaticText>("DirLabel")->SetText(name + ".mov"); });
+    const auto* label = Find<QLabel>("Mainform", "DirLabel");
+    EXPECT_EQ(label->text().toStdString(), name + ".mov") << "assistive tools read all of it";
+    EXPECT_EQ(label->width(), 385);
+}
+
+TEST_F(ControlsTest, AButtonReportsClicksAndIsPressedOnlyByItsControl) {
+    int clicks = 0;
+    Get<BevelButton>("Fold2")->OnAction = [&] { ++clicks; };
+    auto* button = Find<QAbstractButton>("Mainform", "Fold2");
+    const QImage raised = Look("Mainform", "Fold2");
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_FALSE(button->isChecked());
+    QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(Until([&] { return clicks == 2; }));
+
+    Do([&] { Get<BevelButton>("Fold2")->SetValue(true); });
+    EXPECT_TRUE(button->isChecked());
+    EXPECT_NE(Look("Mainform", "Fold2"), raised);
+    Do([&] { Get<BevelButton>("Fold2")->SetEnabled(false); });
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
+}
+
+TEST_F(ControlsTest, ToolTipsArePlainText) {
+    Do([&] { Get<BevelButton>("Fold1")->SetHelpTag("Root:a\xFF:<b>&"); });
+    EXPECT_EQ(Find("Mainform", "Fold1")->toolTip(), QStringLiteral("Root:a\uFFFD:&lt;b&gt;&amp;"));
+}
+
+TEST_F(ControlsTest, TheLevelFillsFromTheBottomAndFollowsThePointer) {
+    std::vector<int> heights;
+    auto bar = Get<ProgressBar>("VolumeProgress");
+    bar->OnMouseMove = [&](std::int32_t, std::int32_t) { heights.push_back(m_console->MouseY()); };
+    Do([&] { bar->SetValue(50); });
+    QWidget* widget = Find("Mainform", "VolumeProgress");
+    QTest::mouseMove(widget, QPoint(10, 5));
+    QTest::mouseMove(widget, QPoint(10, 35));
+    EXPECT_EQ(heights, (std::vector<int>{365, 395}));
+    const QImage half = Look("Mainform", "VolumeProgress");
+    EXPECT_EQ(half.pixelColor(10, 8), QColor(Qt::white));
+    EXPECT_NE(half.pixelColor(10, 28), QColor(Qt::white));
+    EXPECT_EQ(qobject_cast<QProgressBar*>(widget)->value(), 50);
+}
+
+TEST_F(ControlsTest, ControlsShowWithTheirPageOnly) {
+    int changes = 0;
+    Get<TabPanel>("ListTab")->OnChange = [&] { ++changes; };
+    auto* tabs = Find<QTabBar>("Mainform", "ListTab.Tabs");
+    QTest::mouseClick(tabs, Qt::LeftButton, Qt::NoModifier, tabs->tabRect(1).center());
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(Get<TabPanel>("ListTab")->Value(), 1);
+    EXPECT_TRUE(Find("Mainform", "mStrGrid")->isVisible());
+    EXPECT_FALSE(Find("Mainform", "StrGrid")->isVisible());
+    EXPECT_FALSE(Find("Mainform", "mCountLabel")->isVisible()) << "hidden by its own Visible";
+    Do([&] { Get<TabPanel>("ListTab")->SetValue(0); });
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_TRUE(Find("Mainform", "StrGrid")->isVisible());
+}
+
+TEST_F(ControlsTest, AssistiveToolsReadNamesAndValues) {
+    const auto read = [](const std::string& name) {
+        return QAccessible::queryAccessibleInterface(Find("Mainform", name));
+    };
+    EXPECT_EQ(read("MaxTime")->text(QAccessible::Name), QStringLiteral("00：00：00"));
+    EXPECT_EQ(read("StrGrid")->text(QAccessible::Name), QStringLiteral("StrGrid"));
+    EXPECT_EQ(read("GroupBox1")->text(QAccessible::Name), QStringLiteral("コンソール"));
+    EXPECT_EQ(read("Rate")->valueInterface()->currentValue().toInt(), 5);
+    EXPECT_EQ(read("VolumeProgress")->valueInterface()->currentValue().toInt(), 80);
+    EXPECT_EQ(read("QTM")->text(QAccessible::Name), QStringLiteral("QTM"));
+    EXPECT_EQ(read("QTM")->role(), QAccessible::Animation);
+    EXPECT_EQ(read("DummyQTM")->role(), QAccessible::Graphic);
+}
+
+class SettingControlsTest : public ControlsTest {
+protected:
+    void SetUp() override {
+        ControlsTest::SetUp();
+        Do([] { Instance<SettingShow>()->Show(); });
+        m_setting = Instance<SettingShow>();
+    }
+    Ref<SettingShow> m_setting;
+};
+
+TEST_F(SettingControlsTest, ATickFollowsItsControl) {
+    auto box = m_setting->Control<CheckBox>("FullScreen_Check");
+    auto* widget = Find<QAbstractButton>("SettingForm", "FullScreen_Check");
+    int actions = 0;
+    box->OnAction = [&] { ++actions; };
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(8, 10));
+    EXPECT_FALSE(box->Value()) << "it is disabled";
+    Do([&] { box->SetEnabled(true); });
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(8, 10));
+    EXPECT_TRUE(box->Value());
+    EXPECT_TRUE(widget->isChecked());
+    EXPECT_EQ(actions, 1);
+    box->OnAction = [&] { box->SetValue(false); }; // a handler that puts the box back
+    Do([&] { box->SetValue(false); });
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(8, 10));
+    EXPECT_FALSE(widget->isChecked());
+}
+
+TEST_F(SettingControlsTest, APopupOffersItsRowsAndReportsAChoice) {
+    auto popup = m_setting->Control<PopupMenu>("FreeSeek_Popup");
+    int changes = 0;
+    Do([&] {
+        for (const char* row : {"1分", "1分30秒", "2分"})
+            popup->AddRow(row);
+        popup->OnChange = [&] { ++changes; };
+    });
+    auto* box = Find<QComboBox>("SettingForm", "FreeSeek_Popup");
+    EXPECT_EQ(box->count(), 3);
+    EXPECT_EQ(box->currentIndex(), -1);
+    Do([&] { popup->SetListIndex(1); });
+    EXPECT_EQ(box->currentText(), QStringLiteral("1分30秒"));
+    EXPECT_EQ(changes, 1);
+    box->setCurrentIndex(2);
+    EXPECT_EQ(popup->ListIndex(), 2);
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(SettingControlsTest, ArrowsAndFields) {
+    auto arrows = m_setting->Control<UpDownArrows>("UpDownArrow");
+    int number = 1;
+    arrows->OnUp = [&] { ++number; };
+    arrows->OnDown = [&] { number -= 10; };
+    QTest::mouseClick(Find("SettingForm", "UpDownArrow.Up"), Qt::LeftButton);
+    EXPECT_EQ(number, 2);
+    QTest::mouseClick(Find("SettingForm", "UpDownArrow.Down"), Qt::LeftButton);
+    EXPECT_EQ(number, -8);
+
+    auto field = m_setting->Control<EditField>("Folder1_Edit");
+    auto* line = Find<QLineEdit>("SettingForm", "Folder1_Edit");
+    Do([&] { field->SetText("Root:\xE3\x83:x"); });
+    EXPECT_EQ(line->text(), QStringLiteral("Root:\uFFFD\uFFFD:x"));
+    EXPECT_EQ(field->Text(), "Root:\xE3\x83:x") << "shown otherwise, kept as it is";
+    Do([&] { field->SetEnabled(true); });
+    line->setFocus();
+    QTest::keyClick(line, Qt::Key_End);
+    QTest::keyClicks(line, QStringLiteral("y"));
+    EXPECT_EQ(field->Text(), line->text().toStdString());
+}
+
+} // namespace
+
+} // namespace kirolane::tests

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/backend/mediaengine.h"
+
+#include <QColor>
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kirolane::tests {
+
+/// One player whose pictures the test makes by hand, each of one colour.
+class PictureEngine : public PlayerEngine, private FrameSource {
+public:
+    PictureEngine() = default;
+    /// Fails the test if somebody still listens to its pictures.
+    ~PictureEngine() override;
+    PictureEngine(const PictureEngine&) = delete;
+    PictureEngine& operator=(const PictureEngine&) = delete;
+
+    /// What the next Load gives: a file with pictures, or sound alone.
+    void SetNextHasPicture(bool has) { m_nextHasPicture = has; }
+    /// A new picture of the size that was asked for.
+    void MakePicture(QColor color);
+    [[nodiscard]] int Width() const { return m_width; }
+    [[nodiscard]] int Height() const { return m_height; }
+    [[nodiscard]] bool Watched() const { return m_listener != nullptr; }
+
+    // PlayerEngine.
+    bool Load(const std::string& nativePath) override;
+    [[nodiscard]] double Duration() const override { return 10.0; }
+    [[nodiscard]] double Position() const override { return 0.0; }
+    [[nodiscard]] bool AtEnd() const override { return false; }
+    [[nodiscard]] FrameSource* Frames() override { return this; }
+
+private:
+    // FrameSource.
+    void SetSize(std::int32_t width, std::int32_t height) override;
+    void SetListener(std::function<void()> listener) override { m_listener = std::move(listener); }
+    [[nodiscard]] bool HasFrame() const override { return m_hasFrame; }
+    [[nodiscard]] bool HasPicture() const override { return m_hasPicture; }
+    void Visit(const std::function<void(const FrameView&)>& visit) const override;
+
+    bool m_nextHasPicture = true;
+    bool m_hasPicture = false;
+    bool m_hasFrame = false;
+    int m_width = 0;
+    int m_height = 0;
+    FrameView m_frame;
+    std::vector<std::uint32_t> m_pixels;
+    std::function<void()> m_listener;
+};
+
+/// Players by path, as in "Console.QTM".
+class PictureMedia : public MediaEngine {
+public:
+    [[nodiscard]] PictureEngine& Player(const std::string& path) { return *m_players.at(path); }
+
+    std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) override;
+    void Apply(std::span<const EngineOrder> /*orders*/) override {}
+
+private:
+    std::map<std::string, PictureEngine*> m_players;
+};
+
+} // namespace kirolane::tests

@@ -1,0 +1,115 @@
+#include "qt_test.h"
+
+#include "platform/window.h"
+
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTimer>
+#include <QWindow>
+
+#include <qpa/qplatformnativeinterface.h>
+
+namespace kirolane::tests {
+
+namespace {
+
+int g_argc = 1;
+char g_name[] = "qt_tests";
+char* g_argv[] = {g_name, nullptr};
+
+const std::vector<TestScreen> kTwoScreens = {{"Main", {0, 0, 1920, 1200}}, {"Stage", {1920, 0, 1920, 1080}}};
+
+QJsonObject Describe(const std::vector<TestScreen>& screens) {
+    QJsonArray list;
+    for (const TestScreen& screen : screens)
+        list.append(QJsonObject{{"name", QString::fromStdString(screen.name)},
+                                {"x", screen.rect.left},
+                                {"y", screen.rect.top},
+                                {"width", screen.rect.width},
+                                {"height", screen.rect.height},
+                                {"logicalDpi", 96},
+                                {"logicalBaseDpi", 96},
+                                {"dpr", screen.pixelRatio}});
+    return {{"synchronousWindowSystemEvents", false}, {"windowFrameMargins", false}, {"screens", list}};
+}
+
+} // namespace
+
+QtTest::QtTest() : QtTest(kTwoScreens) {}
+
+QtTest::QtTest(const std::vector<TestScreen>& screens)
+    : m_files(m_folder.MakeFolder("home"), m_folder.MakeFolder("application")) {
+    EXPECT_EQ(m_files.Prepare(), "");
+    const std::string config =
+        m_folder.Write("screens.json", QJsonDocument(Describe(screens)).toJson().toStdString());
+    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + config));
+    m_windows = std::make_unique<qt::QtWindows>(g_argc, g_argv);
+    m_runtime = std::make_unique<Runtime>(*m_windows, m_media, m_files);
+}
+
+QtTest::~QtTest() {
+    m_runtime.reset();
+    m_windows.reset();
+}
+
+void QtTest::Do(const std::function<void()>& handler) {
+    const auto forms = m_runtime->Forms();
+    ASSERT_FALSE(forms.empty()) << "StartWith comes first";
+    EXPECT_TRUE(m_runtime->DeliverNow(*forms.front(), "test", handler));
+}
+
+bool QtTest::Until(const std::function<bool()>& condition) {
+    QTimer alarm; // wakes the loop for a look at conditions that no event announces, and at the deadline
+    alarm.start(10);
+    const QDeadlineTimer deadline(5000);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+void QtTest::Settle() {
+    for (int round = 0; round < 20; ++round)
+        QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void QtTest::SetScreens(const std::vector<TestScreen>& screens) {
+    auto* native = QGuiApplication::platformNativeInterface();
+    using SetConfiguration = void (*)(const QJsonObject&, QPlatformNativeInterface*);
+    auto* set = reinterpret_cast<SetConfiguration>(native->nativeResourceForIntegration("setConfiguration"));
+    ASSERT_NE(set, nullptr);
+    set(Describe(screens), native);
+}
+
+QWidget* QtTest::FindWidget(const std::string& window, const std::string& name) {
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+        if (top->objectName().toStdString() != window)
+            continue;
+        QWidget* found = name.empty() ? top : top->findChild<QWidget*>(QString::fromStdString(name));
+        if (found != nullptr)
+            return found;
+    }
+    ADD_FAILURE() << "no widget " << window << "." << name;
+    return nullptr;
+}
+
+QImage QtTest::Look(const std::string& window, const std::string& name) {
+    const QWidget* widget = FindWidget(window, name);
+    QWidget* top = widget->window();
+    return top->grab(QRect(widget->mapTo(top, QPoint()), widget->size())).toImage();
+}
+
+void QtTest::Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QWindow* window = QGuiApplication::focusWindow();
+    ASSERT_NE(window, nullptr) << "no window has the keyboard";
+    QTest::keyClick(window, key, modifiers);
+}
+
+} // namespace kirolane::tests
