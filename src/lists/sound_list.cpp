@@ -45,6 +45,36 @@ bool Mainform::mStrGrid_SortColumn(std::int32_t /*column*/) {
     return false;
 }
 
-void Mainform::mStrGridDblClick_Action() {}
+void Mainform::mStrGridDblClick_Action() {
+    const auto list = mStrGrid();
+    if (list->Cell(0, 1).empty())
+        return;
+    GetListIndex_Flag = 1;
+    if (list->Cell(list->ListIndex(), 1).empty())
+        list->SetListIndex(0); // a blank row stands for the first; the list advance wraps by this
+    mQTMPlay_Func();
+
+    const auto form = Instance<MusicForm>();
+    TakeNameTails(mfile->Name());
+    if (const auto* type = FindByTail(kSoundTypes, MaxText_A, MaxText_B, MaxText_C))
+        form->MediaType()->SetCaption(std::string(type->caption));
+    const auto player = form->QTM();
+    if (!player->Movie().IsNil())
+        list->SetCell(list->ListIndex(), 2, form->MaxTime()->Caption());
+    else
+        list->SetCell(list->ListIndex(), 2, "  ???");
+    mFile_Number = list->ListIndex();
+    // A scan may run in between: rows, selection and movie are read afresh in every pass.
+    for (std::int32_t k = 0; k <= list->ListCount() - 1; ++k) {
+        list->SetCell(k, 0, "");
+        if (!player->Movie().IsNil()) {
+            list->SetCell(list->ListIndex(), 0, "●");
+            mFold_Flag = false;
+        }
+        YieldToThreads();
+    }
+    player->SetVisible(true);
+    list->SetFocus();
+}
 
 } // namespace kirolane

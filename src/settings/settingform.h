@@ -51,6 +51,27 @@ public:
 
     /// Centres the window on the first display and fills the two popups.
     void Event_Open() override;
+    /// The keyboard goes to the console's list in front.
+    void Event_Close() override;
+
+    /// Fills the controls from the settings lines. A bad value leaves a box as it is and chooses no step.
+    void DataSet_Func();
+    /// The save: settings lines, file, tool tips of the folder buttons. The window stays open.
+    void SettingButton_Action();
+
+    // Dual display rules out full screen, and full screen rules out hiding. Each empties the message.
+    void DisplayMode_Check_Action();
+    void FullScreen_Check_Action();
+    void Hide_Check_Action();
+    void WindowColor_Check_Action();
+
+    // One for the movie page and the sound page alike.
+    void FreeSeek_Popup_Change();
+    /// "1" to "10", without wrapping; any other text stays.
+    void UpDownArrow_Up(const Ref<EditField>& field);
+    void UpDownArrow_Down(const Ref<EditField>& field);
+    /// Asks for a folder, with this window out of the way meanwhile.
+    void Folder_Bevel_Action(const Ref<EditField>& field);
 };
 
 } // namespace kirolane

@@ -315,6 +315,8 @@ public:
     void Fold99_Action();
     void mFold_Action(std::int32_t number);
     void mFold99_Action();
+    void PressFolderButton(std::int32_t number);
+    void mPressFolderButton(std::int32_t number);
     void ListTab_Change();
 
     // ---- video/open_close.cpp
@@ -416,6 +418,7 @@ public:
     // What happens when a sound has run out, and the two toggles that choose it.
 
     void mQTM_TImeLoop_Func(); // sic
+    void mPlayNextRow();
     void mLoopPlay_Action();
     void mListLoopPlay_Action();
 

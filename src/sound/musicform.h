@@ -37,6 +37,24 @@ public:
 
     void Layout() override;
     void CreateControls() override;
+
+    /// Leaves the keyboard to the console's list in front.
+    void Event_Activate() override;
+
+    // Forward to the console, or write its fields.
+    void QTM_PlayButton_Action();
+    void QTM_FrameFreeDownButton_Action();
+    void QTM_FrameFreeUpButton_Action();
+    bool QTM_PosBar_MouseDown(std::int32_t x, std::int32_t y);
+
+    /// The first change after a press is a person's seek.
+    void QTM_PosBar_ValueChanged();
+    /// The level follows the pointer over the bar, pressed or not, in steps of ten.
+    void VolumeProgress_MouseMove(std::int32_t x, std::int32_t y);
+    void Rate_ValueChanged();
+    void Rate_MouseUp(std::int32_t x, std::int32_t y);
+    /// The slider's step to the player, whether or not it holds a sound, and to every later start.
+    void ApplyRate();
 };
 
 } // namespace kirolane
