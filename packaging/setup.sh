@@ -66,7 +66,7 @@ check_tools() {
     ((${#absent[@]} == 0)) || fail "tools are missing: ${absent[*]}"
 }
 
-# build_targets TARGET...: without a word where everything is up to date.
+# build_targets TARGET...: without a word where everything is up to date; on a terminal with a count.
 build_targets() {
     if [[ ! -e $binary_dir/build.ninja ]]; then
         logged configure cmake --preset release || {
@@ -74,15 +74,21 @@ build_targets() {
             fail "the build could not be configured"
         }
     fi
-    local pending
-    pending=$(ninja -C "$binary_dir" -n "$@" 2>&1) && [[ $pending == *"no work to do"* ]] && return
-    say "building"
-    if [[ -t 1 ]]; then
-        ninja -C "$binary_dir" "$@" || fail "the build failed"
-    else
-        logged build ninja -C "$binary_dir" "$@" || {
-            show_log build
-            fail "the build failed; all of it is in $log_dir/build.log"
-        }
-    fi
+    mkdir -p "$log_dir"
+    ninja -C "$binary_dir" "$@" 2>&1 </dev/null | tee "$log_dir/build.log" | count_steps || {
+        show_log build
+        fail "the build failed; all of it is in $log_dir/build.log"
+    }
+}
+
+count_steps() {
+    local line building=false
+    while IFS= read -r line; do
+        # Looking for new files and for changes of the build itself is not building.
+        [[ $line =~ ^\[([0-9]+)/([0-9]+)\]\ [^R] ]] || continue
+        $building || say "building"
+        building=true
+        [[ ! -t 1 ]] || printf '\r    %s of %s ' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}"
+    done
+    [[ ! -t 1 ]] || ! $building || printf '\n'
 }
