@@ -21,6 +21,7 @@ constexpr int kSmallestSize = 8;
 
 /// What a box takes of the width beside its text.
 constexpr int kTickRoom = 20;
+constexpr int kTickSize = 10;
 constexpr int kEdgeRoom = 8;
 
 struct Face {
@@ -52,7 +53,10 @@ QFont FontOf(const ControlDesign& design) {
         font.setPixelSize(std::max(design.textSize, kSmallestSize));
         return font;
     }
-    // The size is left to the platform: the usual one, or the largest at which the text fits its box.
+    // The size is left to the platform: the usual one, or the largest at which the text fits its box. Ticks
+    // stand in columns, so they are all small.
+    if (design.kind == ControlKind::CheckBox)
+        font.setPixelSize(std::min(font.pixelSize(), kTickSize));
     const int room = design.rect.width - (design.kind == ControlKind::CheckBox ? kTickRoom : kEdgeRoom);
     while (font.pixelSize() > kSmallestSize + 1 &&
            QFontMetrics(font).horizontalAdvance(Shown(design.text)) > room)

@@ -26,7 +26,7 @@ protected:
 
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QColor(0, 0, 0, 0x38));
-        painter.setBrush(QColor(0, 0, 0, 0x0A));
+        painter.setBrush(QColor(0, 0, 0, 0x08));
         const QRectF frame(0.5, kCaptionHeight + 0.5, width() - 1.0, height() - kCaptionHeight - 1.0);
         painter.drawRoundedRect(frame, kRound, kRound);
     }

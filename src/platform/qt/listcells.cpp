@@ -11,6 +11,9 @@ namespace kirolane::qt {
 
 namespace {
 
+/// Of the selection while another window has the keyboard.
+const QColor kPaleHighlight(0xC4, 0xCF, 0xE0);
+
 class CellGraphics : public Graphics {
 public:
     CellGraphics(QPainter& painter, const QRect& cell) : m_painter(painter), m_cell(cell) {}
@@ -38,17 +41,17 @@ void ListCells::paint(QPainter* painter, const QStyleOptionViewItem& option, con
     CellGraphics graphics(*painter, option.rect);
     const bool done =
         list->OnCellBackgroundPaint && list->OnCellBackgroundPaint(graphics, index.row(), index.column());
-    const auto group = option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
     const bool highlit = !done && (option.state & QStyle::State_Selected);
+    const bool bright = highlit && (option.state & QStyle::State_Active);
     if (highlit)
-        painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
+        painter->fillRect(option.rect, bright ? option.palette.color(QPalette::Highlight) : kPaleHighlight);
 
     const QString text = index.data(Qt::DisplayRole).toString();
     if (text.isEmpty())
         return;
     const QRect place = option.rect.adjusted(4, 0, -2, 0);
     painter->setFont(option.font);
-    painter->setPen(option.palette.color(group, highlit ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(option.palette.color(bright ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                       option.fontMetrics.elidedText(text, Qt::ElideMiddle, place.width()));
 }

@@ -23,8 +23,6 @@ QPalette Look::Palette() {
     palette.setColor(QPalette::Shadow, QColor(0x60, 0x60, 0x60));
     palette.setColor(QPalette::Highlight, highlight);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xC4, 0xCF, 0xE0));
-    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, text);
     palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFF, 0xE1));
     palette.setColor(QPalette::ToolTipText, text);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {

@@ -2,6 +2,7 @@
 
 #include "platform/qt/convert.h"
 #include "platform/qt/formwindow.h"
+#include "platform/qt/x11.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -15,6 +16,20 @@ namespace {
 // Frames are the window manager's and known only once a window is up; these leave room for the usual ones.
 constexpr int kTitleBar = 36;
 constexpr int kEdge = 6;
+
+/// The main display without panels. With several displays Qt leaves the panels in; what the window manager
+/// says counts for the desktop as a whole, so it may cut off a little much, but never too little.
+QRect WorkArea() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    if (primary == nullptr)
+        return {};
+    const QRect area = primary->availableGeometry();
+    const QRect desktop = X11WorkArea();
+    const double ratio = primary->devicePixelRatio();
+    const QRect common = area & QRect(qRound(desktop.x() / ratio), qRound(desktop.y() / ratio),
+                                      qRound(desktop.width() / ratio), qRound(desktop.height() / ratio));
+    return common.width() > area.width() / 2 && common.height() > area.height() / 2 ? common : area;
+}
 
 } // namespace
 
@@ -47,14 +62,12 @@ QScreen* ScreenHolding(QPoint point) {
 }
 
 Point ConsolePlace() {
-    const QScreen* primary = QGuiApplication::primaryScreen();
-    const QRect area = primary == nullptr ? QRect() : primary->availableGeometry();
+    const QRect area = WorkArea();
     return {area.x() + kEdge, area.y() + kTitleBar + MenuBarHeight()};
 }
 
 Point PalettePlace(const Rect& consoleContent, int paletteWidth) {
-    const QScreen* primary = QGuiApplication::primaryScreen();
-    const QRect area = primary == nullptr ? QRect() : primary->availableGeometry();
+    const QRect area = WorkArea();
     const int beside = consoleContent.left + consoleContent.width + 3 * kEdge;
     const int last = area.x() + area.width() - paletteWidth - kEdge;
     return {std::max(std::min(beside, last), area.x()), consoleContent.top - MenuBarHeight()};

@@ -1,16 +1,14 @@
 #include "platform/qt/sleepinhibitor.h"
 
+#include "platform/qt/x11.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QFile>
-#include <QGuiApplication>
 
-#ifdef KIROLANE_X11_SCREENSAVER
-#include <X11/Xlib.h>
-#include <X11/extensions/scrnsaver.h>
-#endif
+#include <utility>
 
 namespace kirolane::qt {
 
@@ -39,7 +37,7 @@ void SleepInhibitor::Set(bool awake) {
         return;
     m_awake = awake;
     AskService(awake);
-    AskServer(awake);
+    X11SuspendScreenSaver(awake);
 }
 
 void SleepInhibitor::AskService(bool awake) {
@@ -69,23 +67,6 @@ void SleepInhibitor::Release(uint cookie) {
     QDBusMessage release = Call(QStringLiteral("UnInhibit"));
     release << cookie;
     QDBusConnection::sessionBus().send(release);
-}
-
-void SleepInhibitor::AskServer(bool awake) {
-#ifdef KIROLANE_X11_SCREENSAVER
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr || x11->display() == nullptr)
-        return;
-    int eventBase = 0;
-    int errorBase = 0;
-    if (!XScreenSaverQueryExtension(x11->display(), &eventBase, &errorBase))
-        return;
-    // The server counts the requests and takes ours back when the connection ends.
-    XScreenSaverSuspend(x11->display(), awake ? True : False);
-    XFlush(x11->display());
-#else
-    (void)awake;
-#endif
 }
 
 } // namespace kirolane::qt

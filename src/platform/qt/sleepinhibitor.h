@@ -20,7 +20,6 @@ public:
 
 private:
     void AskService(bool awake);
-    void AskServer(bool awake);
     static void Release(uint cookie);
 
     bool m_awake = false;

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QRect>
+
+/// What Qt does not ask of an X11 server. Elsewhere, and in a build without the X11 libraries, all of it is
+/// without effect.
+namespace kirolane::qt {
+
+/// The desktop without its panels, in device pixels of the whole desktop; null if the window manager does not
+/// say. Waits for the server's answer.
+QRect X11WorkArea();
+
+/// Has the server leave screen saver and power saving alone. The server takes it back when the program ends.
+void X11SuspendScreenSaver(bool suspend);
+
+} // namespace kirolane::qt
