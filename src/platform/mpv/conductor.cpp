@@ -1,5 +1,7 @@
 #include "platform/mpv/conductor.h"
 
+#include "platform/mpv/thread_niceness.h"
+
 #include <algorithm>
 
 namespace kirolane::mpv {
@@ -11,14 +13,21 @@ constexpr std::chrono::milliseconds kBurialLimit{500};
 
 Conductor::Conductor(MpvOptions options) : m_options(std::move(options)), m_listener([this] { Run(); }) {
     for (const PlayerRole& role : m_options.roles)
-        m_decks[role.path] =
-            std::async(std::launch::async, [this, &role] { return std::make_unique<Deck>(role, m_options); });
+        m_decks[role.path] = MakeDeck(role);
+}
+
+std::future<std::unique_ptr<Deck>> Conductor::MakeDeck(const PlayerRole& role) const {
+    return std::async(std::launch::async, [this, &role] {
+        if (role.role == Role::Preview)
+            SetThreadNiceness(kPreviewNiceness); // libmpv's threads take after this one
+        return std::make_unique<Deck>(role, m_options, m_shelf);
+    });
 }
 
 std::unique_ptr<Deck> Conductor::TakeDeck(const PlayerRole& role) {
     const auto it = m_decks.find(role.path);
     if (it == m_decks.end())
-        return std::make_unique<Deck>(role, m_options);
+        return MakeDeck(role).get();
     auto deck = std::move(it->second);
     m_decks.erase(it);
     return deck.get();
@@ -43,6 +52,8 @@ void Conductor::Add(Player& player) {
 void Conductor::Remove(Player& player) {
     const std::lock_guard lock(m_mutex);
     std::erase(m_players, &player);
+    for (Player* other : m_players)
+        other->Pictures().Unshare(player.Pictures());
 }
 
 void Conductor::Wake() {

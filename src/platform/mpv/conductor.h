@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/mpv/duration_probe.h"
+#include "platform/mpv/midi_shelf.h"
 #include "platform/mpv/mpv_media.h"
 #include "platform/mpv/player.h"
 
@@ -55,6 +56,7 @@ private:
     };
 
     void Run();
+    [[nodiscard]] std::future<std::unique_ptr<Deck>> MakeDeck(const PlayerRole& role) const;
     /// Under the lock.
     void Advance(TimePoint now);
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
@@ -62,6 +64,7 @@ private:
     bool Fail(Player& player, const std::string& path, const std::string& cause);
 
     const MpvOptions m_options;
+    const std::shared_ptr<MidiShelf> m_shelf = std::make_shared<MidiShelf>();
 
     mutable std::mutex m_mutex;
     std::condition_variable m_answered;

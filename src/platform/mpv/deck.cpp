@@ -2,6 +2,7 @@
 
 #include "platform/exceptions.h"
 #include "platform/mpv/deck_options.h"
+#include "platform/mpv/midi_shelf.h"
 
 #include <cstdio>
 
@@ -33,12 +34,14 @@ void Check(int status, const char* what) {
 
 } // namespace
 
-Deck::Deck(const PlayerRole& role, const MpvOptions& options) : m_handle(mpv_create()) {
+Deck::Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<MidiShelf> shelf)
+    : m_shelf(std::move(shelf)), m_handle(mpv_create()) {
     if (m_handle == nullptr)
         throw RuntimeException("libmpv does not start (it needs the numeric locale C)");
     try {
         ApplyOptions(m_handle, role, options);
         Check(mpv_initialize(m_handle), "start");
+        Check(OpenFromShelf(m_handle, *m_shelf), "MIDI");
         for (const Observed& observed : kObserved)
             Check(mpv_observe_property(m_handle, Id(observed.topic), observed.name, observed.format),
                   observed.name);

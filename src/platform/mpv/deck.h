@@ -6,6 +6,7 @@
 #include <mpv/render.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace kirolane::mpv {
@@ -28,12 +29,14 @@ enum class Topic : std::uint64_t {
     Unpause,
 };
 
+class MidiShelf;
+
 /// One warm libmpv player: the handle and its software renderer. The calls after the making never wait. Any
 /// thread, but Next on one only.
 class Deck {
 public:
     /// Throws RuntimeException.
-    Deck(const PlayerRole& role, const MpvOptions& options);
+    Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<MidiShelf> shelf);
     /// May take long if the file does not answer. The callbacks must have been cleared.
     ~Deck();
     Deck(const Deck&) = delete;
@@ -52,9 +55,9 @@ public:
     void Ask(const char* property, mpv_format format, Topic topic);
 
     [[nodiscard]] mpv_render_context* Renderer() const { return m_renderer; }
-    [[nodiscard]] mpv_handle* Handle() const { return m_handle; }
 
 private:
+    std::shared_ptr<MidiShelf> m_shelf;
     mpv_handle* m_handle = nullptr;
     mpv_render_context* m_renderer = nullptr;
     std::function<void()> m_wakeUp;

@@ -59,6 +59,7 @@ constexpr Option kAllRoles[] = {
     {"video-timing-offset",    "0"},
     {"sws-fast",               "yes"},
     {"sws-scaler",             "fast-bilinear"},
+    {"sws-allow-zimg",         "no"}, // four times as slow here
     // Memory: a local file needs no long reach.
     {"cache",                  "no"},
     {"demuxer-max-bytes",      "32MiB"},

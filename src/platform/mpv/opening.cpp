@@ -7,20 +7,26 @@ namespace kirolane::mpv {
 
 bool Conductor::Load(Player& player, const std::string& nativePath) {
     std::string cause;
-    const auto file = LookAt(nativePath, cause);
-    std::unique_lock lock(m_mutex);
-    if (!file)
-        return Fail(player, nativePath, cause);
     if (!m_loadDeadline)
         m_loadDeadline = Clock::now() + m_options.loadLimit;
+    const auto file = LookAt(nativePath, cause);
+    MidiShelf::Item midi;
+    if (file && IsMidiFile(*file))
+        midi = m_shelf->Get(*file, m_options.soundFont, cause);
+    std::unique_lock lock(m_mutex);
+    if (!cause.empty())
+        return Fail(player, nativePath, cause);
 
     // The twin is about to be given the same file: both load side by side.
     Player* twin = TwinOf(player);
     if (!player.Ahead() || player.File() != *file)
-        player.Open(*file, false);
+        player.Open(*file, midi, false);
     player.Claim();
-    if (twin != nullptr && twin->Free() && !twin->Ahead())
-        twin->Open(*file, true);
+    if (twin != nullptr && twin->Free() && !twin->Ahead()) {
+        twin->Open(*file, midi, true);
+        const bool stage = player.GetRole().role == Role::Stage;
+        (stage ? player : *twin).Pictures().ShareFirst((stage ? *twin : player).Pictures());
+    }
 
     const bool answered = m_answered.wait_until(lock, *m_loadDeadline, [&] {
         // What one of the twins can decode need not be waited for in the other.
@@ -31,7 +37,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     });
     if (!answered) {
         try {
-            Bury(player.Replace(std::make_unique<Deck>(player.GetRole(), m_options)));
+            Bury(player.Replace(MakeDeck(player.GetRole()).get()));
         } catch (const std::exception& e) {
             player.Unload();
             return Fail(player, nativePath, e.what());

@@ -8,6 +8,7 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <cmath>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
@@ -108,7 +109,7 @@ struct Track {
         const double time = stamped ? static_cast<double>(packet.dts) * base : lastTime + lastDuration;
         if (!begun)
             start = time;
-        else if (const double step = time - lastTime; step >= 0.0 && step < kReset)
+        else if (const double step = time - lastTime; std::abs(step) < kReset)
             length += step;
         else
             length += lastDuration;

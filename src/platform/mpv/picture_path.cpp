@@ -1,5 +1,7 @@
 #include "platform/mpv/picture_path.h"
 
+#include "platform/mpv/thread_niceness.h"
+
 #include <algorithm>
 
 namespace kirolane::mpv {
@@ -15,7 +17,7 @@ std::int32_t Clamped(std::int32_t size) {
 }
 } // namespace
 
-PicturePath::PicturePath() : m_worker([this] { Run(); }) {}
+PicturePath::PicturePath(int niceness) : m_worker([this, niceness] { Run(niceness); }) {}
 
 PicturePath::~PicturePath() {
     Detach();
@@ -56,29 +58,29 @@ void PicturePath::Detach() {
 }
 
 void PicturePath::Expect() {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_tell = m_stage == Stage::Shown;
-        m_stage = Stage::Expected;
-        m_hasPicture = false;
-        m_first = false;
-        ++m_epoch;
-    }
+    std::unique_lock lock(m_mutex);
+    m_tell = m_tell || m_progress == Progress::Shown;
+    m_progress = Progress::Expected;
+    m_own = false;
+    m_hasPicture = false;
+    m_twin = nullptr;
+    m_first = false;
+    ++m_epoch;
+    lock.unlock();
     m_work.notify_one();
 }
 
 void PicturePath::FileStarted() {
     const std::lock_guard lock(m_mutex);
-    m_stage = Stage::Started;
+    m_progress = Progress::Started;
     ++m_epoch;
 }
 
 void PicturePath::FirstPictureTaken() {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_stage != Stage::Started)
+        if (m_own)
             return;
-        m_again = true;
         m_first = true;
     }
     m_work.notify_one();
@@ -89,16 +91,33 @@ void PicturePath::SetHasPicture(bool has) {
     m_hasPicture = has;
 }
 
+void PicturePath::ShareFirst(PicturePath& twin) {
+    const std::lock_guard lock(m_mutex);
+    m_twin = &twin;
+}
+
+void PicturePath::Unshare(const PicturePath& twin) {
+    std::unique_lock lock(m_mutex);
+    if (m_twin != &twin)
+        return;
+    m_twin = nullptr;
+    m_rested.wait(lock, [this] { return !m_busy; });
+}
+
 void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
     {
         const std::lock_guard lock(m_mutex);
-        if (width == m_width && height == m_height)
+        if (width == m_size.width && height == m_size.height)
             return;
-        m_width = width;
-        m_height = height;
+        m_size = {width, height};
         m_again = true;
     }
     m_work.notify_one();
+}
+
+PicturePath::Size PicturePath::WantedSize() const {
+    const std::lock_guard lock(m_mutex);
+    return m_size;
 }
 
 void PicturePath::SetListener(std::function<void()> listener) {
@@ -108,7 +127,7 @@ void PicturePath::SetListener(std::function<void()> listener) {
 
 bool PicturePath::HasFrame() const {
     const std::lock_guard lock(m_mutex);
-    return m_stage == Stage::Shown;
+    return m_progress == Progress::Shown;
 }
 
 bool PicturePath::HasPicture() const {
@@ -122,45 +141,63 @@ void PicturePath::Visit(const std::function<void(const FrameView&)>& visit) cons
         visit(m_front.view);
 }
 
-void PicturePath::Run() {
+void PicturePath::Run(int niceness) {
+    SetThreadNiceness(niceness);
     std::unique_lock lock(m_mutex);
     while (true) {
-        m_work.wait(lock, [this] { return m_quit || m_wake || m_again || m_tell; });
+        m_work.wait(lock, [this] { return m_quit || m_wake || m_again || m_first || m_tell; });
         if (m_quit)
             return;
-        bool tell = std::exchange(m_tell, false);
-        const bool woken = std::exchange(m_wake, false);
-        const bool first = std::exchange(m_first, false);
-        // Without a picture of this file the renderer would draw black over the last one of the file before.
-        const bool again = std::exchange(m_again, false) && (first || m_stage == Stage::Shown);
-        if (m_renderer != nullptr && (woken || again)) {
-            mpv_render_context* renderer = m_renderer;
-            const auto width = Clamped(m_width);
-            const auto height = Clamped(m_height);
-            const unsigned epoch = m_epoch;
-            m_busy = true;
-            lock.unlock();
-            bool fresh = false;
-            const bool rendered = Render(renderer, width, height, again, fresh);
-            if (rendered)
-                Publish();
-            lock.lock();
-            m_busy = false;
-            m_rested.notify_all();
-            if (rendered && epoch == m_epoch && m_stage == Stage::Started && (fresh || first))
-                m_stage = Stage::Shown;
-            tell = tell || rendered;
-        }
-        if (tell) {
-            lock.unlock();
-            Tell();
-            lock.lock();
-        }
+        Turn(lock);
     }
 }
 
-bool PicturePath::Render(mpv_render_context* renderer, std::int32_t width, std::int32_t height, bool again,
-                         bool& fresh) {
+void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
+    bool tell = std::exchange(m_tell, false);
+    const bool woken = std::exchange(m_wake, false);
+    const bool first = std::exchange(m_first, false) && !m_own;
+    // Without a picture of this file the renderer would draw black, or one of the file before.
+    const bool again = (std::exchange(m_again, false) && m_own) || first;
+    if (m_renderer != nullptr && (woken || again)) {
+        mpv_render_context* renderer = m_renderer;
+        const Size size = m_size;
+        const unsigned epoch = m_epoch;
+        m_busy = true;
+        lock.unlock();
+        bool fresh = false;
+        const bool rendered = Render(renderer, size, again, m_back, fresh);
+        lock.lock();
+
+        const bool ours = rendered && epoch == m_epoch && m_progress >= Progress::Started && (fresh || first);
+        m_own = m_own || ours;
+        if (rendered && (m_own || m_progress != Progress::Shown)) {
+            lock.unlock();
+            Publish(m_back);
+            lock.lock();
+            tell = true;
+        }
+        if (ours && epoch == m_epoch) {
+            const bool begins = m_progress == Progress::Started;
+            m_progress = Progress::Shown;
+            if (PicturePath* twin = std::exchange(m_twin, nullptr); begins && twin != nullptr) {
+                lock.unlock();
+                Buffer gift;
+                if (Render(renderer, twin->WantedSize(), true, gift, fresh))
+                    twin->TakeGift(gift);
+                lock.lock();
+            }
+        }
+        m_busy = false;
+        m_rested.notify_all();
+    }
+    if (tell) {
+        lock.unlock();
+        Tell();
+        lock.lock();
+    }
+}
+
+bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, Buffer& buffer, bool& fresh) {
     const bool update = (mpv_render_context_update(renderer) & MPV_RENDER_UPDATE_FRAME) != 0;
     if (!update && !again)
         return false;
@@ -169,33 +206,50 @@ bool PicturePath::Render(mpv_render_context* renderer, std::int32_t width, std::
     fresh = (info.flags & MPV_RENDER_FRAME_INFO_PRESENT) != 0 &&
             (info.flags & (MPV_RENDER_FRAME_INFO_REDRAW | MPV_RENDER_FRAME_INFO_REPEAT)) == 0;
 
-    std::size_t stride = (static_cast<std::size_t>(width) * 4 + kAlignment - 1) / kAlignment * kAlignment;
-    const std::size_t bytes = stride * static_cast<std::size_t>(height);
-    if (m_back.bytes != bytes) {
-        m_back.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)));
-        m_back.bytes = m_back.pixels != nullptr ? bytes : 0;
+    int size[2] = {Clamped(asked.width), Clamped(asked.height)};
+    std::size_t stride = (static_cast<std::size_t>(size[0]) * 4 + kAlignment - 1) / kAlignment * kAlignment;
+    const std::size_t bytes = stride * static_cast<std::size_t>(size[1]);
+    if (buffer.bytes != bytes) {
+        buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)));
+        buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
     }
-    int size[2] = {width, height};
-    int wait = 0; // shown as soon as it is there; libmpv gives it at its time
-    int skip = m_back.pixels == nullptr ? 1 : 0;
+    int wait = 0; // libmpv gives a picture at its time
+    int skip = buffer.pixels == nullptr ? 1 : 0;
     mpv_render_param params[] = {
         {MPV_RENDER_PARAM_SW_SIZE, size},
         {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
         {MPV_RENDER_PARAM_SW_STRIDE, &stride},
-        {MPV_RENDER_PARAM_SW_POINTER, m_back.pixels.get()},
+        {MPV_RENDER_PARAM_SW_POINTER, buffer.pixels.get()},
         {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &wait},
         {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
         {MPV_RENDER_PARAM_INVALID, nullptr},
     };
     if (mpv_render_context_render(renderer, params) < 0 || skip != 0)
         return false;
-    m_back.view = {m_back.pixels.get(), width, height, static_cast<std::int32_t>(stride), ++m_serial};
+    buffer.view = {buffer.pixels.get(), size[0], size[1], static_cast<std::int32_t>(stride), 0};
     return true;
 }
 
-void PicturePath::Publish() {
+void PicturePath::Publish(Buffer& buffer) {
     const std::lock_guard lock(m_frontMutex);
-    std::swap(m_front, m_back);
+    std::swap(m_front, buffer);
+    m_front.view.serial = ++m_serial;
+}
+
+void PicturePath::TakeGift(Buffer& gift) {
+    std::unique_lock lock(m_mutex);
+    const unsigned epoch = m_epoch;
+    if (m_progress != Progress::Started)
+        return;
+    lock.unlock();
+    Publish(gift);
+    lock.lock();
+    if (epoch != m_epoch || m_progress != Progress::Started)
+        return;
+    m_progress = Progress::Shown;
+    m_tell = true;
+    lock.unlock();
+    m_work.notify_one();
 }
 
 void PicturePath::Tell() {

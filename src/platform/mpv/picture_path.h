@@ -18,7 +18,8 @@ namespace kirolane::mpv {
 /// the engine, on any thread.
 class PicturePath : public FrameSource {
 public:
-    PicturePath();
+    /// `niceness` of the worker, 0 for that of the program.
+    explicit PicturePath(int niceness);
     ~PicturePath() override;
     PicturePath(const PicturePath&) = delete;
     PicturePath& operator=(const PicturePath&) = delete;
@@ -34,6 +35,11 @@ public:
     /// The renderer has been given the file's first picture.
     void FirstPictureTaken();
     void SetHasPicture(bool has);
+
+    /// Until the next Expect: the first picture goes to `twin` too, which loads the same file and may take
+    /// longer to decode it. `twin` must be unshared before it goes.
+    void ShareFirst(PicturePath& twin);
+    void Unshare(const PicturePath& twin);
 
     // FrameSource.
     void SetSize(std::int32_t width, std::int32_t height) override;
@@ -51,14 +57,23 @@ private:
         std::size_t bytes = 0;
         FrameView view;
     };
-    enum class Stage : std::uint8_t { None, Expected, Started, Shown };
+    struct Size {
+        std::int32_t width = 0;
+        std::int32_t height = 0;
+    };
+    /// Of the file now loading or loaded.
+    enum class Progress : std::uint8_t { None, Expected, Started, Shown };
 
-    void Run();
-    /// Takes the next picture of the renderer, if there is one or `again`. True if the back buffer holds it;
-    /// `fresh` tells whether it was new to the renderer.
-    bool Render(mpv_render_context* renderer, std::int32_t width, std::int32_t height, bool again,
-                bool& fresh);
-    void Publish();
+    void Run(int niceness);
+    /// One turn of the worker, entered and left with the lock.
+    void Turn(std::unique_lock<std::mutex>& lock);
+    /// Has the renderer draw its picture. With `again` false only if it has one that it has not drawn yet.
+    /// `fresh` tells whether it was a new one. False if nothing was drawn.
+    static bool Render(mpv_render_context* renderer, Size size, bool again, Buffer& buffer, bool& fresh);
+    void Publish(Buffer& buffer);
+    /// The file's first picture, from the twin.
+    void TakeGift(Buffer& gift);
+    [[nodiscard]] Size WantedSize() const;
     void Tell();
 
     mutable std::mutex m_mutex;
@@ -66,21 +81,22 @@ private:
     std::condition_variable m_rested;
     // Under m_mutex.
     mpv_render_context* m_renderer = nullptr;
-    std::int32_t m_width = 0;
-    std::int32_t m_height = 0;
-    Stage m_stage = Stage::None;
-    unsigned m_epoch = 0; ///< grows with each change of stage from outside
+    Size m_size;
+    Progress m_progress = Progress::None;
+    unsigned m_epoch = 0; ///< grows with each change of progress from outside
+    bool m_own = false;   ///< the renderer holds a picture of this file
     bool m_hasPicture = false;
+    PicturePath* m_twin = nullptr;
     bool m_wake = false;  ///< the renderer has something
-    bool m_again = false; ///< render what it shows once more
-    bool m_first = false; ///< and that is the file's first picture
+    bool m_again = false; ///< draw once more, for a new size
+    bool m_first = false; ///< draw once more: it is the file's first picture
     bool m_tell = false;
-    bool m_busy = false; ///< the worker uses the renderer
+    bool m_busy = false; ///< the worker uses the renderer or the twin
     bool m_quit = false;
 
     Buffer m_back; ///< the worker's
     mutable std::mutex m_frontMutex;
-    Buffer m_front; ///< under m_frontMutex
+    Buffer m_front; ///< these two under m_frontMutex
     std::uint64_t m_serial = 0;
 
     std::mutex m_listenerMutex;

@@ -1,6 +1,7 @@
 #include "platform/mpv/player.h"
 
 #include "platform/mpv/conductor.h"
+#include "platform/mpv/thread_niceness.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,10 +20,11 @@ double CubicVolume(std::int32_t linear) {
 } // namespace
 
 Player::Player(std::shared_ptr<Conductor> conductor, PlayerRole role, std::unique_ptr<Deck> deck)
-    : m_conductor(std::move(conductor)), m_role(std::move(role)), m_deck(std::move(deck)) {
+    : m_conductor(std::move(conductor)), m_role(std::move(role)), m_deck(std::move(deck)),
+      m_pictures(m_role.role == Role::Preview ? kPreviewNiceness : 0) {
     m_pictures.Attach(m_deck->Renderer());
+    m_conductor->Add(*this); // first: the call back comes at once, and not again before all has been heard
     m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
-    m_conductor->Add(*this);
 }
 
 Player::~Player() {
@@ -91,14 +93,15 @@ void Player::Reset() {
     m_pictures.Expect();
 }
 
-void Player::Open(const MediaFile& file, bool ahead) {
+void Player::Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead) {
     Reset();
     m_phase = Phase::Opening;
     m_file = file;
     m_ahead = ahead;
     m_flight = Flight{0.0, TimePoint::max()};
     ++m_loadsUnderWay;
-    m_deck->Load(file.path);
+    m_midi = midi.sound;
+    m_deck->Load(m_midi == nullptr ? file.path : midi.uri);
 }
 
 void Player::Opened(double duration, bool exact, TimePoint now) {
@@ -113,6 +116,7 @@ void Player::Unload() {
     if (m_phase != Phase::Empty)
         m_deck->Stop();
     Reset();
+    m_midi.reset();
     m_phase = Phase::Empty;
 }
 
@@ -123,6 +127,7 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     m_toldRunning = false;
     m_toldRate = 1.0;
     m_toldVolume = 256;
+    m_toldSeekLead = 0.0;
     m_loadsUnderWay = 0;
     Reset();
     m_phase = Phase::Empty;

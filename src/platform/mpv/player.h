@@ -3,6 +3,7 @@
 #include "platform/backend/mediaengine.h"
 #include "platform/mpv/deck.h"
 #include "platform/mpv/media_file.h"
+#include "platform/mpv/midi_shelf.h"
 #include "platform/mpv/picture_path.h"
 #include "platform/mpv/play_clock.h"
 
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] bool AtEnd() const override;
     [[nodiscard]] FrameSource* Frames() override { return &m_pictures; }
 
+    [[nodiscard]] PicturePath& Pictures() { return m_pictures; }
+
     enum class Phase : std::uint8_t { Empty, Opening, Open };
 
     [[nodiscard]] const PlayerRole& GetRole() const { return m_role; }
@@ -39,8 +42,9 @@ public:
 
     // Opening.
 
-    /// Sets libmpv to load the file, halted. `ahead`: before anyone has asked for it.
-    void Open(const MediaFile& file, bool ahead);
+    /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
+    /// asked for it.
+    void Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead);
     /// It is what a Load asked for.
     void Claim() { m_ahead = false; }
     [[nodiscard]] bool Ahead() const { return m_ahead; }
@@ -94,6 +98,7 @@ private:
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
     void TakeRestart();
+    void SetSeekLead();
     void Land(TimePoint now);
     void SetEof(bool eof, TimePoint now);
     void Halt(TimePoint now);
@@ -107,6 +112,7 @@ private:
 
     Phase m_phase = Phase::Empty;
     MediaFile m_file;
+    std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
     bool m_ahead = false;
     bool m_released = false;
     double m_duration = 0.0;
@@ -133,6 +139,7 @@ private:
     bool m_toldRunning = false;
     double m_toldRate = 1.0;
     std::int32_t m_toldVolume = 256;
+    double m_toldSeekLead = 0.0;
     std::optional<Flight> m_flight;
     std::optional<double> m_restsAt; ///< it has not run since it was set there
 

@@ -3,7 +3,9 @@
 #include "platform/common/runtime.h"
 #include "platform/mpv/conductor.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 namespace kirolane::mpv {
 
@@ -11,6 +13,11 @@ namespace {
 
 /// An end of the data so much ahead of the Duration is a fault of the file, in seconds.
 constexpr double kEarly = 1.0;
+
+/// Streams without an index: libavformat lands anywhere near the target, often past the last whole picture
+/// before it. libmpv then has to look for one so many seconds earlier.
+constexpr std::string_view kLooseSeeks[] = {"mpeg", "mpegts", "mpegvideo", "m4v"};
+constexpr double kLooseSeekLead = 1.5;
 
 template <class T> const T* ValueOf(const mpv_event_property& property, mpv_format format) {
     return property.format == format ? static_cast<const T*>(property.data) : nullptr;
@@ -117,6 +124,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     case Topic::FileFormat:
         if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
             m_format = *format;
+        SetSeekLead();
         break;
     case Topic::FileDuration:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
@@ -143,6 +151,15 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     default:
         break;
     }
+}
+
+void Player::SetSeekLead() {
+    const bool loose =
+        std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), m_format) != std::end(kLooseSeeks);
+    const double lead = loose ? kLooseSeekLead : 0.0;
+    if (lead != m_toldSeekLead)
+        m_deck->SetNumber("hr-seek-demuxer-offset", lead);
+    m_toldSeekLead = lead;
 }
 
 void Player::TakeRestart() {
