@@ -3,6 +3,7 @@
 #include "clocks.h"
 #include "folders.h"
 
+#include "display/monitorform.h"
 #include "platform/common/runtime.h"
 #include "platform/implicit_instance.h"
 #include "platform/mpv/mpv_media.h"
@@ -11,6 +12,7 @@
 #include "settings/setting_lines.h"
 #include "shell/mainform.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -56,6 +58,12 @@ std::string MakeHome(const std::string& folder, const std::string& movieFolder) 
     return folder;
 }
 
+/// The offscreen platform warns of what it cannot do (raising a window); the table is to stand alone.
+void Quieten(const std::string& folder) {
+    ::setenv("QT_LOGGING_RULES", "*.warning=false", 1);
+    ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
+}
+
 } // namespace
 
 void UseOffscreenDisplays(const std::string& folder) {
@@ -66,17 +74,26 @@ void UseOffscreenDisplays(const std::string& folder) {
         << R"({"name":"L","x":0,"y":0,"width":1920,"height":1080,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1},)"
         << R"({"name":"R","x":1920,"y":0,"width":1920,"height":1080,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})";
     file.close();
-    // The offscreen platform warns of what it cannot do (raising a window); the table is to stand alone.
-    ::setenv("QT_LOGGING_RULES", "*.warning=false", 1);
-    ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
+    Quieten(folder);
     ::setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + path).c_str(), 1);
 }
 
+namespace {
+void Use(Displays displays, const std::string& folder) {
+    if (displays == Displays::Offscreen) {
+        UseOffscreenDisplays(folder);
+        return;
+    }
+    Quieten(folder);
+    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+}
+} // namespace
+
 struct App::Parts {
-    explicit Parts(const std::string& movieFolder)
+    Parts(const std::string& movieFolder, Displays displays)
         : files(MakeHome(memory.Path(), movieFolder), memory.Path()),
-          windows((UseOffscreenDisplays(memory.Path()), g_argumentCount), g_arguments),
-          media(SilentOptions()), runtime(windows, media, files) {}
+          windows((Use(displays, memory.Path()), g_argumentCount), g_arguments), media(SilentOptions()),
+          runtime(windows, media, files) {}
 
     MemoryFolder memory;
     posix::PosixFileSystem files;
@@ -86,7 +103,8 @@ struct App::Parts {
     std::unique_ptr<kirolane::App> application;
 };
 
-App::App(const std::string& movieFolder) : m_parts(std::make_unique<Parts>(movieFolder)) {
+App::App(const std::string& movieFolder, Displays displays)
+    : m_parts(std::make_unique<Parts>(movieFolder, displays)) {
     std::string failure = m_parts->files.Prepare();
     if (!failure.empty())
         throw RuntimeException(failure);
@@ -121,8 +139,30 @@ void App::For(int milliseconds) const {
     Until([&] { return over; });
 }
 
+void App::Wake() const {
+    QCoreApplication::eventDispatcher()->wakeUp();
+}
+
 void App::UntilScanned() const {
     Until([this] { return !Console().FolderThread()->Running(); });
+}
+
+MonitorForm& App::Monitor() const {
+    return *Instance<MonitorForm>();
+}
+
+void App::OpenRow(std::int32_t row) const {
+    Mainform& console = Console();
+    Deliver([&] {
+        console.StrGrid()->SetListIndex(row);
+        console.StrGridDblClick_Action();
+    });
+    if (!console.FileOpen_Flag)
+        throw RuntimeException("a clip did not open");
+}
+
+void App::Close() const {
+    Deliver([this] { Console().QTM_Close_Action(); });
 }
 
 } // namespace kirolane::bench

@@ -2,22 +2,28 @@
 
 #include "shell/start.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace kirolane {
 class Mainform;
-}
+class MonitorForm;
+} // namespace kirolane
 
 namespace kirolane::bench {
 
-/// The whole program with its real back ends, shown offscreen on two displays of 1920 x 1080, with a home
-/// folder of its own in memory. One a process.
+enum class Displays : std::uint8_t {
+    Offscreen, ///< two of 1920 x 1080, seen by nobody
+    Desktop,   ///< those of the X display that DISPLAY names
+};
+
+/// The whole program with its real back ends and a home folder of its own in memory; silent. One a process.
 class App {
 public:
     /// The movie list shows `movieFolder` (a native path); the sound list stays empty.
-    explicit App(const std::string& movieFolder);
+    explicit App(const std::string& movieFolder, Displays displays = Displays::Offscreen);
     ~App();
     App(const App&) = delete;
     App& operator=(const App&) = delete;
@@ -29,8 +35,16 @@ public:
     void Until(const std::function<bool()>& done) const;
     /// Turns the event loop for that long.
     void For(int milliseconds) const;
+    /// Any thread: has Until ask again.
+    void Wake() const;
     /// Waits for the scan of the movie list to end.
     void UntilScanned() const;
+
+    /// The audience's window.
+    [[nodiscard]] MonitorForm& Monitor() const;
+    /// Selects and opens that row as a double click does. Throws if it does not open.
+    void OpenRow(std::int32_t row) const;
+    void Close() const;
 
 private:
     struct Parts;

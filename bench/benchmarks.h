@@ -2,6 +2,7 @@
 
 #include "report.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -9,14 +10,23 @@ namespace kirolane::bench {
 
 /// What a measurement is given by the command line.
 struct Inputs {
-    std::string clip;      ///< 1080p30 H.264 with AAC, some 20 s
+    std::string clips;     ///< folder of the clips that clips.sh makes
+    std::string clip;      ///< one of them: 1080p30 H.264 with AAC, some 20 s
     std::string shortClip; ///< a small one
     std::string programs;  ///< folder of the other measuring programs
+};
+
+/// What a measurement is to be started on.
+enum class Place : std::uint8_t {
+    Anywhere,
+    Desktop, ///< an X display of two monitors that nothing else uses
 };
 
 /// A measurement: its name on the command line and the rows it prints. Each runs in a process of its own.
 struct Benchmark {
     const char* name;
+    Place place;
+    bool always; ///< run unless others are named
     std::vector<Row> (*run)(const Inputs& inputs);
 };
 
@@ -27,6 +37,7 @@ std::vector<Row> MeasureTwinCost(const Inputs& inputs);
 std::vector<Row> MeasureStart(const Inputs& inputs);
 std::vector<Row> MeasureMemory(const Inputs& inputs);
 std::vector<Row> MeasureIdle(const Inputs& inputs);
+std::vector<Row> MeasureChangeOver(const Inputs& inputs);
 
 inline constexpr int kRuns = 7; ///< samples of each figure, taken in turn with its reference's
 

@@ -1,4 +1,6 @@
-// One measurement a process: kirolane_bench NAME CLIP SHORT-CLIP. Without arguments it lists the names.
+// One measurement a process: kirolane_bench NAME CLIPS, where CLIPS is a folder that clips.sh has filled.
+// Without arguments it lists the names, what each is to be run on, and whether it is always run or only when
+// named.
 
 #include "benchmarks.h"
 
@@ -13,28 +15,38 @@
 namespace kirolane::bench {
 namespace {
 
+// clang-format off
 constexpr Benchmark kBenchmarks[] = {
-    {"scan", MeasureScan},     {"rows", MeasureRows},   {"first-frame", MeasureFirstFrame},
-    {"twin", MeasureTwinCost}, {"start", MeasureStart}, {"memory", MeasureMemory},
-    {"idle", MeasureIdle},
+    {"scan",        Place::Anywhere, true,  MeasureScan},
+    {"rows",        Place::Anywhere, true,  MeasureRows},
+    {"first-frame", Place::Anywhere, true,  MeasureFirstFrame},
+    {"twin",        Place::Anywhere, true,  MeasureTwinCost},
+    {"start",       Place::Anywhere, true,  MeasureStart},
+    {"memory",      Place::Anywhere, true,  MeasureMemory},
+    {"idle",        Place::Anywhere, true,  MeasureIdle},
+    {"change-over", Place::Desktop,  true,  MeasureChangeOver},
 };
+// clang-format on
 
 int Run(int argc, char** argv) {
     if (argc == 1) {
         for (const Benchmark& benchmark : kBenchmarks)
-            std::puts(benchmark.name);
+            std::printf("%s %s %s\n", benchmark.name,
+                        benchmark.place == Place::Desktop ? "desktop" : "anywhere",
+                        benchmark.always ? "always" : "named");
         return 0;
     }
     const auto* chosen =
         std::find_if(std::begin(kBenchmarks), std::end(kBenchmarks),
                      [&](const Benchmark& b) { return std::string_view(argv[1]) == b.name; });
-    if (chosen == std::end(kBenchmarks) || argc != 4) {
-        std::fprintf(stderr, "kirolane_bench: usage: kirolane_bench NAME CLIP SHORT-CLIP\n");
+    if (chosen == std::end(kBenchmarks) || argc != 3) {
+        std::fprintf(stderr, "kirolane_bench: usage: kirolane_bench NAME CLIPS\n");
         return 2;
     }
     Inputs inputs;
-    inputs.clip = argv[2];
-    inputs.shortClip = argv[3];
+    inputs.clips = argv[2];
+    inputs.clip = inputs.clips + "/stage.mp4";
+    inputs.shortClip = inputs.clips + "/small.mp4";
     inputs.programs = std::filesystem::canonical("/proc/self/exe").parent_path().string();
     bool allHold = true;
     for (const Row& row : chosen->run(inputs)) {

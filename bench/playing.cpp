@@ -55,20 +55,6 @@ std::string FolderOf(const MemoryFolder& memory, const std::string& clip) {
     return folder;
 }
 
-void OpenRow(const App& app) {
-    Mainform& console = app.Console();
-    app.Deliver([&] {
-        console.StrGrid()->SetListIndex(0);
-        console.StrGridDblClick_Action();
-    });
-    if (!console.FileOpen_Flag)
-        throw RuntimeException("the clip did not open");
-}
-
-void Close(const App& app) {
-    app.Deliver([&] { app.Console().QTM_Close_Action(); });
-}
-
 } // namespace
 
 std::vector<Row> MeasureFirstFrame(const Inputs& inputs) {
@@ -82,10 +68,10 @@ std::vector<Row> MeasureFirstFrame(const Inputs& inputs) {
     for (int run = 0; run < kRuns; ++run) {
         paints.Reset();
         const StopWatch watch;
-        OpenRow(app);
+        app.OpenRow(0);
         app.Until([&] { return paints.Both(); });
         twin.Add(watch.Milliseconds());
-        Close(app);
+        app.Close();
         app.For(200); // both engines come to rest before the other's turn
         single.Add(bare.Open(inputs.clip, true));
         bare.Close();
@@ -102,12 +88,12 @@ std::vector<Row> MeasureTwinCost(const Inputs& inputs) {
     Samples twin;
     Samples single;
     for (int run = 0; run < kRuns; ++run) {
-        OpenRow(app);
+        app.OpenRow(0);
         app.For(1000); // the start has a cost of its own
         double before = ProcessorMilliseconds();
         app.For(kPlayMilliseconds);
         twin.Add(ProcessorMilliseconds() - before);
-        Close(app);
+        app.Close();
         app.For(200);
         bare.Open(inputs.clip, true);
         app.For(1000);
@@ -124,7 +110,7 @@ std::vector<Row> MeasureMemory(const Inputs& inputs) {
     const MemoryFolder memory;
     const App app(FolderOf(memory, inputs.clip));
     app.UntilScanned();
-    OpenRow(app);
+    app.OpenRow(0);
     app.For(kPlayMilliseconds);
     Samples peak;
     peak.Add(PeakMebibytes());
