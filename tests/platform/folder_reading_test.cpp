@@ -18,8 +18,7 @@ namespace {
 using tests::ConsoleForm;
 using Names = std::vector<std::string>;
 
-/// A body that reads a folder, takes its items one a turn through their names, and keeps the reading until
-/// `hold` turns after.
+/// A body that reads a folder and takes its items one a turn, each anew through its name.
 Task Scan(std::string path, Names& names, std::string& log) {
     const FolderReading reading = co_await ReadFolder(path);
     log += "read;";
@@ -182,12 +181,12 @@ TEST_F(SlowReadingTest, HoldsUpNothingButItsOwnThread) {
     m_headless.windows.RunReady();
     EXPECT_TRUE(other);
     EXPECT_FALSE(m_runtime.RunIdleSlice()) << "a thread that waits makes no idle work";
-    EXPECT_FALSE(m_runtime.WaitForWorkers(std::chrono::milliseconds(1)));
+    EXPECT_TRUE(m_runtime.WorkersUnderWay());
     EXPECT_EQ(m_log, "");
     m_files.Open();
     EXPECT_TRUE(m_headless.windows.RunUntilIdle());
     EXPECT_EQ(m_log, "read;end;");
-    EXPECT_TRUE(m_runtime.WaitForWorkers(std::chrono::milliseconds(0)));
+    EXPECT_FALSE(m_runtime.WorkersUnderWay());
 }
 
 TEST_F(SlowReadingTest, AKilledScanLeavesTheResultUnusedAndTheNextReadsItsOwn) {

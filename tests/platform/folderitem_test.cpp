@@ -148,6 +148,17 @@ TEST_F(FolderItemTest, OnlyReadableRegularFilesOpenAsMovies) {
     EXPECT_EQ(lines[2], "kirolane: " + Folder().Path("fifo.mov") + ": Is a FIFO");
 }
 
+TEST_F(FolderItemTest, ThatAFileDoesNotOpenIsSaidOnceAHandler) {
+    StartWith<tests::ConsoleForm>();
+    CapturedStderr captured;
+    for (int handler = 0; handler < 2; ++handler)
+        Do([this] {
+            for (int twin = 0; twin < 2; ++twin)
+                EXPECT_TRUE(FolderItem(Folder().Path("gone.mov")).OpenAsMovie().IsNil());
+        });
+    EXPECT_EQ(captured.Lines().size(), 2U);
+}
+
 TEST_F(FolderItemTest, WithoutPermissionNothingOpensAndNothingIsLost) {
     Folder().Write("closed.mov", "old");
     Folder().MakeFolder("closed");

@@ -9,10 +9,13 @@ namespace {
 
 class HeadlessHarness : public PlayerHarness {
 public:
-    explicit HeadlessHarness(headless::ScriptedMovie traits) {
-        traits.length = LengthSeconds();
+    /// `missing`: seconds by which the data of the movies falls short of their lengths.
+    explicit HeadlessHarness(headless::ScriptedMovie traits, double missing = 0.0) {
+        traits.length = kLength;
+        traits.dataEnd = kLength - missing;
         m_headless.media.Script("clip.mov", traits);
-        traits.length = OtherLengthSeconds();
+        traits.length = kOtherLength;
+        traits.dataEnd = kOtherLength - missing;
         m_headless.media.Script("other.mov", traits);
         traits.opens = false;
         m_headless.media.Script("bad.mov", traits);
@@ -21,9 +24,9 @@ public:
     MediaEngine& Media() override { return m_headless.media; }
     WindowSystem& Windows() override { return m_headless.windows; }
     [[nodiscard]] std::string Clip() const override { return "/clips/clip.mov"; }
-    [[nodiscard]] double LengthSeconds() const override { return 6.0; }
+    [[nodiscard]] double LengthSeconds() const override { return kLength; }
     [[nodiscard]] std::string OtherClip() const override { return "/clips/other.mov"; }
-    [[nodiscard]] double OtherLengthSeconds() const override { return 4.0; }
+    [[nodiscard]] double OtherLengthSeconds() const override { return kOtherLength; }
     [[nodiscard]] std::string BadFile() const override { return "/clips/bad.mov"; }
 
     bool WaitUntil(const std::function<bool()>& condition) override {
@@ -39,6 +42,9 @@ public:
     [[nodiscard]] double LengthTolerance() const override { return 0.0; }
 
 private:
+    static constexpr double kLength = 6.0;
+    static constexpr double kOtherLength = 4.0;
+
     headless::Headless m_headless;
 };
 
@@ -48,10 +54,15 @@ std::unique_ptr<PlayerHarness> MakePrompt() {
 std::unique_ptr<PlayerHarness> MakeSlow() {
     return std::make_unique<HeadlessHarness>(headless::ScriptedMovie{.openDelay = 60, .seekDelay = 120});
 }
+/// The last frame lies before the end, as in nearly every real file.
+std::unique_ptr<PlayerHarness> MakeShort() {
+    return std::make_unique<HeadlessHarness>(headless::ScriptedMovie{}, 0.04);
+}
 
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Headless, PlayerSuite, ::testing::Values(MakePrompt));
 INSTANTIATE_TEST_SUITE_P(SlowHeadless, PlayerSuite, ::testing::Values(MakeSlow));
+INSTANTIATE_TEST_SUITE_P(ShortHeadless, PlayerSuite, ::testing::Values(MakeShort));
 
 } // namespace kirolane::tests

@@ -23,6 +23,7 @@ protected:
     }
     std::vector<std::string> Names() {
         std::vector<std::string> names;
+        names.reserve(static_cast<std::size_t>(Grid().ListCount()));
         for (std::int32_t row = 0; row < Grid().ListCount(); ++row)
             names.push_back(Grid().Cell(row, 1));
         return names;
@@ -134,6 +135,7 @@ public:
         ASSERT_EQ(static_cast<std::int32_t>(m_rows.size()), first) << "rows went without a reset";
         for (std::int32_t row = first; row < m_list.ListCount(); ++row)
             m_rows.push_back(m_list.Cell(row, 1));
+        ASSERT_LT(changes.lastDirty, first) << "a new row is told once";
         for (std::int32_t row = changes.firstDirty; row <= changes.lastDirty; ++row)
             m_rows.at(static_cast<std::size_t>(row)) = m_list.Cell(row, 1);
     }

@@ -130,7 +130,8 @@ TEST(Arrays, HoldTheirBoundsAndThrowOutsideThem) {
 
 TEST(References, ToNilAreCopiedAndComparedButNotUsed) {
     const Ref<StringArray> nil;
-    const Ref<StringArray> copy = nil;
+    Ref<StringArray> copy;
+    copy = nil;
     EXPECT_TRUE(copy.IsNil());
     EXPECT_EQ(nil, copy);
     EXPECT_THROW((void)(*copy)(0), NilObjectException);

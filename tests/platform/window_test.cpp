@@ -136,6 +136,7 @@ TEST_F(WindowTest, TheKeyboardIsNotTakenTwiceForOneWindowThatWent) {
         Console().Hide();
         Instance<ToolForm>()->Show();
     });
+    EXPECT_FALSE(Console().Active()) << "also where the desktop says nothing";
     Settle();
     EXPECT_EQ(Windows().ActiveWindow(), "Tool");
     Windows().TakeRaised();

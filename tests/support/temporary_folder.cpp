@@ -24,7 +24,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 std::string TemporaryFolder::Write(std::string_view name, std::string_view content) const {
-    const std::string path = Path(name);
+    std::string path = Path(name);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << content;
     file.close();
@@ -34,7 +34,7 @@ std::string TemporaryFolder::Write(std::string_view name, std::string_view conte
 }
 
 std::string TemporaryFolder::MakeFolder(std::string_view name) const {
-    const std::string path = Path(name);
+    std::string path = Path(name);
     fs::create_directories(path);
     return path;
 }

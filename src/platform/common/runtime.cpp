@@ -102,6 +102,7 @@ bool Runtime::DeliverNow(const Window& window, const std::string& what,
 
 void Runtime::RunGuarded(const std::string& what, const std::function<void()>& handler) {
     const FileFailureScope own(*this);
+    m_saidOnce.clear();
     try {
         const Flag delivering(m_delivering);
         handler();
@@ -146,11 +147,6 @@ void Runtime::WorkerDone(std::function<void()> call) {
 bool Runtime::WorkersUnderWay() {
     const std::lock_guard lock(m_postMutex);
     return m_workers > 0;
-}
-
-bool Runtime::WaitForWorkers(std::chrono::milliseconds limit) {
-    std::unique_lock lock(m_postMutex);
-    return m_workerDone.wait_for(lock, limit, [this] { return m_workers == 0; });
 }
 
 void Runtime::RunPosted() {
@@ -303,8 +299,8 @@ std::string Runtime::ChooseFolder() {
     return m_windows.ChooseFolder();
 }
 
-void Runtime::NoteFileFailure(std::string path, std::string cause) {
-    m_fileFailure = std::move(path) + ": " + cause;
+void Runtime::NoteFileFailure(const std::string& path, const std::string& cause) {
+    m_fileFailure = path + ": " + cause;
 }
 
 void Runtime::WriteLine(std::string_view text) {

@@ -5,7 +5,6 @@
 #include "platform/backend/windowsystem.h"
 #include "platform/common/scheduler.h"
 
-#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -69,9 +68,6 @@ public:
     /// Worker: it is done, and `call` is to be run on the main thread. The worker's last use of the runtime.
     void WorkerDone(std::function<void()> call);
     [[nodiscard]] bool WorkersUnderWay();
-    /// Waits for the workers at most so long; false if some are under way still. A program that ends without
-    /// waiting for a mount that hangs asks this, and leaves by std::_Exit where it is false.
-    bool WaitForWorkers(std::chrono::milliseconds limit);
     /// The back end's answer to WindowSystem::Wake.
     void RunPosted();
     /// One slice of idle work: turns of the ready threads, then their net effect. True if there is more.
@@ -85,7 +81,7 @@ public:
 
     /// Remembers the newest failure of a file call, for the line that a failure of the running handler
     /// writes.
-    void NoteFileFailure(std::string path, std::string cause);
+    void NoteFileFailure(const std::string& path, const std::string& cause);
     /// A handler or a turn of a thread: its failures are its own, and those noted before stand again after
     /// it.
     class FileFailureScope {
