@@ -17,10 +17,12 @@ std::string AskForFolder(QWidget* near, std::string& start) {
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("場所："));
     dialog.setLabelText(QFileDialog::FileName, QStringLiteral("フォルダ："));
-    dialog.setLabelText(QFileDialog::FileType, QStringLiteral("種類："));
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("選択"));
     dialog.setLabelText(QFileDialog::Reject, QStringLiteral("キャンセル"));
 
+    for (const char* idle : {"fileTypeLabel", "fileTypeCombo"}) // there is one kind of folder
+        if (auto* widget = dialog.findChild<QWidget*>(QLatin1String(idle)))
+            widget->hide();
     dialog.setDirectory(start.empty() ? QDir::homePath() : QFile::decodeName(start.c_str()));
 
     // Over the console, never over the picture that an audience sees.

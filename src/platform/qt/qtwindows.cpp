@@ -12,6 +12,7 @@
 #include "platform/qt/sleepinhibitor.h"
 #include "platform/qt/starting_messages.h"
 #include "platform/qt/windowpeer.h"
+#include "platform/qt/words.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 
@@ -71,6 +72,7 @@ QtWindows::QtWindows(int& argc, char** argv) {
     QApplication::setFont(SystemFont());
     QToolTip::setFont(SystemFont());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
+    QCoreApplication::installTranslator(new Words(m_application.get()));
     m_inhibitor = std::make_unique<SleepInhibitor>();
     InstallAccessibility();
     WatchScreens();
