@@ -1,5 +1,6 @@
 #include "platform/mpv/conductor.h"
 
+#include "platform/common/runtime.h"
 #include "platform/mpv/thread_niceness.h"
 
 #include <algorithm>
@@ -160,6 +161,13 @@ Player* Conductor::TwinOf(const Player& player) const {
     const auto it = std::find_if(m_players.begin(), m_players.end(),
                                  [other](const Player* twin) { return twin->GetRole().role == other; });
     return it == m_players.end() ? nullptr : *it;
+}
+
+void Conductor::TellOnce(const MediaFile& file, const std::string& cause) {
+    if (m_toldOf == file)
+        return;
+    m_toldOf = file;
+    Runtime::WriteLine(file.path + ": " + cause);
 }
 
 void Conductor::Bury(std::unique_ptr<Deck> deck) {

@@ -40,6 +40,9 @@ public:
     bool Load(Player& player, const std::string& nativePath);
     void Apply(std::span<const EngineOrder> orders);
 
+    /// Under the lock: a line about a file that is playing, one for both twins.
+    void TellOnce(const MediaFile& file, const std::string& cause);
+
     /// Destroys a deck on a thread of its own, since a file that does not answer may hold that up.
     void Bury(std::unique_ptr<Deck> deck);
 
@@ -71,6 +74,7 @@ private:
     // Under m_mutex.
     std::vector<Player*> m_players;
     unsigned m_lastGroup = 0;
+    MediaFile m_toldOf; ///< the file of the last such line
 
     // The main thread's.
     std::map<std::string, std::future<std::unique_ptr<Deck>>, std::less<>> m_decks; ///< being made

@@ -23,8 +23,8 @@ enum class Topic : std::uint64_t {
     FileLoad,     ///< the command has been taken
     FileFormat,   ///< after FILE_LOADED
     FileDuration, ///< after FileFormat
-    VideoWidth,   ///< after the first restart; there if a picture has been decoded
-    SampleRate,   ///< after VideoWidth; there if sound has been decoded
+    PixelFormat,  ///< after the first restart; there if a picture has been decoded
+    SampleRate,   ///< after PixelFormat; there if sound has been decoded
     Settled,      ///< the flag eof-reached after a restart; the last
     Unpause,
 };

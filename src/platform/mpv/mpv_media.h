@@ -26,19 +26,19 @@ struct PlayerRole {
 
 struct MpvOptions {
     /// Players of another path are of role Stage.
-    std::vector<PlayerRole> roles;
+    std::vector<PlayerRole> roles = {};
     /// libmpv's names of the outputs to try in turn. The last keeps the show going without a sound device.
     std::string audioOutput = "pipewire,pulse,alsa,null";
     /// For the Preview role, which is muted besides.
     std::string previewOutput = "null";
     /// Where the output "pcm" writes: this, a point, the player's path, ".wav".
-    std::string audioFileBase;
+    std::string audioFileBase = {};
     /// For all loads of one handler together.
     std::chrono::milliseconds loadLimit{5000};
     /// How long a start waits for the pictures of its players.
     std::chrono::milliseconds seekLimit{1000};
     /// For MIDI files; "" is the first one that the system has.
-    std::string soundFont;
+    std::string soundFont = {};
 };
 
 class Conductor;

@@ -19,8 +19,10 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
 
     // The twin is about to be given the same file: both load side by side.
     Player* twin = TwinOf(player);
-    if (!player.Ahead() || player.File() != *file)
+    if (!player.Ahead() || player.File() != *file) {
         player.Open(*file, midi, false);
+        m_toldOf = {};
+    }
     player.Claim();
     if (twin != nullptr && twin->Free() && !twin->Ahead()) {
         twin->Open(*file, midi, true);

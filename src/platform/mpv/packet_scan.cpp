@@ -23,10 +23,14 @@ constexpr int kBufferSize = 1 << 18;
 /// Time stamps further apart are a reset of the clock within the file, in seconds.
 constexpr double kReset = 5.0;
 
-/// A regular file as libavformat reads it.
+using TimePoint = std::chrono::steady_clock::time_point;
+
+/// A regular file as libavformat reads it. After the deadline it has nothing more: a single call of
+/// libavformat's may look for a packet through gigabytes.
 class Source {
 public:
-    explicit Source(const std::string& path) : m_file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    Source(const std::string& path, TimePoint deadline)
+        : m_file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)), m_deadline(deadline) {
         struct stat info {};
         if (m_file < 0 || fstat(m_file, &info) != 0 || !S_ISREG(info.st_mode))
             return;
@@ -45,10 +49,14 @@ public:
     Source& operator=(const Source&) = delete;
 
     [[nodiscard]] AVIOContext* Io() const { return m_io; }
+    [[nodiscard]] bool Expired() const { return std::chrono::steady_clock::now() >= m_deadline; }
 
 private:
     static int Read(void* self, std::uint8_t* buffer, int size) {
-        const auto count = read(static_cast<Source*>(self)->m_file, buffer, static_cast<std::size_t>(size));
+        const auto* source = static_cast<Source*>(self);
+        if (source->Expired())
+            return AVERROR_EXIT;
+        const auto count = read(source->m_file, buffer, static_cast<std::size_t>(size));
         return count > 0 ? static_cast<int>(count) : AVERROR_EOF;
     }
     static std::int64_t Seek(void* self, std::int64_t offset, int whence) {
@@ -58,6 +66,7 @@ private:
     }
 
     int m_file;
+    TimePoint m_deadline;
     std::int64_t m_size = 0;
     AVIOContext* m_io = nullptr;
 };
@@ -123,8 +132,7 @@ struct Track {
 
 PacketScan ScanPackets(const std::string& path, std::chrono::milliseconds limit) {
     PacketScan scan;
-    const auto deadline = std::chrono::steady_clock::now() + limit;
-    Source source(path);
+    Source source(path, std::chrono::steady_clock::now() + limit);
     if (source.Io() == nullptr)
         return scan;
     const Input input = OpenInput(source);
@@ -146,13 +154,12 @@ PacketScan ScanPackets(const std::string& path, std::chrono::milliseconds limit)
     }
     const std::unique_ptr<AVPacket, FreePacket> packet(av_packet_alloc());
     int status = 0;
-    while (std::chrono::steady_clock::now() < deadline &&
-           (status = av_read_frame(input.get(), packet.get())) >= 0) {
+    while (!source.Expired() && (status = av_read_frame(input.get(), packet.get())) >= 0) {
         if (static_cast<std::size_t>(packet->stream_index) < tracks.size())
             tracks[static_cast<std::size_t>(packet->stream_index)].Add(*packet);
         av_packet_unref(packet.get());
     }
-    scan.complete = status < 0;
+    scan.complete = status < 0 && !source.Expired();
     scan.bytesRead = avio_tell(input->pb);
 
     double begin = 0.0;

@@ -101,6 +101,7 @@ private:
     void SetSeekLead();
     void Land(TimePoint now);
     void SetEof(bool eof, TimePoint now);
+    void TellEnd(const std::string& cause);
     void Halt(TimePoint now);
     void Reset();
     [[nodiscard]] bool AtEndNow() const;

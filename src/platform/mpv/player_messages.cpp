@@ -1,6 +1,5 @@
 #include "platform/mpv/player.h"
 
-#include "platform/common/runtime.h"
 #include "platform/mpv/conductor.h"
 
 #include <algorithm>
@@ -18,6 +17,18 @@ constexpr double kEarly = 1.0;
 /// before it. libmpv then has to look for one so many seconds earlier.
 constexpr std::string_view kLooseSeeks[] = {"mpeg", "mpegts", "mpegvideo", "m4v"};
 constexpr double kLooseSeekLead = 1.5;
+
+/// Why a file cannot be played, as a phrase.
+std::string CauseOf(int error) {
+    switch (error) {
+    case MPV_ERROR_UNKNOWN_FORMAT:
+        return "is of no known format";
+    case MPV_ERROR_LOADING_FAILED:
+        return "cannot be read";
+    default:
+        return "nothing in it can be played";
+    }
+}
 
 template <class T> const T* ValueOf(const mpv_event_property& property, mpv_format format) {
     return property.format == format ? static_cast<const T*>(property.data) : nullptr;
@@ -44,7 +55,7 @@ void Player::Take(const mpv_event& event, TimePoint now) {
     switch (event.event_id) {
     case MPV_EVENT_COMMAND_REPLY:
         if (topic == Topic::FileLoad && --m_loadsUnderWay == 0 && event.error < 0)
-            m_failure = mpv_error_string(event.error);
+            m_failure = CauseOf(event.error);
         break;
     case MPV_EVENT_PROPERTY_CHANGE:
         TakeProperty(topic, *static_cast<const mpv_event_property*>(event.data), now);
@@ -131,7 +142,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
             m_containerDuration = *seconds;
         m_described = true;
         break;
-    case Topic::VideoWidth:
+    case Topic::PixelFormat:
         if (known) {
             m_decoded = true;
             m_pictures.FirstPictureTaken();
@@ -140,7 +151,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     case Topic::SampleRate:
         m_decoded = m_decoded || known;
         if (!m_decoded)
-            m_failure = "nothing in it can be played";
+            m_failure = CauseOf(0);
         break;
     case Topic::Settled:
         if (!m_flight || !m_flight->settling)
@@ -168,7 +179,8 @@ void Player::TakeRestart() {
     if (m_flight)
         m_flight->settling = true;
     if (!m_decoded) {
-        m_deck->Ask("video-params/w", MPV_FORMAT_INT64, Topic::VideoWidth);
+        // Not the picture's size, which libmpv knows from the header too.
+        m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
         m_deck->Ask("audio-params/samplerate", MPV_FORMAT_INT64, Topic::SampleRate);
     }
     m_deck->Ask("eof-reached", MPV_FORMAT_FLAG, Topic::Settled);
@@ -178,14 +190,12 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
     if (!m_started || m_loadsUnderWay > 0 || end.playlist_entry_id != m_entry)
         return;
     m_started = false;
-    const std::string cause =
-        end.reason == MPV_END_FILE_REASON_ERROR ? mpv_error_string(end.error) : "nothing in it can be played";
+    const std::string cause = CauseOf(end.error);
     if (m_phase == Phase::Opening) {
         m_failure = cause;
     } else if (m_phase == Phase::Open) {
         // Given up in the middle. It is the end for whoever waits for one.
-        Runtime::WriteLine(m_file.path + ": " + cause);
-        m_endTold = true;
+        TellEnd(cause);
         m_flight.reset();
         m_nextSeek.reset();
         m_eof = true;
@@ -200,10 +210,14 @@ void Player::SetEof(bool eof, TimePoint now) {
     const double reached = m_clock.Read(now);
     if (m_duration - reached < kEarly)
         return;
-    m_endTold = true;
     char text[96];
-    std::snprintf(text, sizeof text, ": the data ends at %.1f s of %.1f s", reached, m_duration);
-    Runtime::WriteLine(m_file.path + text);
+    std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);
+    TellEnd(text);
+}
+
+void Player::TellEnd(const std::string& cause) {
+    m_endTold = true;
+    m_conductor->TellOnce(m_file, cause);
 }
 
 } // namespace kirolane::mpv

@@ -1,0 +1,198 @@
+// Files that cannot be played: one line that says why, and the players go on.
+
+#include "engine_test.h"
+#include "support/as_user.h"
+#include "support/captured_stderr.h"
+#include "support/temporary_folder.h"
+
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sys/stat.h>
+
+namespace kirolane::tests {
+
+namespace {
+
+std::string Content(const std::string& clip) {
+    std::ifstream file(ClipPath(clip), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The clip up to the first byte after that word.
+std::string UpTo(const std::string& clip, const std::string& word) {
+    const std::string content = Content(clip);
+    return content.substr(0, content.find(word) + word.size());
+}
+
+std::string RandomBytes(std::size_t count) {
+    std::mt19937 random(7);
+    std::string bytes(count, '\0');
+    for (char& byte : bytes)
+        byte = static_cast<char>(random());
+    return bytes;
+}
+
+/// The clip with a 32-bit number written over the place so far after that word.
+std::string Patched(const std::string& clip, const std::string& word, std::size_t offset,
+                    std::uint32_t number) {
+    std::string content = Content(clip);
+    const std::size_t place = content.find(word) + offset;
+    for (int i = 0; i < 4; ++i)
+        content[place + static_cast<std::size_t>(i)] = static_cast<char>(number >> (24 - 8 * i) & 0xFF);
+    return content;
+}
+
+double SecondsOf(const std::function<void()>& work) {
+    const auto began = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+}
+
+} // namespace
+
+class BadFiles : public EngineTest {
+protected:
+    using EngineTest::EngineTest;
+
+    void ExpectPlays(const std::string& path = ClipPath("clip.mp4")) {
+        ASSERT_TRUE(Preview().Load(path) && Stage().Load(path)) << path;
+        OrderTwins({.running = true, .seekTo = 0.0});
+        EXPECT_TRUE(WaitUntil([&] { return Preview().Position() > 0.1 && Stage().Position() > 0.1; }));
+        Unload({&Preview(), &Stage()});
+    }
+    /// Neither twin opens it; one line names it.
+    void ExpectRefused(const std::string& path) {
+        CapturedStderr lines;
+        EXPECT_FALSE(Preview().Load(path)) << path;
+        EXPECT_FALSE(Stage().Load(path)) << path;
+        Unload({&Preview(), &Stage()});
+        const auto said = lines.Lines();
+        ASSERT_EQ(said.size(), 1U) << path;
+        EXPECT_NE(said[0].find(path), std::string::npos) << said[0];
+        EXPECT_EQ(Stage().Duration(), 0.0);
+        EXPECT_FALSE(Stage().Frames()->HasFrame());
+        EXPECT_FALSE(Stage().Frames()->HasPicture());
+    }
+
+    TemporaryFolder m_folder;
+};
+
+TEST_F(BadFiles, WhatCannotBePlayedIsRefusedWithOneLineAndTheNextPlays) {
+    const std::string files[] = {
+        m_folder.Write("empty.mov", ""),
+        m_folder.Write("text.mp4", "This is no movie.\n"),
+        m_folder.Write("random.mpg", RandomBytes(200'000)),
+        m_folder.Write("random.mp3", RandomBytes(200'000)),
+        m_folder.Write("no-index.mov", Content("clip.mov").substr(0, 20'000)),
+        m_folder.Write("index-only.mp4", UpTo("clip.mp4", "mdat")),
+        m_folder.Write("header-only.avi", UpTo("clip.avi", "movi")),
+        m_folder.Write("header-only.wav", UpTo("clip.wav", "data")),
+        m_folder.Write("garbage.mp4", UpTo("clip.mp4", "mdat") + RandomBytes(50'000)),
+        m_folder.Write("cut.mid", "MThd"),
+        m_folder.MakeFolder("folder.mp4"),
+        m_folder.Path("missing.mov"),
+    };
+    for (const std::string& file : files)
+        ExpectRefused(file);
+    ASSERT_EQ(mkfifo(m_folder.Path("fifo.mov").c_str(), 0600), 0);
+    EXPECT_LT(SecondsOf([&] { ExpectRefused(m_folder.Path("fifo.mov")); }), 1.0) << "it must not be opened";
+    ExpectPlays();
+}
+
+TEST_F(BadFiles, AFileWithoutReadPermissionIsRefused) {
+    EndPlayers(); // the child makes its own
+    const std::string path = m_folder.Write("secret.mp4", Content("clip.mp4"));
+    OpenToAll(m_folder.Path());
+    ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    RunAsOrdinaryUser([&] {
+        mpv::MpvMedia media({});
+        const auto player = media.MakePlayer("player");
+        CapturedStderr lines;
+        EXPECT_FALSE(player->Load(path));
+        const auto said = lines.Lines();
+        ASSERT_EQ(said.size(), 1U);
+        EXPECT_NE(said[0].find("Permission denied"), std::string::npos) << said[0];
+    });
+}
+
+TEST_F(BadFiles, HeadersThatLieNeitherCrashNorHang) {
+    ExpectPlays(m_folder.Write("huge.mp4", Patched("clip.mp4", "avc1", 28, 0xFFFFFFFF))); // width and height
+    ExpectPlays(m_folder.Write("days.mp4", Patched("clip.mp4", "mvhd", 20, 0x7FFFFFFF))); // duration
+    // Holes and flips anywhere: whether it plays is no matter.
+    std::mt19937 random(11);
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    CapturedStderr lines;
+    for (const char* clip :
+         {"clip.mov", "clip.avi", "clip.mpg", "clip.wmv", "clip.m2v", "clip.mp3", "clip.aiff"}) {
+        for (const std::size_t reach : {200U, 4000U, 1'000'000U}) {
+            std::string content = Content(clip);
+            for (int i = 0; i < 60; ++i)
+                content[below(std::min(reach, content.size()))] = static_cast<char>(random());
+            const std::string path = m_folder.Write(clip, content);
+            EXPECT_LT(SecondsOf([&] {
+                          const bool opened = Preview().Load(path) && Stage().Load(path);
+                          OrderTwins({.unload = !opened, .running = opened, .seekTo = 1.0});
+                      }),
+                      3.0)
+                << clip;
+            EXPECT_TRUE(!std::isnan(Stage().Duration()) && !std::isinf(Stage().Duration()));
+        }
+    }
+    lines.Lines();
+    ExpectPlays();
+}
+
+TEST_F(BadFiles, DataThatEndEarlyAreTheEndAtDurationWithOneLine) {
+    const std::string path = ClipPath("early.mp4");
+    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
+    EXPECT_NEAR(Stage().Duration(), 5.0, 0.1);
+    CapturedStderr lines;
+    OrderTwins({.running = true, .seekTo = 2.0});
+    EXPECT_TRUE(WaitUntil([&] { return Stage().AtEnd() && Preview().AtEnd(); }));
+    EXPECT_EQ(Stage().Position(), Stage().Duration());
+    const auto said = lines.Lines();
+    ASSERT_EQ(said.size(), 1U) << "one for both twins";
+    EXPECT_NE(said[0].find("early.mp4: the data ends at"), std::string::npos) << said[0];
+    // It is like any end: a seek goes on.
+    OrderTwins({.running = true, .seekTo = 0.5});
+    EXPECT_TRUE(WaitUntil([&] { return Stage().Position() > 0.8 && Preview().Position() > 0.8; }));
+    EXPECT_FALSE(Stage().AtEnd());
+}
+
+TEST_F(BadFiles, AFileThatGoesAwayWhileItPlaysStopsNothing) {
+    const std::string path = m_folder.Write("clip.mp4", Content("clip.mp4"));
+    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
+    OrderTwins({.running = true, .seekTo = 0.0});
+    std::filesystem::remove(path);
+    EXPECT_TRUE(WaitUntil([&] { return Stage().Position() > 0.3; }));
+    ExpectRefused(path);
+    ExpectPlays();
+}
+
+TEST_F(BadFiles, NamesOfAnyBytesOpen) {
+    for (const char* name :
+         {"映画 その１.MP4", "\xFF\xFE\x80.mov", "-pause=no", "%20%s%n.mp4", "a:b\\c\n.mp4", "memory:.MOV"})
+        ExpectPlays(m_folder.Write(name, Content("clip.mp4")));
+    m_folder.MakeFolder("edl:");
+    ExpectPlays(m_folder.Write("edl://clip.mp4", Content("clip.mp4")));
+}
+
+/// With little patience.
+class SlowFiles : public BadFiles {
+protected:
+    SlowFiles() : BadFiles(mpv::MpvOptions{.loadLimit = std::chrono::milliseconds(400)}) {}
+};
+
+TEST_F(SlowFiles, AFileThatDoesNotAnswerInTimeIsRefusedAndTheNextPlays) {
+    // Sixteen gigabytes without a second packet to be found in them; none is on the disk.
+    const std::string path = m_folder.Write("endless.mpg", Content("stream.mpg").substr(0, 3000));
+    std::filesystem::resize_file(path, std::uintmax_t(16) << 30);
+    EXPECT_LT(SecondsOf([&] { ExpectRefused(path); }), 2.0) << "both twins together";
+    ExpectPlays();
+}
+
+} // namespace kirolane::tests
