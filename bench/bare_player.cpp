@@ -1,6 +1,7 @@
 #include "bare_player.h"
 
 #include "clocks.h"
+#include "frame_code.h"
 
 #include "platform/mpv/deck_options.h"
 
@@ -16,6 +17,7 @@ constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
 constexpr std::size_t kStride = 4 * kWidth;
 constexpr double kPatience = 10.0; ///< seconds for any answer of libmpv
+constexpr int kNear = 10;          ///< frames behind the one awaited
 } // namespace
 
 BarePlayer::BarePlayer() : m_handle(mpv_create()), m_pixels(kStride * kHeight + 64) {
@@ -79,8 +81,14 @@ void BarePlayer::Render() {
         if (frame)
             mpv_render_context_render(m_context, parameters.data());
         lock.lock();
-        if (frame)
+        if (frame) {
             ++m_frames;
+            const Sight sight =
+                m_awaited ? LookAt({pixels, kWidth, kHeight, static_cast<int>(kStride)}) : Sight();
+            if (sight.kind == Sight::Kind::Frame && sight.frame >= *m_awaited &&
+                sight.frame <= *m_awaited + kNear)
+                m_awaited.reset();
+        }
         m_changed.notify_all();
     }
 }
@@ -91,10 +99,29 @@ void BarePlayer::Command(std::vector<const char*> words) {
         throw std::runtime_error("libmpv refuses a command");
 }
 
-double BarePlayer::Open(const std::string& path, bool running) {
-    const StopWatch watch;
+void BarePlayer::SetRunning(bool running) {
     int pause = running ? 0 : 1;
     mpv_set_property(m_handle, "pause", MPV_FORMAT_FLAG, &pause);
+}
+
+double BarePlayer::Seek(double seconds, int frame) {
+    while (mpv_wait_event(m_handle, 0)->event_id != MPV_EVENT_NONE)
+        ; // the queue would run over
+    {
+        const std::lock_guard lock(m_mutex);
+        m_awaited = frame;
+    }
+    const StopWatch watch;
+    Command({"seek", std::to_string(seconds).c_str(), "absolute+exact"});
+    std::unique_lock lock(m_mutex);
+    if (!m_changed.wait_for(lock, std::chrono::duration<double>(kPatience), [this] { return !m_awaited; }))
+        throw std::runtime_error("libmpv does not come to the frame");
+    return watch.Milliseconds();
+}
+
+double BarePlayer::Open(const std::string& path, bool running) {
+    const StopWatch watch;
+    SetRunning(running);
     Command({"loadfile", path.c_str()});
     for (bool loaded = false; !loaded;) {
         const mpv_event* event = mpv_wait_event(m_handle, kPatience);

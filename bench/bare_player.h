@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,6 +27,10 @@ public:
     double Open(const std::string& path, bool running);
     /// Empties the player and waits until it is idle.
     void Close();
+    void SetRunning(bool running);
+    /// Goes exactly to that second of a clip that carries numbers and waits for a rendered picture of that
+    /// frame or of one of the next ten; milliseconds it took.
+    double Seek(double seconds, int frame);
 
 private:
     void Render();
@@ -38,6 +43,7 @@ private:
     bool m_update = false;
     bool m_end = false;
     std::uint64_t m_frames = 0;
+    std::optional<int> m_awaited; ///< frame that Seek waits for
     std::vector<std::uint8_t> m_pixels;
     std::thread m_worker;
 };

@@ -38,6 +38,9 @@ std::vector<Row> MeasureStart(const Inputs& inputs);
 std::vector<Row> MeasureMemory(const Inputs& inputs);
 std::vector<Row> MeasureIdle(const Inputs& inputs);
 std::vector<Row> MeasureChangeOver(const Inputs& inputs);
+std::vector<Row> MeasureDrift(const Inputs& inputs);
+std::vector<Row> MeasureKeys(const Inputs& inputs);
+std::vector<Row> MeasureTick(const Inputs& inputs);
 
 inline constexpr int kRuns = 7; ///< samples of each figure, taken in turn with its reference's
 

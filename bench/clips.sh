@@ -17,13 +17,13 @@ encode() {
     mv "$1.part.mp4" "$1.mp4"
 }
 
-# numbered NAME NUMBER SIZE RATE SECONDS [PRESET]
+# numbered NAME NUMBER SIZE RATE SECONDS [PRESET [NOISE]]; the noise makes it as hard to decode as a real movie.
 numbered() {
     local bit="mod(floor(($2+16*N)/pow(2,X)),2)"
     encode "$1" "$4" "$5" "${6:-veryfast}" "
         color=size=20x8:rate=$4,format=gray,geq=lum='if(mod($bit+Y,2),255,0)',
             scale=$3:flags=neighbor,format=yuv420p[code];
-        testsrc2=size=$3:rate=$4,format=yuv420p[moving];
+        testsrc2=size=$3:rate=$4,format=yuv420p,noise=c0s=${7:-20}:allf=t[moving];
         [moving][code]mix=inputs=2:weights='1 3'[picture]"
 }
 
@@ -39,5 +39,5 @@ numbered show/5 5 320x240 15 3
 
 numbered seek/1 6 1920x1080 30 60
 if [[ ${2:-} == long ]]; then
-    numbered long/1 7 1920x1080 30 630 ultrafast
+    numbered long/1 7 1920x1080 30 630 ultrafast 0
 fi

@@ -25,6 +25,9 @@ constexpr Benchmark kBenchmarks[] = {
     {"memory",      Place::Anywhere, true,  MeasureMemory},
     {"idle",        Place::Anywhere, true,  MeasureIdle},
     {"change-over", Place::Desktop,  true,  MeasureChangeOver},
+    {"drift",       Place::Desktop,  true,  MeasureDrift},
+    {"keys",        Place::Desktop,  true,  MeasureKeys},
+    {"tick",        Place::Anywhere, true,  MeasureTick},
 };
 // clang-format on
 

@@ -1,6 +1,7 @@
 #include "report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 
@@ -33,6 +34,15 @@ double Samples::Smallest() const {
 
 double Samples::Largest() const {
     return m_values.empty() ? 0.0 : *std::max_element(m_values.begin(), m_values.end());
+}
+
+double Samples::Percentile(double share) const {
+    if (m_values.empty())
+        return 0.0;
+    auto sorted = m_values;
+    std::sort(sorted.begin(), sorted.end());
+    const auto rank = static_cast<std::size_t>(std::ceil(share * static_cast<double>(sorted.size())));
+    return sorted[std::clamp(rank, std::size_t{1}, sorted.size()) - 1];
 }
 
 std::string Samples::Text(std::string_view unit) const {
@@ -73,6 +83,29 @@ Row LimitRow(std::string_view name, const Samples& measured, const Samples& cont
     row.reference = "machine: " + control.Text(unit);
     row.goal = Format("< %.4g %.*s", limit, static_cast<int>(unit.size()), unit.data());
     row.holds = measured.Count() > 0 && measured.Median() < limit;
+    return row;
+}
+
+Row MedianAndWorstRow(std::string_view name, const Samples& measured, const Samples& furthest,
+                      std::string_view unit, double median, double worst) {
+    Row row;
+    row.name = name;
+    row.figure = measured.Text(unit);
+    row.reference = "worst reading " + furthest.Text(unit);
+    row.goal = Format("<= %.4g, worst %.4g %.*s", median, worst, static_cast<int>(unit.size()), unit.data());
+    row.holds = measured.Count() > 0 && measured.Median() <= median && furthest.Largest() <= worst;
+    return row;
+}
+
+Row PercentileRow(std::string_view name, const Samples& measured, double share, std::string_view unit,
+                  double limit) {
+    const double figure = measured.Percentile(share);
+    Row row;
+    row.name = name;
+    row.figure = Format("%.4g %.*s; median ", figure, static_cast<int>(unit.size()), unit.data()) +
+                 measured.Text(unit);
+    row.goal = Format("< %.4g %.*s", limit, static_cast<int>(unit.size()), unit.data());
+    row.holds = measured.Count() > 0 && figure < limit;
     return row;
 }
 

@@ -15,6 +15,8 @@ public:
     [[nodiscard]] double Median() const;
     [[nodiscard]] double Smallest() const;
     [[nodiscard]] double Largest() const;
+    /// The sample that this share, 0 to 1, does not exceed.
+    [[nodiscard]] double Percentile(double share) const;
     /// "12.3 (11.9 to 13.0)" with the unit behind the median.
     [[nodiscard]] std::string Text(std::string_view unit) const;
 
@@ -41,6 +43,12 @@ Row DifferenceRow(std::string_view name, const Samples& measured, const Samples&
 /// A figure that must stay below `limit`; `control` is what the machine does by itself.
 Row LimitRow(std::string_view name, const Samples& measured, const Samples& control, std::string_view unit,
              double limit);
+/// The median of `measured` must not exceed `median`, and no value of `furthest` `worst`.
+Row MedianAndWorstRow(std::string_view name, const Samples& measured, const Samples& furthest,
+                      std::string_view unit, double median, double worst);
+/// The value that this share of the samples does not exceed must stay below `limit`.
+Row PercentileRow(std::string_view name, const Samples& measured, double share, std::string_view unit,
+                  double limit);
 /// A figure without a goal.
 Row ReportRow(std::string_view name, const Samples& measured, std::string_view unit);
 
