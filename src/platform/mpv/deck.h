@@ -26,6 +26,7 @@ enum class Topic : std::uint64_t {
     PixelFormat,  ///< after the first restart; there if a picture has been decoded
     SampleRate,   ///< after PixelFormat; there if sound has been decoded
     Settled,      ///< the flag eof-reached after a restart; the last
+    EndPosition,  ///< time-pos at the end of the data
     Unpause,
 };
 

@@ -101,6 +101,7 @@ void Player::Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead
     m_flight = Flight{0.0, TimePoint::max()};
     ++m_loadsUnderWay;
     m_midi = midi.sound;
+    TellLevels(Clock::now()); // before anything is decoded ahead at others
     m_deck->Load(m_midi == nullptr ? file.path : midi.uri);
 }
 
@@ -173,9 +174,7 @@ void Player::Halt(TimePoint now) {
     m_clock.Halt(now);
 }
 
-void Player::Advance(bool haltToSeek, TimePoint now) {
-    if (m_phase == Phase::Empty)
-        return;
+void Player::TellLevels(TimePoint now) {
     if (m_toldRate != m_rate) {
         m_deck->SetNumber("speed", m_rate);
         m_clock.SetRate(m_rate, now);
@@ -185,6 +184,12 @@ void Player::Advance(bool haltToSeek, TimePoint now) {
         m_deck->SetNumber("volume", CubicVolume(m_volume));
         m_toldVolume = m_volume;
     }
+}
+
+void Player::Advance(bool haltToSeek, TimePoint now) {
+    if (m_phase == Phase::Empty)
+        return;
+    TellLevels(now);
     if (m_phase != Phase::Open)
         return;
     if (!m_running)

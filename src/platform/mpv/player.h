@@ -100,7 +100,11 @@ private:
     void TakeRestart();
     void SetSeekLead();
     void Land(TimePoint now);
-    void SetEof(bool eof, TimePoint now);
+    void SetEof(bool eof);
+    /// libmpv's own position at the end of the data.
+    void TakeEndPosition(double reached, TimePoint now);
+    /// Rate and volume.
+    void TellLevels(TimePoint now);
     void TellEnd(const std::string& cause);
     void Halt(TimePoint now);
     void Reset();

@@ -99,7 +99,7 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
             m_clock.Observe(*seconds, now);
         break;
     case Topic::EofReached:
-        SetEof(Flag(property), now);
+        SetEof(Flag(property));
         break;
     case Topic::CoreIdle:
         // Data that does not come in time: the picture stands, and so does the position.
@@ -157,7 +157,11 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         if (!m_flight || !m_flight->settling)
             break;
         Land(now);
-        SetEof(known && Flag(property), now);
+        SetEof(known && Flag(property));
+        break;
+    case Topic::EndPosition:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
+            TakeEndPosition(*seconds, now);
         break;
     default:
         break;
@@ -202,13 +206,16 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
     }
 }
 
-void Player::SetEof(bool eof, TimePoint now) {
+void Player::SetEof(bool eof) {
     const bool wasAtEnd = AtEndNow();
     m_eof = eof;
-    if (wasAtEnd || !AtEndNow() || m_endTold || !m_exact)
-        return;
-    const double reached = m_clock.Read(now);
-    if (m_duration - reached < kEarly)
+    if (!wasAtEnd && AtEndNow() && m_exact && !m_endTold)
+        m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
+}
+
+void Player::TakeEndPosition(double reached, TimePoint now) {
+    reached = std::max(reached, m_clock.Read(now));
+    if (!AtEndNow() || m_endTold || m_duration - reached < kEarly)
         return;
     char text[96];
     std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);

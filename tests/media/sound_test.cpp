@@ -1,0 +1,91 @@
+// What reaches the outputs: recorded by libmpv's own file output in place of a sound card.
+
+#include "crafted_files.h"
+#include "engine_test.h"
+#include "support/temporary_folder.h"
+#include "wav_file.h"
+
+#include <array>
+#include <cmath>
+
+namespace kirolane::tests {
+
+/// Holds the folder that the options of the base name.
+struct RecordingFolder {
+    TemporaryFolder recordings;
+};
+
+class SoundOutput : RecordingFolder, public EngineTest {
+protected:
+    SoundOutput()
+        : EngineTest(mpv::MpvOptions{
+              .audioOutput = "pcm", .previewOutput = "pcm", .audioFileBase = recordings.Path("out")}) {}
+
+    /// What was recorded of that player; ends all of them.
+    WavFile Recording(const std::string& player) {
+        EndPlayers();
+        return WavFile::Read(recordings.Path("out." + player + ".wav"));
+    }
+    /// Plays the file to its end.
+    void PlayThrough(PlayerEngine& engine, const std::string& path, double rate, std::int32_t volume) {
+        Order(engine, {.seekTo = {}, .rate = rate, .volume = volume}); // held by the empty player
+        ASSERT_TRUE(engine.Load(path));
+        Order(engine, {.running = true, .seekTo = 0.0, .rate = rate, .volume = volume});
+        EXPECT_TRUE(WaitUntil([&] { return engine.AtEnd(); }));
+    }
+
+    TemporaryFolder m_folder;
+};
+
+/// The amplitude of the clips at full volume.
+constexpr double kHalf = 0.5;
+
+class VolumeLevels : public SoundOutput, public ::testing::WithParamInterface<int> {};
+
+TEST_P(VolumeLevels, AmplitudeIsLinearInVolume) {
+    PlayThrough(Stage(), ClipPath("clip.wav"), 1.0, GetParam());
+    const WavFile wav = Recording("stage");
+    EXPECT_NEAR(wav.Seconds(), 5.0, 0.1);
+    EXPECT_NEAR(wav.Amplitude(), kHalf * GetParam() / 256.0, kHalf * 0.02);
+}
+
+INSTANTIATE_TEST_SUITE_P(Media, VolumeLevels, ::testing::Values(256, 128, 64, 16, 0));
+
+TEST_F(SoundOutput, ThePreviewIsSilentWhileTheStageSounds) {
+    const std::string path = ClipPath("clip.mp4");
+    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
+    OrderTwins({.running = true, .seekTo = 0.0});
+    EXPECT_TRUE(WaitUntil([&] { return Stage().AtEnd() && Preview().AtEnd(); }));
+    const WavFile preview = Recording("preview");
+    const WavFile stage = Recording("stage");
+    EXPECT_NEAR(stage.Amplitude(), kHalf, kHalf * 0.02);
+    EXPECT_GT(preview.Seconds(), 3.0) << "it was recorded";
+    EXPECT_EQ(preview.Peak(), 0.0);
+}
+
+TEST_F(SoundOutput, RateChangesTheLengthAndKeepsThePitch) {
+    PlayThrough(Sound(), ClipPath("clip.wav"), 1.25, 256);
+    const WavFile wav = Recording("sound");
+    EXPECT_NEAR(wav.Seconds(), 4.0, 0.15);
+    EXPECT_NEAR(wav.Frequency(), 440.0, 3.0);
+}
+
+TEST_F(SoundOutput, AMidiFileSoundsAtItsPitch) {
+    PlayThrough(Sound(), m_folder.Write("a.mid", MidiFile({{0.0, 2.0, 69, 120}})), 1.0, 256);
+    const WavFile wav = Recording("sound");
+    EXPECT_GT(wav.Peak(), 0.05);
+    EXPECT_LT(wav.Peak(), 0.99);
+    EXPECT_NEAR(wav.Seconds(), 2.3, 0.5) << "the note and what it takes to die away";
+    EXPECT_LT(wav.PeakOfLast(0.05), 0.01);
+}
+
+/// With the outputs of the program, on a machine that may have none of them.
+class DefaultOutput : public EngineTest {};
+
+TEST_F(DefaultOutput, SoundPlaysOnWithoutADevice) {
+    ASSERT_TRUE(Sound().Load(ClipPath("clip.mp3")));
+    Order(Sound(), {.running = true, .seekTo = {}});
+    EXPECT_TRUE(WaitUntil([&] { return Sound().Position() > 0.5; }));
+}
+
+} // namespace kirolane::tests
