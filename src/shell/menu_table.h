@@ -120,16 +120,17 @@ constexpr std::size_t CountMenuCommands() {
 /// True if no item has the name of another, and no key stands twice but "return".
 constexpr bool MenuRowsAreUnique() {
     for (const MenuTable& a : kMenus)
-        for (const MenuRow& row : a.rows)
+        for (const MenuRow& row : a.rows) {
+            int names = 0;
+            int keys = 0;
             for (const MenuTable& b : kMenus)
                 for (const MenuRow& other : b.rows) {
-                    if (&row == &other)
-                        continue;
-                    if (row.name == other.name)
-                        return false;
-                    if (!row.shortcut.empty() && row.shortcut == other.shortcut && row.shortcut != "return")
-                        return false;
+                    names += other.name == row.name ? 1 : 0;
+                    keys += !row.shortcut.empty() && other.shortcut == row.shortcut ? 1 : 0;
                 }
+            if (names != 1 || (keys > 1 && row.shortcut != "return"))
+                return false;
+        }
     return true;
 }
 
