@@ -30,7 +30,7 @@ public:
     /// False while there is nothing to be seen yet where the control stands.
     [[nodiscard]] virtual bool ReadyToShow() const { return true; }
     /// Has `ready` called whenever ReadyToShow may have become true.
-    virtual void OnReady(std::function<void()> /*ready*/) {}
+    virtual void OnReady(const std::function<void()>& /*ready*/) {}
 
 protected:
     explicit ControlPeer(RectControl& control) : m_link(control) {}

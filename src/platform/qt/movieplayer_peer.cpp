@@ -123,7 +123,7 @@ public:
         return frames == nullptr || Held<MoviePlayer>().Movie().IsNil() || !frames->HasPicture() ||
                frames->HasFrame();
     }
-    void OnReady(std::function<void()> ready) override { m_screen->SetOnPicture(std::move(ready)); }
+    void OnReady(const std::function<void()>& ready) override { m_screen->SetOnPicture(ready); }
 
 private:
     void ShowPlace() override {
