@@ -1,5 +1,6 @@
 #include "platform/text.h"
 
+#include "platform/common/characters.h"
 #include "platform/exceptions.h"
 #include "platform/numbers.h"
 #include "platform/ref.h"
@@ -44,6 +45,23 @@ TEST(Text, EachByteThatIsNoUtf8IsACharacterAndPassesThrough) {
     EXPECT_FALSE(Equals(latin, "café.mov"));
     EXPECT_EQ(ToDisplay(latin), "caf\uFFFD.mov");
     EXPECT_EQ(ToDisplay("映画"), "映画");
+}
+
+TEST(Text, CharactersDecodedInPlaceAreThoseOfTheGeneralDecoder) {
+    const unsigned char edges[] = {0x00, 0x41, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xE3, 0xFF};
+    for (int lead = 0x80; lead <= 0xFF; ++lead)
+        for (const unsigned char second : edges)
+            for (const unsigned char third : edges)
+                for (const unsigned char fourth : edges) {
+                    const char bytes[] = {static_cast<char>(lead), static_cast<char>(second),
+                                          static_cast<char>(third), static_cast<char>(fourth)};
+                    for (std::size_t length = 1; length <= sizeof bytes; ++length) {
+                        const auto fast = FirstCharacter({bytes, length});
+                        const auto general = DecodeFirst({bytes, length});
+                        ASSERT_EQ(fast.code, general.code) << std::hex << lead << int{second} << int{third};
+                        ASSERT_EQ(fast.bytes, general.bytes);
+                    }
+                }
 }
 
 TEST(Text, EqualityFoldsCaseByUnicodesSimpleFoldingAndNothingElse) {

@@ -6,9 +6,7 @@
 
 namespace kirolane {
 
-Character FirstCharacter(std::string_view s) {
-    if (IsAscii(s.front()))
-        return {static_cast<unsigned char>(s.front()), 1};
+Character DecodeFirst(std::string_view s) {
     utf8proc_int32_t code = -1;
     const auto used = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(s.data()),
                                        static_cast<utf8proc_ssize_t>(s.size()), &code);
@@ -29,6 +27,12 @@ std::size_t AsciiRun(std::string_view s) {
 }
 
 std::int32_t Fold(std::int32_t code) {
+    if (code < 0x80)
+        return AsciiLower(static_cast<char>(code));
+    constexpr std::int32_t kFirstCjk = 0x2E80;
+    constexpr std::int32_t kLastCjk = 0xA4CF;
+    if (code >= kFirstCjk && code <= kLastCjk)
+        return code; // no script there has case
     // By way of the upper case, so that letters with several small forms meet. The dotted and the dotless i
     // of Turkish have no simple folding.
     constexpr std::int32_t kDottedI = 0x130;

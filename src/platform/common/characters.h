@@ -12,8 +12,24 @@ struct Character {
     std::size_t bytes = 1;
 };
 
-/// The first character of a string that is not empty.
-Character FirstCharacter(std::string_view s);
+/// Any first character; see FirstCharacter.
+Character DecodeFirst(std::string_view s);
+
+/// The first character of a string that is not empty. Kana, kanji and full-width forms are decoded here: all
+/// that begin with bytes after which any two continuation bytes may stand.
+inline Character FirstCharacter(std::string_view s) {
+    const auto byte = [s](std::size_t i) {
+        return static_cast<std::int32_t>(static_cast<unsigned char>(s[i]));
+    };
+    const auto continues = [&](std::size_t i) { return (byte(i) & 0xC0) == 0x80; };
+    const std::int32_t lead = byte(0);
+    if (lead < 0x80)
+        return {lead, 1};
+    const bool plain = (lead >= 0xE1 && lead <= 0xEC) || lead == 0xEE || lead == 0xEF;
+    if (plain && s.size() >= 3 && continues(1) && continues(2))
+        return {(lead & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F), 3};
+    return DecodeFirst(s);
+}
 
 /// Number of leading bytes that are ASCII. Most text here is, and its characters are its bytes.
 std::size_t AsciiRun(std::string_view s);

@@ -75,11 +75,12 @@ void AppendNameOrderKey(std::string& to, std::string_view name) {
             name = AppendNumber(to, name);
             continue;
         }
-        if (c.code < 0) {
-            to += front;
+        const std::int32_t folded = c.code < 0 ? c.code : Fold(c.code);
+        if (folded == c.code) {
+            to += name.substr(0, c.bytes);
         } else {
             utf8proc_uint8_t bytes[4];
-            const auto used = utf8proc_encode_char(Fold(c.code), bytes);
+            const auto used = utf8proc_encode_char(folded, bytes);
             to.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(used));
         }
         name.remove_prefix(c.bytes);

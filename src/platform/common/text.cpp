@@ -15,7 +15,7 @@ std::size_t Prefix(std::string_view s, std::int32_t n) {
     std::size_t at = 0;
     for (auto left = static_cast<std::size_t>(std::max(n, 0)); left > 0 && at < s.size();) {
         const std::string_view rest = s.substr(at);
-        const std::size_t run = std::min(AsciiRun(rest), left);
+        const std::size_t run = IsAscii(rest.front()) ? std::min(AsciiRun(rest), left) : 0;
         at += run > 0 ? run : FirstCharacter(rest).bytes;
         left -= std::max<std::size_t>(run, 1);
     }
@@ -27,7 +27,7 @@ std::size_t Prefix(std::string_view s, std::int32_t n) {
 std::int32_t Len(std::string_view s) {
     std::size_t count = 0;
     while (!s.empty()) {
-        const std::size_t run = AsciiRun(s);
+        const std::size_t run = IsAscii(s.front()) ? AsciiRun(s) : 0;
         s.remove_prefix(run > 0 ? run : FirstCharacter(s).bytes);
         count += std::max<std::size_t>(run, 1);
     }
