@@ -1,0 +1,134 @@
+// MIDI files: read with care, rendered ahead.
+
+#include "crafted_files.h"
+#include "engine_test.h"
+#include "platform/mpv/midi_song.h"
+#include "support/captured_stderr.h"
+#include "support/temporary_folder.h"
+
+#include <chrono>
+
+namespace kirolane::tests {
+
+namespace {
+
+std::optional<mpv::MidiSong> Read(const std::string& file) {
+    std::string cause;
+    auto song = mpv::ReadMidi({reinterpret_cast<const std::uint8_t*>(file.data()), file.size()}, cause);
+    EXPECT_EQ(song.has_value(), cause.empty()) << cause;
+    return song;
+}
+
+std::string Bytes(std::initializer_list<int> bytes) {
+    return {bytes.begin(), bytes.end()};
+}
+
+const std::string kNoteOn = Bytes({0x90, 69, 100});
+const std::string kNoteOff = Bytes({0x80, 69, 0});
+const std::string kEnd = Bytes({0, 0xFF, 0x2F, 0});
+
+std::string Note(std::uint32_t ticks) {
+    return MidiNumber(0) + kNoteOn + MidiNumber(ticks) + kNoteOff;
+}
+
+} // namespace
+
+TEST(MidiSong, TimesFollowTheTemposOfAnyTrackAndRunningStatusIsKept) {
+    // 100 ticks a quarter: a quarter at 120 a minute, then at 60; the second track changes the tempo.
+    const std::string notes = MidiNumber(0) + kNoteOn + MidiNumber(100) + Bytes({69, 0}) + // off, status kept
+                              MidiNumber(0) + Bytes({60, 100}) + MidiNumber(100) + Bytes({60, 0}) + kEnd;
+    const std::string tempo = MidiNumber(100) + Bytes({0xFF, 0x51, 3, 0x0F, 0x42, 0x40}) + kEnd;
+    const auto song = Read(MidiFile(1, 100, {notes, tempo}));
+    ASSERT_TRUE(song);
+    ASSERT_EQ(song->events.size(), 4U);
+    EXPECT_DOUBLE_EQ(song->events[1].time, 0.5);
+    EXPECT_DOUBLE_EQ(song->seconds, 1.5);
+    EXPECT_EQ(song->events[3].status, 0x90);
+    EXPECT_EQ(song->events[3].data1, 60);
+    EXPECT_FALSE(song->cut);
+}
+
+TEST(MidiSong, TicksMayCountFramesOfFilm) {
+    const auto song = Read(MidiFile(0, 0xE728, {Note(1000) + kEnd})); // 25 frames of 40 ticks
+    ASSERT_TRUE(song);
+    EXPECT_DOUBLE_EQ(song->seconds, 1.0);
+}
+
+TEST(MidiSong, WhatIsBrokenEndsItsTrackAlone) {
+    const std::string broken = Note(500) + MidiNumber(0) + Bytes({0xF0, 0x7F, 1, 2}); // a message too long
+    const auto song = Read(MidiFile(1, 500, {broken, Note(1000) + kEnd}));
+    ASSERT_TRUE(song);
+    EXPECT_DOUBLE_EQ(song->seconds, 1.0);
+    EXPECT_EQ(song->events.size(), 4U);
+}
+
+TEST(MidiSong, HostileFilesAreRefusedOrBounded) {
+    const std::string whole = MidiFile({{0.0, 1.0}});
+    for (std::size_t size = 0; size < whole.size(); ++size) { // cut anywhere: no crash, and no note no song
+        const auto song = Read(whole.substr(0, size));
+        EXPECT_TRUE(!song || song->seconds > 0.0);
+    }
+    EXPECT_FALSE(Read(MidiFile(0, 0, {Note(500) + kEnd}))) << "ticks of no length";
+    EXPECT_FALSE(Read(MidiFile(0, 500, {kEnd}))) << "no note";
+    EXPECT_FALSE(Read(MidiFile(0, 500, {Bytes({0xFF, 0xFF, 0xFF, 0xFF, 0xFF})}))) << "a time too long";
+
+    std::string slow = Note(500);
+    for (int i = 0; i < 100; ++i)
+        slow += Note(0x0FFFFFFF); // six days each
+    const auto song = Read(MidiFile(0, 500, {slow}));
+    ASSERT_TRUE(song);
+    EXPECT_TRUE(song->cut);
+    EXPECT_LE(song->seconds, mpv::MidiSong::kLongest);
+
+    std::string many;
+    for (std::size_t i = 0; i <= mpv::MidiSong::kMostEvents; ++i)
+        many += Bytes({0, 69, i % 2 == 0 ? 1 : 0});
+    const auto crowd = Read(MidiFile(0, 500, {Bytes({0, 0x90, 1, 1}) + many + Note(500)}));
+    EXPECT_FALSE(crowd && crowd->events.size() > mpv::MidiSong::kMostEvents);
+}
+
+class MidiPlaying : public EngineTest {
+protected:
+    TemporaryFolder m_folder;
+};
+
+TEST_F(MidiPlaying, ALongPieceOpensAtOnceAndSeeksToItsEnd) {
+    std::vector<MidiNote> notes;
+    for (int second = 0; second < 600; ++second)
+        notes.push_back({static_cast<double>(second), 0.9, 48 + second % 36});
+    const std::string path = m_folder.Write("long.mid", MidiFile(notes));
+    const auto began = std::chrono::steady_clock::now();
+    ASSERT_TRUE(Sound().Load(path));
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(1));
+    const double duration = Sound().Duration();
+    EXPECT_NEAR(duration, 601.9, 0.05) << "the last event and two seconds";
+    Order(Sound(), {.running = true, .seekTo = duration - 0.5}); // rendered or not
+    EXPECT_TRUE(WaitUntil([&] { return Sound().AtEnd(); }));
+    EXPECT_EQ(Sound().Position(), duration);
+}
+
+TEST_F(MidiPlaying, TwinsShareOneRendering) {
+    const std::string path = m_folder.Write("a.mov", MidiFile({{0.0, 1.0}})); // known by its content
+    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
+    EXPECT_EQ(Preview().Duration(), Stage().Duration());
+    OrderTwins({.running = true, .seekTo = 0.0});
+    EXPECT_TRUE(WaitUntil([&] { return Preview().AtEnd() && Stage().AtEnd(); }));
+}
+
+class WithoutSoundFont : public EngineTest {
+protected:
+    WithoutSoundFont() : EngineTest(mpv::MpvOptions{.soundFont = "/nowhere/none.sf2"}) {}
+    TemporaryFolder m_folder;
+};
+
+TEST_F(WithoutSoundFont, AMidiFileIsRefusedWithOneLine) {
+    const std::string path = m_folder.Write("a.mid", MidiFile({{0.0, 1.0}}));
+    CapturedStderr lines;
+    EXPECT_FALSE(Sound().Load(path));
+    const auto said = lines.Lines();
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_NE(said[0].find("none.sf2"), std::string::npos) << said[0];
+    EXPECT_TRUE(Sound().Load(ClipPath("clip.wav")));
+}
+
+} // namespace kirolane::tests

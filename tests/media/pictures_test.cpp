@@ -1,0 +1,140 @@
+// The pictures as the windows get them.
+
+#include "engine_test.h"
+
+#include <atomic>
+#include <cmath>
+#include <mutex>
+
+namespace kirolane::tests {
+
+class Pictures : public EngineTest {
+protected:
+    static FrameView Seen(PlayerEngine& engine) {
+        FrameView seen;
+        engine.Frames()->Visit([&](const FrameView& view) { seen = view; });
+        return seen;
+    }
+    void LoadShown(const std::string& clip) {
+        ASSERT_TRUE(Preview().Load(ClipPath(clip)) && Stage().Load(ClipPath(clip)));
+        ASSERT_TRUE(
+            WaitUntil([&] { return Preview().Frames()->HasFrame() && Stage().Frames()->HasFrame(); }));
+    }
+};
+
+TEST_F(Pictures, AreStretchedToTheSizeAskedForAlsoWhileHalted) {
+    EXPECT_EQ(Seen(Stage()).pixels, nullptr) << "nothing yet";
+    Stage().Frames()->SetSize(640, 300);
+    Preview().Frames()->SetSize(0, 0);
+    LoadShown("clip.mp4");
+    EXPECT_EQ(Seen(Stage()).width, 640);
+    EXPECT_EQ(Seen(Stage()).height, 300);
+    EXPECT_GE(Seen(Stage()).stride, 640 * 4);
+    Stage().Frames()->SetSize(301, 77);
+    EXPECT_TRUE(WaitUntil([&] { return Seen(Stage()).width == 301 && Seen(Stage()).height == 77; }));
+    EXPECT_NEAR(*Grey(Stage()), GreyAt(0.0), 5.0);
+    Stage().Frames()->Visit([](const FrameView& view) { // no edges left black, to the last corner
+        const std::uint8_t* corner = view.pixels +
+                                     static_cast<std::ptrdiff_t>(view.height - 1) * view.stride +
+                                     static_cast<std::ptrdiff_t>(view.width - 1) * 4;
+        EXPECT_NEAR(corner[1], GreyAt(0.0), 5.0);
+    });
+}
+
+TEST_F(Pictures, FromOneFileToTheNextTheOldOneStaysUntilTheNewIsThere) {
+    LoadShown("clip.mp4");
+    OrderTwins({.running = true, .seekTo = 3.0});
+    ASSERT_TRUE(WaitUntil([&] { return *Grey(Stage()) > GreyAt(2.9) && *Grey(Preview()) > GreyAt(2.9); }));
+
+    // Every picture from here on, with what the source said of it.
+    struct Picture {
+        int grey;
+        bool current;
+    };
+    std::mutex mutex;
+    std::vector<Picture> pictures;
+    Stage().Frames()->SetListener([&] {
+        const bool current = Stage().Frames()->HasFrame(); // first: it may come true in between
+        const auto grey = Grey(Stage());
+        const std::lock_guard lock(mutex);
+        pictures.push_back({*grey, current});
+    });
+    Preview().Release();
+    Stage().Release();
+    ASSERT_TRUE(Preview().Load(ClipPath("short.mp4")) && Stage().Load(ClipPath("short.mp4")));
+    OrderTwins({.running = false, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Frames()->HasFrame() && Preview().Frames()->HasFrame(); }));
+    EXPECT_NEAR(*Grey(Stage()), GreyAt(0.0), 5.0);
+    EXPECT_NEAR(*Grey(Preview()), GreyAt(0.0), 5.0);
+    Stage().Frames()->SetListener({});
+    for (const Picture& picture : pictures) {
+        if (picture.current)
+            EXPECT_NEAR(picture.grey, GreyAt(0.0), 5.0)
+                << "a picture of the file before passed for the new one";
+        else
+            EXPECT_TRUE(picture.grey > GreyAt(2.9) || std::abs(picture.grey - GreyAt(0.0)) < 5.0)
+                << "black, or the old file's beginning: " << picture.grey;
+    }
+    EXPECT_FALSE(pictures.empty());
+}
+
+TEST_F(Pictures, ASeekWhileHaltedShowsItsPictureAndTellsTheListener) {
+    LoadShown("clip.mp4");
+    std::atomic<int> told = 0;
+    Stage().Frames()->SetListener([&] { ++told; });
+    OrderTwins({.running = false, .seekTo = 4.0});
+    EXPECT_TRUE(WaitUntil([&] { return std::abs(*Grey(Stage()) - GreyAt(4.0)) < 4.0; }));
+    EXPECT_TRUE(WaitUntil([&] { return std::abs(*Grey(Preview()) - GreyAt(4.0)) < 4.0; }));
+    EXPECT_GT(told, 0);
+    Stage().Frames()->SetListener({});
+    const int before = told;
+    OrderTwins({.running = false, .seekTo = 1.0});
+    EXPECT_TRUE(WaitUntil([&] { return std::abs(*Grey(Stage()) - GreyAt(1.0)) < 4.0; }));
+    EXPECT_EQ(told, before);
+}
+
+TEST_F(Pictures, AnEmptiedPlayerHasNone) {
+    LoadShown("clip.mp4");
+    EXPECT_TRUE(Stage().Frames()->HasPicture());
+    std::atomic<int> told = 0;
+    Stage().Frames()->SetListener([&] { ++told; });
+    Unload({&Preview(), &Stage()});
+    EXPECT_FALSE(Stage().Frames()->HasFrame());
+    EXPECT_FALSE(Stage().Frames()->HasPicture());
+    EXPECT_TRUE(WaitUntil([&] { return told > 0; })) << "it is told that there is none any more";
+    Stage().Frames()->SetListener({});
+}
+
+TEST_F(Pictures, ALoadOfOneTwinLeavesTheOtherAlone) {
+    LoadShown("clip.mp4");
+    OrderTwins({.running = true, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 0.2; }));
+    ASSERT_TRUE(Preview().Load(ClipPath("short.mp4")));
+    Order(Preview(), {.running = false, .seekTo = {}});
+    const double position = Stage().Position();
+    EXPECT_NEAR(Stage().Duration(), 5.0, 0.1);
+    EXPECT_TRUE(WaitUntil([&] { return Stage().Position() > position + 0.2; }));
+    EXPECT_TRUE(Stage().Frames()->HasFrame());
+
+    // One that was empty and is opened ahead, unasked, is empty again afterwards.
+    Unload({&Preview(), &Stage()});
+    ASSERT_TRUE(Preview().Load(ClipPath("clip.mp4")));
+    Order(Preview(), {.running = false, .seekTo = {}});
+    EXPECT_EQ(Stage().Duration(), 0.0);
+    EXPECT_FALSE(Stage().Frames()->HasFrame());
+    EXPECT_FALSE(Stage().Frames()->HasPicture());
+}
+
+TEST_F(Pictures, SecondsBetweenTwoPicturesDoNotHoldThePosition) {
+    LoadShown("sparse.mp4"); // a picture every two seconds
+    OrderTwins({.running = true, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 0.3; }));
+    double last = Stage().Position();
+    for (int steps = 0; steps < 4; ++steps) {
+        const double next = last + 0.25;
+        ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > next; }, 0.5)) << "it stands at " << last;
+        last = Stage().Position();
+    }
+}
+
+} // namespace kirolane::tests
