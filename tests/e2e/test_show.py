@@ -99,10 +99,13 @@ class Show(Case):
         }
         for name, content in bad.items():
             (self.desk.media / name).write_bytes(content)
-        os.mkfifo(self.desk.media / "f 管.mov")
-        names = [*bad, "f 管.mov"]
+        gone = self.desk.media / "f 消.mp4"
+        gone.write_bytes(whole)
+        os.mkfifo(self.desk.media / "g 管.mov")
+        names = [*bad, gone.name, "g 管.mov"]
         show = self.start()
         show.until_rows([*CLIP_NAMES, *names])
+        gone.unlink()
         for row, name in enumerate(names, len(CLIP_NAMES)):
             show.click_row(row)
             show.until(lambda: seen.cell(show.control("StrGrid"), row, 1).get_state_set().contains(
