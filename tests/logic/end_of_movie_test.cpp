@@ -93,6 +93,7 @@ TEST_F(EndOfMovieTest, AListThatFillsTheGridWrapsFromItsLastRow) {
         static_cast<void>(Folder().Write("many/" + std::to_string(n) + ".mov", ""));
     Scan(MakeMedia("many", {}));
     Choose("ListLoopKey");
+    Console().StrGrid()->ReportScroll(4);
     Open(29);
     Advance(3000);
     EXPECT_EQ(Playing(), "1.mov");

@@ -150,12 +150,17 @@ TEST_F(FolderScanTest, ARowMayBeOpenedDuringTheScan) {
     EXPECT_FALSE(Console().CountLabel()->Visible());
 }
 
-TEST_F(FolderScanTest, ARowOfAnotherFolderOpenedBeforeDoesNotCount) {
+TEST_F(FolderScanTest, ARowClosedAgainOrOfAnotherFolderDoesNotCount) {
     StartWithMedia({"a.mov"});
     Open(0);
     const std::string movies = MakeMovies("many", 30);
     ScanUntil(movies, 3);
     Do([] { Console().Fold_Flag = false; });
+    Settle();
+    EXPECT_EQ(Counter(), "30");
+    ScanUntil(movies, 3);
+    Open(2);
+    Choose("CloseKey");
     Settle();
     EXPECT_EQ(Counter(), "30");
 }
@@ -170,6 +175,7 @@ TEST_F(FolderScanTest, AKilledScanLeavesItsPartAndTheNextRepairsIt) {
     Scan(MakeMovies("few", 3));
     EXPECT_EQ(Names(Console().StrGrid()).size(), 3U);
     EXPECT_EQ(Console().File_Count, 3);
+    EXPECT_EQ(Console().f_all(7) + Console().f_box(6), "") << "the buffers hold one scan alone";
     EXPECT_FALSE(Console().CountLabel()->Visible());
 }
 
@@ -186,16 +192,35 @@ TEST_F(FolderScanTest, AFileRemovedDuringTheScanIsListedAndFailsToOpen) {
     EXPECT_EQ(captured.Lines().size(), 1U);
 }
 
-TEST_F(FolderScanTest, MoreItemsThanTheBuffersHoldEndTheScan) {
-    Start();
-    const std::string movies = MakeMovies("huge", 100000);
+TEST(FolderLimitTest, MoreItemsThanTheBuffersHoldEndTheScan) {
+    /// Every folder holds 100,000 movies.
+    class FullFileSystem : public posix::PosixFileSystem {
+    public:
+        using PosixFileSystem::PosixFileSystem;
+        bool ReadFolder(const std::string& /*path*/, const FolderVisitor& visit,
+                        std::string& /*cause*/) const override {
+            for (int n = 1; n <= 100000; ++n)
+                visit(std::to_string(n) + ".mov", false);
+            return true;
+        }
+    };
+    const TemporaryFolder folder;
+    FullFileSystem files(folder.MakeFolder("home"), folder.MakeFolder("application"));
+    files.Prepare();
+    headless::Headless headless;
+    Runtime runtime(headless.windows, headless.media, files);
     CapturedStderr captured;
-    Scan(movies);
+    std::unique_ptr<App> app;
+    std::string failure;
+    ASSERT_TRUE(runtime.Start([&] { app = StartKirolane(); }, failure)) << failure;
+    ASSERT_TRUE(headless.windows.RunUntilIdle());
+
+    EXPECT_EQ(Instance<Mainform>()->File_Count, 99999);
+    EXPECT_EQ(Instance<Mainform>()->StrGrid()->ListCount(), 99999);
+    EXPECT_FALSE(Instance<Mainform>()->FolderThread()->Running());
     const auto lines = captured.Lines();
-    ASSERT_EQ(lines.size(), 1U);
+    ASSERT_EQ(lines.size(), 2U) << "one a list";
     EXPECT_NE(lines[0].find("OutOfBoundsException"), std::string::npos);
-    EXPECT_EQ(Console().File_Count, 99999);
-    EXPECT_EQ(Console().StrGrid()->ListCount(), 99999);
 }
 
 } // namespace kirolane::tests

@@ -29,25 +29,6 @@ TEST_F(MovieListTest, OpeningARowMarksItAndWritesItsDurationAndType) {
     EXPECT_EQ(Counter(), "2 / 2");
 }
 
-TEST_F(MovieListTest, EveryMovieExtensionHasItsType) {
-    const std::pair<const char*, const char*> types[] = {
-        {"01.mov", "QTM"}, {"02.moov", "QTM"}, {"03.qt", "QTM"},   {"04.dv", "DV"},     {"05.m4v", "M4V"},
-        {"06.mp4", "MP4"}, {"07.3g2", "3G2"},  {"08.3gp", "3GP"},  {"09.avi", "AVI"},   {"10.divx", "DivX"},
-        {"11.vob", "VOB"}, {"12.mpg", "MPEG"}, {"13.mpe", "MPEG"}, {"14.mpeg", "MPEG"}, {"15.m2v", "M2V"},
-        {"16.WMV", "WMV"}, {"17.asf", "ASF"},
-    };
-    MakeMedia("movies", {});
-    for (const auto& [name, type] : types)
-        static_cast<void>(Folder().Write("movies/" + std::string(name), ""));
-    StartWithMedia({});
-    std::int32_t row = 0;
-    for (const auto& [name, type] : types) {
-        Open(row++);
-        EXPECT_EQ(Console().FileLabel()->Caption(), name);
-        EXPECT_EQ(Console().MediaType()->Caption(), type);
-    }
-}
-
 TEST_F(MovieListTest, ARowThatDoesNotOpenSaysSoAndLeavesNoMark) {
     StartWithMedia({"a.mov", "bad.mov"});
     Media().Script("bad.mov", {.opens = false});

@@ -60,9 +60,9 @@ TEST_F(SeekingTest, TheFreeStepIsReadFromItsLine) {
 }
 
 TEST_F(SeekingTest, TheMarkIsAWholeSecondAndClearsTheDrift) {
-    Choose("MarkSeekKey"); // none set
-    ExpectPositions(0.0, 0.0);
     Place(12.9, 13.4);
+    Choose("MarkSeekKey"); // none set
+    ExpectPositions(12.9, 13.4);
     Choose("MarkKey");
     EXPECT_EQ(Console().Mark_Pos, 12);
     Place(50.0, 51.0);

@@ -50,23 +50,6 @@ TEST_F(StartTest, ShowsTheConsoleLastSoThatItHasTheKeyboard) {
     EXPECT_FALSE(Windows().RecordOf("MusicForm").visible);
 }
 
-TEST_F(StartTest, TheBarBindsWhatEachWindowCanDo) {
-    Start();
-    int console = 0;
-    int monitor = 0;
-    int sound = 0;
-    Console().MenuBar()->ForEach([&](MenuItem& item) {
-        console += Console().HasMenuHandler(item.Name()) ? 1 : 0;
-        monitor += Monitor().HasMenuHandler(item.Name()) ? 1 : 0;
-        sound += Sound().HasMenuHandler(item.Name()) ? 1 : 0;
-    });
-    EXPECT_EQ(console, 41);
-    EXPECT_EQ(monitor, 38);
-    EXPECT_EQ(sound, 0);
-    EXPECT_FALSE(Console().HasMenuHandler("FileQuit"));
-    EXPECT_FALSE(Monitor().HasMenuHandler("SpeedUp"));
-}
-
 TEST_F(StartTest, ClosingTheConsoleEndsTheProgramWithStatus0) {
     Start();
     Windows().At(100, [] { Console().ReportCloseRequested(); });
