@@ -206,7 +206,7 @@ TEST(FolderLimitTest, MoreItemsThanTheBuffersHoldEndTheScan) {
     };
     const TemporaryFolder folder;
     FullFileSystem files(folder.MakeFolder("home"), folder.MakeFolder("application"));
-    files.Prepare();
+    ASSERT_EQ(files.Prepare(), "");
     headless::Headless headless;
     Runtime runtime(headless.windows, headless.media, files);
     CapturedStderr captured;
