@@ -57,6 +57,20 @@ def _find(accessible, name):
     return None
 
 
+def named(accessible, text):
+    """The first control below that shows that text."""
+    for child in _children(accessible):
+        found = child if child.get_name() == text else named(child, text)
+        if found is not None:
+            return found
+    return None
+
+
+def centre(control):
+    x, y, width, height = area(control)
+    return x + width // 2, y + height // 2
+
+
 def text(control):
     return control.get_name()
 

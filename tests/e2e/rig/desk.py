@@ -75,6 +75,9 @@ class Show:
     def press(self, *keys):
         self.screen.press(*keys)
 
+    def click(self, x, y, times=1):
+        self.screen.click(x, y, times)
+
     # Controls
 
     def control(self, name, window=CONSOLE):
@@ -99,8 +102,7 @@ class Show:
                    f"the rows {names}, not {self.rows(len(names) + 1)}")
 
     def click_row(self, row, times=1):
-        x, y, width, height = seen.area(seen.cell(self.control("StrGrid"), row, 1))
-        self.screen.click(x + width // 2, y + height // 2, times)
+        self.click(*seen.centre(seen.cell(self.control("StrGrid"), row, 1)), times)
 
     # Pictures
 
