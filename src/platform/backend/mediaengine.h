@@ -30,8 +30,8 @@ public:
     /// most 5 s for all loads of one handler together. What was shown stays until the first new frame.
     virtual bool Load(const std::string& nativePath) = 0;
 
-    /// What is loaded is not wanted any more; a Load or the order to unload it follows in the same handler. An
-    /// engine may make use of the time until then.
+    /// What is loaded is not wanted any more; a Load or the order to unload it follows in the same handler.
+    /// An engine may make use of the time until then.
     virtual void Release() {}
 
     /// Seconds, above 0 since a successful Load and fixed.
