@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QTableView>
 
+#include <algorithm>
+
 namespace kirolane::tests {
 
 namespace {
@@ -203,31 +205,37 @@ TEST_F(ListTest, AssistiveToolsReadAndSelectCells) {
     EXPECT_TRUE(Until([&] { return m_list->ListIndex() == 1; }));
 }
 
-TEST_F(ListTest, WritesToEveryRowOfALongListCostLittle) {
+TEST_F(ListTest, ShowingWritesToEveryRowOfALongListCostsNoMoreThanOfAShortOne) {
     constexpr int kRows = 99999;
-    const auto open = [&](int row) {
+    // What an open writes to the rows; the milliseconds that the window takes to show it.
+    const auto show = [&](int row) {
+        QElapsedTimer whole;
+        qint64 writing = 0;
+        whole.start();
         Do([&] {
+            QElapsedTimer handler;
+            handler.start();
             for (int k = 0; k < m_list->ListCount(); ++k) {
                 m_list->SetCell(k, 0, "");
                 m_list->SetCell(row, 0, "●");
             }
+            writing = handler.nsecsElapsed();
         });
         QCoreApplication::processEvents();
+        return static_cast<double>(whole.nsecsElapsed() - writing) / 1e6;
     };
-    const auto time = [&] {
-        QElapsedTimer timer;
-        timer.start();
-        for (int times = 0; times < 5; ++times)
-            open(times + 1);
-        return static_cast<double>(timer.nsecsElapsed()) / 5e6;
+    const auto best = [&] {
+        double least = show(1);
+        for (int row = 2; row <= 5; ++row)
+            least = std::min(least, show(row));
+        return least;
     };
     Fill(26);
-    const double few = time();
+    const double few = best();
     Fill(kRows);
     ASSERT_EQ(m_view->model()->rowCount(), kRows);
-    const double many = time();
-    std::printf("opening a row: %.2f ms of 26 rows, %.2f ms of %d\n", few, many, kRows);
-    EXPECT_LT(many - few, 100.0);
+    const double many = best();
+    EXPECT_LT(many - few, 5.0) << few << " ms of 26 rows, " << many << " ms of " << kRows;
     EXPECT_EQ(Shown(5, 0), QStringLiteral("●"));
 
     Do([&] { m_list->SetListIndex(kRows - 1); });

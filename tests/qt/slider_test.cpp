@@ -21,7 +21,7 @@ protected:
             Bar()->SetEnabled(true);
         });
         for (const char* name : {"QTM_PosBar", "Rate"}) {
-            auto slider = m_console->Control<Slider>(name);
+            auto* slider = m_console->Control<Slider>(name).operator->();
             slider->OnValueChanged = [this, slider] { m_log.push_back(std::to_string(slider->Value())); };
             slider->OnMouseDown = [this](std::int32_t, std::int32_t) {
                 m_log.push_back("down");

@@ -78,7 +78,10 @@ QtWindows::QtWindows(int& argc, char** argv) {
     WatchScreens();
 }
 
-QtWindows::~QtWindows() = default;
+QtWindows::~QtWindows() {
+    // Windows that went after the loop had ended still wait for it.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
 
 std::unique_ptr<WindowPeer> QtWindows::MakeWindow(Window& window) {
     return std::make_unique<QtWindowPeer>(window, *this);

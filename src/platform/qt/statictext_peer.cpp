@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QTextLayout>
 
+#include <algorithm>
+
 namespace kirolane::qt {
 
 namespace {
@@ -41,6 +43,15 @@ public:
         setPalette(colors);
     }
 
+    void ShowText(const QString& shown) {
+        if (text() == shown)
+            return;
+        const bool came = text().isEmpty() != shown.isEmpty();
+        setText(shown);
+        if (came)
+            ForOverlapping([](LabelWidget& other) { other.update(); });
+    }
+
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         if (text().isEmpty())
@@ -51,11 +62,33 @@ protected:
             DrawLines(painter);
             return;
         }
-        const QString line = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
-        painter.drawText(rect(), static_cast<int>(m_align | Qt::AlignVCenter) | Qt::TextSingleLine, line);
+        const QRect room = Room();
+        const QString line = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
+        painter.drawText(room, static_cast<int>(m_align | Qt::AlignVCenter) | Qt::TextSingleLine, line);
     }
 
 private:
+    /// Calls visit for every other label that overlaps this one, from back to front.
+    template <class Visit> void ForOverlapping(const Visit& visit) const {
+        for (QObject* sibling : parentWidget()->children())
+            if (auto* label = dynamic_cast<LabelWidget*>(sibling);
+                label != nullptr && label != this && label->geometry().intersects(geometry()))
+                visit(*label);
+    }
+    /// The part of the box that no label further in front needs for its text: a long path ends before the
+    /// sign that stands in its corner.
+    [[nodiscard]] QRect Room() const {
+        QRect room = rect();
+        const auto& all = parentWidget()->children();
+        ForOverlapping([&](const LabelWidget& other) {
+            const bool inFront = all.indexOf(&other) > all.indexOf(this);
+            const int start = other.x() - x();
+            if (inFront && other.isVisible() && !other.text().isEmpty() && start > 0)
+                room.setRight(std::min(room.right(), start - 1));
+        });
+        return room;
+    }
+
     /// As many lines as the box is high for; the last one holds the rest, cut if need be. Names have few
     /// blanks, so a line may break anywhere.
     void DrawLines(QPainter& painter) const {
@@ -92,14 +125,10 @@ public:
     }
 
 private:
-    void ShowOwn() override {
-        const QString text = SpokenName();
-        if (m_label->text() != text)
-            m_label->setText(text);
-    }
+    void ShowOwn() override { m_label->ShowText(SpokenName()); }
     [[nodiscard]] QString SpokenName() const override { return Shown(Held<StaticText>().Text()); }
 
-    QLabel* m_label;
+    LabelWidget* m_label;
 };
 
 } // namespace
