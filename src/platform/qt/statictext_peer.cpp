@@ -9,6 +9,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kirolane::qt {
 
@@ -68,11 +69,12 @@ protected:
     }
 
 private:
-    /// Calls visit for every other label that overlaps this one, from back to front.
+    /// Calls visit for every other label whose line of text runs through this one's, from back to front.
     template <class Visit> void ForOverlapping(const Visit& visit) const {
         for (QObject* sibling : parentWidget()->children())
             if (auto* label = dynamic_cast<LabelWidget*>(sibling);
-                label != nullptr && label != this && label->geometry().intersects(geometry()))
+                label != nullptr && label != this && label->geometry().intersects(geometry()) &&
+                std::abs(label->geometry().center().y() - geometry().center().y()) < fontMetrics().height())
                 visit(*label);
     }
     /// The part of the box that no label further in front needs for its text: a long path ends before the
