@@ -43,8 +43,9 @@ class Case(unittest.TestCase):
         wanted = desks.logo_pixels(LOGO, width, 120)
         show.until(lambda: self.desk.screen.picture.area(*area, width, 120) == wanted, f"the logo in {window}")
 
-    def assert_still(self, show, seconds=0.7):
-        return self.desk.waiter.still(show.codes, seconds)
+    def until_still(self, show):
+        """The codes of both windows once nothing moves any more."""
+        return self.desk.waiter.until_still(show.codes)
 
 
 __all__ = ["Case", "CLIPS", "CLIP_NAMES", "CONSOLE", "MONITOR", "NO_TIME", "SHOTS", "seen", "unittest"]

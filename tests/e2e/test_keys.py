@@ -26,7 +26,7 @@ class Keys(Case):
         self.until_frame(show, five, 2 * five)
         show.press("space")
         show.until_text("PlayModeLabel", "一時停止")
-        marked = self.assert_still(show, 0.3)[1][1]
+        marked = self.until_still(show)[1][1]
         show.press("Control_L", "period")
         show.press("Control_L", "Alt_L", "Right")
         self.until_frame(show, marked + five - 2, marked + five + 3)
@@ -60,7 +60,7 @@ class Keys(Case):
         show.until(lambda: self.desk.screen.active_title() == MONITOR, "the keyboard in the monitor")
         show.press("space")
         self.desk.waiter.until(lambda: show.text("PlayModeLabel") == "一時停止", "a pause")
-        self.assertIsNotNone(self.assert_still(show)[1])
+        self.assertIsNotNone(self.until_still(show)[1])
         show.press("Alt_L", "x")
         show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
 

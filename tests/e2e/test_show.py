@@ -51,7 +51,7 @@ class Show(Case):
 
         show.press("space")
         show.until_text("PlayModeLabel", "一時停止")
-        paused = self.assert_still(show)
+        paused = self.until_still(show)
         self.assertTrue(all(paused), paused)
         show.press("space")
         show.until_text("PlayModeLabel", "再生中")
@@ -59,8 +59,7 @@ class Show(Case):
 
         show.press("Shift_L", "b")
         show.until_text("PlayModeLabel", "停止")
-        show.until(lambda: show.codes() == ((2, 0), (2, 0)), "both rewound")
-        self.assert_still(show)
+        self.assertEqual(self.until_still(show), ((2, 0), (2, 0)), "both rewound")
 
         show.press("Shift_L", "n")
         show.until_text("PlayModeLabel", "")

@@ -53,14 +53,17 @@ class Waiter:
                     return answer
                 raise DeadlineMissed(f"not within {seconds:g} s: {what}")
 
-    def still(self, look, seconds):
-        """What look() gives, if that stays the same over all events of this time."""
-        first = look()
-        deadline = time.monotonic() + seconds
-        while (left := deadline - time.monotonic()) > 0:
-            if self._next(left) and look() != first:
-                raise DeadlineMissed(f"changed: {first} to {look()}")
-        return first
+    def until_still(self, look, still=0.7, seconds=10.0):
+        """What look() gives once it has stayed the same over all events of that time."""
+        begin = since = time.monotonic()
+        seen = look()
+        while (now := time.monotonic()) < since + still:
+            if now > begin + seconds:
+                raise DeadlineMissed(f"never still for {still:g} s: {seen}")
+            self._next(since + still - now)
+            if look() != seen:
+                seen, since = look(), time.monotonic()
+        return seen
 
     def _next(self, seconds):
         if any([take() for take in self._queues.values()]):
