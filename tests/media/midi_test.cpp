@@ -94,6 +94,7 @@ protected:
 
 TEST_F(MidiPlaying, ALongPieceOpensAtOnceAndSeeksToItsEnd) {
     std::vector<MidiNote> notes;
+    notes.reserve(600);
     for (int second = 0; second < 600; ++second)
         notes.push_back({static_cast<double>(second), 0.9, 48 + second % 36});
     const std::string path = m_folder.Write("long.mid", MidiFile(notes));

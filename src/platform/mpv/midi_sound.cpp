@@ -126,7 +126,7 @@ MidiSound::MidiSound(MidiSong song)
 
 std::shared_ptr<MidiSound> MidiSound::Render(MidiSong song, const std::string& soundFont,
                                              std::string& cause) {
-    const std::shared_ptr<MidiSound> sound(new MidiSound(std::move(song)));
+    std::shared_ptr<MidiSound> sound(new MidiSound(std::move(song)));
     auto synthesizer = std::make_unique<Synthesizer>(sound->m_sampleRate);
     if (!synthesizer->Load(soundFont)) {
         cause = "the SoundFont " + soundFont + " cannot be used";

@@ -151,7 +151,7 @@ void Player::Want(const PlayerOrder& order) {
     const std::optional<double> place = m_nextSeek ? m_nextSeek
                                         : m_flight ? std::optional(m_flight->target)
                                                    : m_restsAt;
-    if (m_toldRunning || place != order.seekTo)
+    if (m_toldRunning || m_eof || place != order.seekTo)
         m_nextSeek = order.seekTo;
 }
 
