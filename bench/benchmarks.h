@@ -39,6 +39,7 @@ std::vector<Row> MeasureMemory(const Inputs& inputs);
 std::vector<Row> MeasureIdle(const Inputs& inputs);
 std::vector<Row> MeasureChangeOver(const Inputs& inputs);
 std::vector<Row> MeasureDrift(const Inputs& inputs);
+std::vector<Row> MeasureLongDrift(const Inputs& inputs);
 std::vector<Row> MeasureKeys(const Inputs& inputs);
 std::vector<Row> MeasureTick(const Inputs& inputs);
 

@@ -26,6 +26,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"idle",        Place::Anywhere, true,  MeasureIdle},
     {"change-over", Place::Desktop,  true,  MeasureChangeOver},
     {"drift",       Place::Desktop,  true,  MeasureDrift},
+    {"drift-long",  Place::Desktop,  false, MeasureLongDrift},
     {"keys",        Place::Desktop,  true,  MeasureKeys},
     {"tick",        Place::Anywhere, true,  MeasureTick},
 };
