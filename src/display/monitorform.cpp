@@ -71,10 +71,10 @@ constexpr std::string_view kEnabled[] = {
 
 constexpr bool AllInMenu() {
     for (const Forward& row : kForwards)
-        if (FindMenuRow(row.item) == nullptr)
+        if (!IsInMenu(row.item))
             return false;
     for (const std::string_view item : kEnabled)
-        if (FindMenuRow(item) == nullptr)
+        if (!IsInMenu(item))
             return false;
     return true;
 }

@@ -70,7 +70,7 @@ constexpr Handler kHandlers[] = {
 
 template <class Row, std::size_t N> constexpr bool AllInMenu(const Row (&rows)[N]) {
     for (const Row& row : rows)
-        if (FindMenuRow(row.item) == nullptr)
+        if (!IsInMenu(row.item))
             return false;
     return true;
 }

@@ -99,13 +99,13 @@ inline constexpr std::array<MenuTable, 3> kMenus = {kControllerMenu, kController
 inline constexpr std::string_view kShowConsoleText = "コンソールウィンドウを表示する";
 inline constexpr std::string_view kHideConsoleText = kWindowRows[0].text;
 
-/// The row of that item, null if there is none.
-constexpr const MenuRow* FindMenuRow(std::string_view name) {
+/// True if there is an item of that name.
+constexpr bool IsInMenu(std::string_view name) {
     for (const MenuTable& menu : kMenus)
         for (const MenuRow& row : menu.rows)
             if (row.name == name)
-                return &row;
-    return nullptr;
+                return true;
+    return false;
 }
 
 /// Commands: every row but the separators.

@@ -67,12 +67,14 @@ QtWindows::QtWindows(int& argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("kirolane"));
     QApplication::setApplicationDisplayName(QString());
-    QApplication::setStyle(new Look);
+    auto look = std::make_unique<Look>();
+    QApplication::setStyle(look.release()); // the application's from now on
     QApplication::setPalette(Look::Palette());
     QApplication::setFont(SystemFont());
     QToolTip::setFont(SystemFont());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
-    QCoreApplication::installTranslator(new Words(m_application.get()));
+    m_words = std::make_unique<Words>();
+    QCoreApplication::installTranslator(m_words.get());
     m_inhibitor = std::make_unique<SleepInhibitor>();
     InstallAccessibility();
     WatchScreens();
@@ -176,28 +178,21 @@ void QtWindows::RaiseCompanions() {
 }
 
 void QtWindows::WatchScreens() {
-    const auto watch = [this](QScreen* screen) {
-        QObject::connect(screen, &QScreen::geometryChanged, m_application.get(),
-                         [this] { ScreensChangedSoon(); });
-        ScreensChangedSoon();
+    // At these signals Qt is in the middle of moving windows about: a turn later shows what has come of it.
+    m_screensChange = std::make_unique<QTimer>();
+    m_screensChange->setSingleShot(true);
+    m_screensChange->callOnTimeout([this] { ScreensChanged(); });
+    const auto soon = [this] { m_screensChange->start(); };
+    const auto watch = [this, soon](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, m_screensChange.get(), soon);
     };
     for (QScreen* screen : QGuiApplication::screens())
         watch(screen);
-    QObject::connect(m_application.get(), &QGuiApplication::screenAdded, m_application.get(), watch);
-    QObject::connect(m_application.get(), &QGuiApplication::screenRemoved, m_application.get(),
-                     [this] { ScreensChangedSoon(); });
-    QObject::connect(m_application.get(), &QGuiApplication::primaryScreenChanged, m_application.get(),
-                     [this] { ScreensChangedSoon(); });
-}
-
-void QtWindows::ScreensChangedSoon() {
-    if (std::exchange(m_screensChanged, true))
-        return;
-    // Qt is in the middle of moving windows about; look at what has come of it.
-    QTimer::singleShot(0, m_application.get(), [this] {
-        m_screensChanged = false;
-        ScreensChanged();
-    });
+    const QGuiApplication* application = m_application.get();
+    QObject::connect(application, &QGuiApplication::screenAdded, m_screensChange.get(), watch);
+    QObject::connect(application, &QGuiApplication::screenAdded, m_screensChange.get(), soon);
+    QObject::connect(application, &QGuiApplication::screenRemoved, m_screensChange.get(), soon);
+    QObject::connect(application, &QGuiApplication::primaryScreenChanged, m_screensChange.get(), soon);
 }
 
 void QtWindows::ScreensChanged() {

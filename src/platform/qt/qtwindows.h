@@ -5,11 +5,14 @@
 #include <memory>
 #include <vector>
 
+class QTimer;
+
 namespace kirolane::qt {
 
 class QtWindowPeer;
 class ShowApplication;
 class SleepInhibitor;
+class Words;
 
 /// The windowing back end on Qt Widgets. Make it first of all and let it go last; main thread only.
 class QtWindows final : public WindowSystem {
@@ -46,14 +49,14 @@ public:
 private:
     [[nodiscard]] QtWindowPeer* Console() const;
     void WatchScreens();
-    void ScreensChangedSoon();
     void ScreensChanged();
 
     std::unique_ptr<ShowApplication> m_application;
+    std::unique_ptr<Words> m_words;
     std::unique_ptr<SleepInhibitor> m_inhibitor;
+    std::unique_ptr<QTimer> m_screensChange; ///< runs out a turn after the displays have changed
     std::vector<QtWindowPeer*> m_peers;
     std::string m_lastFolder; ///< where the next folder dialog starts
-    bool m_screensChanged = false;
 };
 
 } // namespace kirolane::qt
