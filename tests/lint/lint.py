@@ -1,12 +1,14 @@
 """lint.py RULE ROOT: checks one rule over the tree and prints a line "file:line: what" for each breach.
 
-Rules: layers, sleeps, words, format. Status 0 without a breach, 1 with one, 77 where a rule's tool is absent.
+Rules: layers, sleeps, words, format, twins. Status 0 without a breach, 1 with one, 77 where a rule's tool is absent.
 """
 
 import pathlib
 import re
 import subprocess
 import sys
+
+from twins import twins
 
 SKIPPED = 77
 CLANG_FORMAT = "14"  # the layout of other versions differs
@@ -124,7 +126,7 @@ def layout(root):
             yield f"{pathlib.Path(found.group(1)).relative_to(root)}:{found.group(2)}: layout; clang-format -i mends it"
 
 
-RULES = {"layers": layers, "sleeps": sleeps, "words": words, "format": layout}
+RULES = {"layers": layers, "sleeps": sleeps, "words": words, "format": layout, "twins": twins}
 
 if __name__ == "__main__":
     breaches = list(RULES[sys.argv[1]](pathlib.Path(sys.argv[2]).resolve()))

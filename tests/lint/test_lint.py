@@ -57,6 +57,16 @@ class Lint(unittest.TestCase):
             self.skipTest("no clang-format of the right version")
         self.assertEqual(breaches, ["src/a.h:1:"])
 
+    def test_twins(self):
+        movie = "void Mainform::Pause_Action() {\n    QTM()->Stop(); // twice\n    monitor->QTM()->Stop();\n}\n"
+        sound = ("void Mainform::mPause_Action() {\n    const auto form = Instance<MusicForm>();\n"
+                 "    form->QTM()->Stop();\n}\n")
+        tree = {"src/video/a.cpp": movie, "src/sound/a.cpp": sound,
+                "tests/lint/twins.diff": "Pause_Action\n- monitor->QTM()->Stop();\n"}
+        self.assertEqual(found("twins", tree), [])
+        self.assertEqual(len(found("twins", {**tree, "src/sound/a.cpp": sound.replace("Stop", "Play")})), 1)
+        self.assertEqual(len(found("twins", {**tree, "src/sound/b.cpp": "void Mainform::mNew() {\n}\n"})), 1)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,0 +1,65 @@
+"""The movie's methods of the console and their sound twins, side by side.
+
+The two transports are near-copies on purpose, each with bodies of its own. What differs beyond the names stands in
+twins.diff: "-" is the movie's statement, "+" the sound's. A change on one side alone shows here, and is either a
+mistake or a line for that list; `twins.py ROOT` prints the list as it would have to be.
+"""
+
+import difflib
+import pathlib
+import re
+import sys
+
+FOLDERS = ["video", "sound", "lists", "shell"]
+LIST = pathlib.Path("tests/lint/twins.diff")
+METHOD = re.compile(r"^(?:void|bool|Task) Mainform::(\w+)\([^)]*\)[^{]*\{(.*?)^\}", re.M | re.S)
+
+
+def methods(root):
+    """Name to body, without comments."""
+    found = {}
+    for folder in FOLDERS:
+        for path in sorted((root / "src" / folder).glob("*.cpp")):
+            text = re.sub(r"//.*|/\*.*?\*/", "", path.read_text(encoding="utf-8"))
+            found.update(METHOD.findall(text))
+    return found
+
+
+def in_movie_names(body):
+    """A sound method's body as its twin would be written: the window's controls as the console's own, no m."""
+    body = re.sub(r"const auto form = Instance<MusicForm>\(\);|Instance<MusicForm>\(\)->|\bform->", "", body)
+    body = re.sub(r"\bPosTime\b", "PosTIme", body)  # sic, on the console
+    return re.sub(r"\bm(?=[A-Z]|file\b|folder\b|f_)", "", body)
+
+
+def statements(body):
+    text = " ".join(body.split())
+    return [part.strip() for part in re.findall(r"[^;{}]+[;{]?|\}", text) if part.strip()]
+
+
+def differences(root):
+    """A block of lines for each pair that differs, and a line for each sound method without a twin."""
+    bodies = methods(root)
+    for sound in sorted(name for name in bodies if re.match(r"m[A-Z]", name)):
+        movie = sound[1:]
+        if movie not in bodies:
+            yield f"{sound}: no twin"
+            continue
+        lines = difflib.unified_diff(statements(bodies[movie]), statements(in_movie_names(bodies[sound])), n=0,
+                                     lineterm="")
+        differing = [f"{line[0]} {line[1:]}" for line in list(lines)[2:] if not line.startswith("@")]
+        if differing:
+            yield "\n".join([movie, *differing])
+
+
+def twins(root):
+    blocks = {block.split("\n", 1)[0]: block for block in differences(root)}
+    wanted = {block.split("\n", 1)[0]: block for block in (root / LIST).read_text(encoding="utf-8").split("\n\n")}
+    wanted = {name: block.rstrip("\n") for name, block in wanted.items()}
+    for name in sorted(blocks.keys() | wanted.keys()):
+        if blocks.get(name) != wanted.get(name):
+            yield f"{LIST}: {name}: not as listed, but:\n{blocks.get(name, '(alike)')}"
+
+
+if __name__ == "__main__":
+    print(*differences(pathlib.Path(sys.argv[1])), sep="\n\n")
