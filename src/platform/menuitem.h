@@ -37,6 +37,9 @@ public:
     void SetAutoEnable(bool automatic);
     [[nodiscard]] bool Visible() const { return m_visible; }
     void SetVisible(bool visible);
+    /// True: the key, held down, goes on giving the command. False at first.
+    [[nodiscard]] bool Repeats() const { return m_repeats; }
+    void SetRepeats(bool repeats);
     [[nodiscard]] bool IsSeparator() const { return m_text == "-"; }
 
     void Append(std::shared_ptr<MenuItem> child);
@@ -56,6 +59,7 @@ private:
     bool m_enabled = true;
     bool m_autoEnable = true;
     bool m_visible = true;
+    bool m_repeats = false;
     std::vector<std::shared_ptr<MenuItem>> m_children;
     Window* m_owner = nullptr; ///< the form in whose bar the item stands
 };

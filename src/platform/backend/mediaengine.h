@@ -59,6 +59,9 @@ public:
     /// `path` is the player's own, as in "MonitorForm.QTM"; the back end was told at its making which roles
     /// the players have. Never null.
     virtual std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) = 0;
+    /// Called once, when the first windows have been shown: the engine may make ready in the background what
+    /// the first loads will need.
+    virtual void Prepare() {}
     /// The orders of one handler, in the order given: players that start here start together.
     virtual void Apply(std::span<const EngineOrder> orders) = 0;
 };

@@ -18,6 +18,7 @@ void MenuItem::Take(const MenuItem& other) {
     m_enabled = other.m_enabled;
     m_autoEnable = other.m_autoEnable;
     m_visible = other.m_visible;
+    m_repeats = other.m_repeats;
     for (const auto& child : other.m_children)
         m_children.push_back(child->Clone());
 }
@@ -50,6 +51,11 @@ void MenuItem::SetAutoEnable(bool automatic) {
 
 void MenuItem::SetVisible(bool visible) {
     m_visible = visible;
+    Changed();
+}
+
+void MenuItem::SetRepeats(bool repeats) {
+    m_repeats = repeats;
     Changed();
 }
 

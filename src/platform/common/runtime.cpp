@@ -68,6 +68,7 @@ bool Runtime::Start(const std::function<void()>& makeFirstWindow, std::string& f
     }
     m_started = true;
     Flush();
+    m_windows.RequestIdle();
     return true;
 }
 
@@ -175,6 +176,8 @@ bool Runtime::HasPosted() {
 bool Runtime::RunIdleSlice() {
     if (m_ended || (m_delivering && !m_modal) || m_flushing)
         return false;
+    if (!std::exchange(m_mediaPrepared, true))
+        m_media.Prepare();
     bool more = false;
     {
         // A chooser runs within a delivery of its own; turns of threads are let through there.

@@ -167,6 +167,7 @@ private:
     std::string m_fileFailure;
     std::string m_saidOnce; ///< by the running handler
     bool m_started = false;
+    bool m_mediaPrepared = false;
     bool m_delivering = false;
     bool m_flushing = false;
     bool m_modal = false;

@@ -12,26 +12,50 @@ namespace {
 constexpr std::chrono::milliseconds kBurialLimit{500};
 } // namespace
 
-Conductor::Conductor(MpvOptions options) : m_options(std::move(options)), m_listener([this] { Run(); }) {
-    for (const PlayerRole& role : m_options.roles)
-        m_decks[role.path] = MakeDeck(role);
+Conductor::Conductor(MpvOptions options) : m_options(std::move(options)), m_listener([this] { Run(); }) {}
+
+void Conductor::Prepare() {
+    std::vector<std::packaged_task<std::unique_ptr<Deck>()>> tasks;
+    for (const PlayerRole& role : m_options.roles) {
+        const auto has = [&](const Player* player) {
+            return player->GetRole().path == role.path && player->HasDeck();
+        };
+        if (std::any_of(m_players.begin(), m_players.end(), has))
+            continue;
+        tasks.emplace_back([this, &role] { return MakeDeck(role); });
+        m_decks[role.path] = tasks.back().get_future();
+    }
+    m_maker = std::jthread([tasks = std::move(tasks)](const std::stop_token& stop) mutable {
+        for (auto& task : tasks)
+            if (!stop.stop_requested())
+                task();
+    });
 }
 
-std::future<std::unique_ptr<Deck>> Conductor::MakeDeck(const PlayerRole& role) const {
-    return std::async(std::launch::async, [this, &role] {
+std::unique_ptr<Deck> Conductor::MakeDeck(const PlayerRole& role) const {
+    const auto make = [&] {
         if (role.role == Role::Preview)
-            SetThreadNiceness(kPreviewNiceness); // libmpv's threads take after this one
+            SetThreadNiceness(kPreviewNiceness);
         return std::make_unique<Deck>(role, m_options, m_shelf);
-    });
+    };
+    return std::async(std::launch::async, make).get();
 }
 
 std::unique_ptr<Deck> Conductor::TakeDeck(const PlayerRole& role) {
     const auto it = m_decks.find(role.path);
     if (it == m_decks.end())
-        return MakeDeck(role).get();
+        return MakeDeck(role);
     auto deck = std::move(it->second);
     m_decks.erase(it);
     return deck.get();
+}
+
+void Conductor::Furnish(Player& player) {
+    if (player.HasDeck())
+        return;
+    auto deck = TakeDeck(player.GetRole());
+    const std::lock_guard lock(m_mutex);
+    player.Furnish(std::move(deck));
 }
 
 Conductor::~Conductor() {

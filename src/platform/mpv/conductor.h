@@ -35,8 +35,8 @@ public:
 
     // Main thread.
 
-    /// The deck made ready for that role. Throws RuntimeException.
-    std::unique_ptr<Deck> TakeDeck(const PlayerRole& role);
+    /// Makes the decks of the roles that have none in the background, one after the other.
+    void Prepare();
     bool Load(Player& player, const std::string& nativePath);
     void Apply(std::span<const EngineOrder> orders);
 
@@ -59,7 +59,11 @@ private:
     };
 
     void Run();
-    [[nodiscard]] std::future<std::unique_ptr<Deck>> MakeDeck(const PlayerRole& role) const;
+    /// On a thread of its own, whose niceness libmpv's threads take after. Throws RuntimeException.
+    [[nodiscard]] std::unique_ptr<Deck> MakeDeck(const PlayerRole& role) const;
+    /// The deck made ready for that role, or a new one. Throws RuntimeException.
+    std::unique_ptr<Deck> TakeDeck(const PlayerRole& role);
+    void Furnish(Player& player);
     /// Under the lock.
     void Advance(TimePoint now);
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
@@ -90,6 +94,7 @@ private:
     std::shared_ptr<Graveyard> m_graveyard = std::make_shared<Graveyard>();
 
     std::thread m_listener;
+    std::jthread m_maker;
 };
 
 } // namespace kirolane::mpv

@@ -22,7 +22,11 @@ std::unique_ptr<PlayerEngine> MpvMedia::MakePlayer(std::string_view path) {
                                  [path](const PlayerRole& role) { return role.path == path; });
     const PlayerRole role =
         it != roles.end() ? *it : PlayerRole{std::string(path), Role::Stage, std::string(path)};
-    return std::make_unique<Player>(m_conductor, role, m_conductor->TakeDeck(role));
+    return std::make_unique<Player>(m_conductor, role);
+}
+
+void MpvMedia::Prepare() {
+    m_conductor->Prepare();
 }
 
 void MpvMedia::Apply(std::span<const EngineOrder> orders) {

@@ -45,7 +45,7 @@ class Conductor;
 
 /// The media back end on libmpv, one warm player for each role. Make it after the application object (which
 /// sets the locale, of which libmpv needs the C numbers) and before the first thread that prints or reads
-/// numbers. Its making starts the players of the roles in the background.
+/// numbers.
 class MpvMedia : public MediaEngine {
 public:
     explicit MpvMedia(MpvOptions options);
@@ -53,8 +53,9 @@ public:
     MpvMedia(const MpvMedia&) = delete;
     MpvMedia& operator=(const MpvMedia&) = delete;
 
-    /// Throws RuntimeException if libmpv does not start or does not know an option.
+    /// A libmpv that does not start fails the loads.
     std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) override;
+    void Prepare() override;
     void Apply(std::span<const EngineOrder> orders) override;
 
 private:

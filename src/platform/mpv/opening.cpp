@@ -13,12 +13,19 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     MidiShelf::Item midi;
     if (file && IsMidiFile(*file))
         midi = m_shelf->Get(*file, m_options.soundFont, cause);
+    Player* twin = TwinOf(player);
+    try {
+        Furnish(player);
+        if (twin != nullptr)
+            Furnish(*twin);
+    } catch (const std::exception& e) {
+        cause = e.what();
+    }
     std::unique_lock lock(m_mutex);
     if (!cause.empty())
         return Fail(player, nativePath, cause);
 
     // The twin is about to be given the same file: both load side by side.
-    Player* twin = TwinOf(player);
     if (!player.Ahead() || player.File() != *file) {
         player.Open(*file, midi, false);
         m_toldOf = {};
@@ -39,7 +46,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     });
     if (!answered) {
         try {
-            Bury(player.Replace(MakeDeck(player.GetRole()).get()));
+            Bury(player.Replace(MakeDeck(player.GetRole())));
         } catch (const std::exception& e) {
             player.Unload();
             return Fail(player, nativePath, e.what());

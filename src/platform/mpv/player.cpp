@@ -19,19 +19,25 @@ double CubicVolume(std::int32_t linear) {
 }
 } // namespace
 
-Player::Player(std::shared_ptr<Conductor> conductor, PlayerRole role, std::unique_ptr<Deck> deck)
-    : m_conductor(std::move(conductor)), m_role(std::move(role)), m_deck(std::move(deck)),
+Player::Player(std::shared_ptr<Conductor> conductor, PlayerRole role)
+    : m_conductor(std::move(conductor)), m_role(std::move(role)),
       m_pictures(m_role.role == Role::Preview ? kPreviewNiceness : 0) {
-    m_pictures.Attach(m_deck->Renderer());
-    m_conductor->Add(*this); // first: the call back comes at once, and not again before all has been heard
-    m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
+    m_conductor->Add(*this);
 }
 
 Player::~Player() {
     m_conductor->Remove(*this);
+    if (m_deck == nullptr)
+        return;
     m_deck->SetWakeUp({});
     m_pictures.Detach();
     m_conductor->Bury(std::move(m_deck));
+}
+
+void Player::Furnish(std::unique_ptr<Deck> deck) {
+    m_deck = std::move(deck);
+    m_pictures.Attach(m_deck->Renderer());
+    m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
 }
 
 bool Player::Load(const std::string& nativePath) {
@@ -124,7 +130,7 @@ void Player::Unload() {
 std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     m_deck->SetWakeUp({});
     m_pictures.Detach();
-    std::swap(m_deck, deck);
+    std::unique_ptr<Deck> old = std::move(m_deck);
     m_toldRunning = false;
     m_toldRate = 1.0;
     m_toldVolume = 256;
@@ -132,9 +138,8 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     m_loadsUnderWay = 0;
     Reset();
     m_phase = Phase::Empty;
-    m_pictures.Attach(m_deck->Renderer());
-    m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
-    return deck;
+    Furnish(std::move(deck));
+    return old;
 }
 
 void Player::Want(const PlayerOrder& order) {

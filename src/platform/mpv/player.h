@@ -19,7 +19,7 @@ class Conductor;
 /// are the main thread's and lock; everything else is the conductor's, under its lock.
 class Player : public PlayerEngine {
 public:
-    Player(std::shared_ptr<Conductor> conductor, PlayerRole role, std::unique_ptr<Deck> deck);
+    Player(std::shared_ptr<Conductor> conductor, PlayerRole role);
     ~Player() override;
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
@@ -42,6 +42,9 @@ public:
 
     // Opening.
 
+    /// Before the first file it needs no libmpv.
+    [[nodiscard]] bool HasDeck() const { return m_deck != nullptr; }
+    void Furnish(std::unique_ptr<Deck> deck);
     /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
     /// asked for it.
     void Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead);
@@ -112,7 +115,7 @@ private:
 
     std::shared_ptr<Conductor> m_conductor;
     const PlayerRole m_role;
-    std::unique_ptr<Deck> m_deck;
+    std::unique_ptr<Deck> m_deck; ///< null until Furnish
     PicturePath m_pictures;
 
     Phase m_phase = Phase::Empty;

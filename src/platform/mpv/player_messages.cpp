@@ -42,7 +42,7 @@ bool Flag(const mpv_event_property& property) {
 } // namespace
 
 void Player::Drain() {
-    while (true) {
+    while (m_deck != nullptr) {
         const mpv_event& event = m_deck->Next();
         if (event.event_id == MPV_EVENT_NONE)
             return;

@@ -32,7 +32,8 @@ Qt::Alignment AlignmentOf(TextAlign align) {
 class LabelWidget : public QLabel {
 public:
     LabelWidget(const ControlDesign& design, QWidget* parent)
-        : QLabel(parent), m_align(AlignmentOf(design.textAlign)), m_multiline(design.multiline) {
+        : QLabel(parent), m_multiline(design.multiline) {
+        setAlignment(AlignmentOf(design.textAlign) | Qt::AlignVCenter);
         setTextFormat(Qt::PlainText);
         setFont(FontOf(design));
         const QColor color = ToQt(design.textColor);
@@ -65,7 +66,7 @@ protected:
         }
         const QRect room = Room();
         const QString line = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
-        painter.drawText(room, static_cast<int>(m_align | Qt::AlignVCenter) | Qt::TextSingleLine, line);
+        painter.drawText(room, static_cast<int>(alignment()) | Qt::TextSingleLine, line);
     }
 
 private:
@@ -110,12 +111,11 @@ private:
             if (i == lines - 1)
                 shown = fontMetrics().elidedText(text().mid(line.textStart()), Qt::ElideMiddle, width());
             painter.drawText(QRect(0, i * lineHeight, width(), lineHeight),
-                             static_cast<int>(m_align | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
+                             static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
         }
         layout.endLayout();
     }
 
-    Qt::Alignment m_align;
     bool m_multiline;
 };
 
