@@ -56,8 +56,11 @@ void Menu::Untitled2() {
 void Menu::Build(const MenuTable& table) {
     auto menu = std::make_shared<MenuItem>(std::string(table.name), std::string(table.text));
     Append(menu);
-    for (const MenuRow& row : table.rows)
-        menu->Append(MakeItem(row));
+    for (const MenuRow& row : table.rows) {
+        auto item = MakeItem(row);
+        item->SetRepeats(row.repeats);
+        menu->Append(std::move(item));
+    }
 }
 
 } // namespace kirolane

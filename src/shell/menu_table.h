@@ -18,7 +18,10 @@ struct MenuRow {
     MenuRole role;
     std::string_view text;
     std::string_view shortcut;
+    bool repeats = false; ///< while the key is held down
 };
+
+inline constexpr bool kRepeats = true;
 
 struct MenuTable {
     std::string_view name;
@@ -39,21 +42,21 @@ inline constexpr MenuRow kControllerRows[] = {
     {"MarkKey",              MenuRole::Plain,       "現在位置をマーク", "Cmd+."},
     {"MarkSeekKey",          MenuRole::Plain,       "マーク位置に移動", "Cmd+/"},
     {"UntitledSeparator",    MenuRole::Plain,       "-",                ""},
-    {"FrameFreeDownKey",     MenuRole::Plain,       "指定時間戻す",     "Option+left"},
-    {"FrameFreeUpKey",       MenuRole::Plain,       "指定時間進める",   "Option+right"},
-    {"Frame30DownKey",       MenuRole::Plain,       "30秒戻す",         "Cmd+left"},
-    {"Frame30UpKey",         MenuRole::Plain,       "30秒進める",       "Cmd+right"},
-    {"Frame5DownKey",        MenuRole::Plain,       "5秒戻す",          "Cmd+Option+left"},
-    {"Frame5UpKey",          MenuRole::Plain,       "5秒進める",        "Cmd+Option+right"},
+    {"FrameFreeDownKey",     MenuRole::Plain,       "指定時間戻す",     "Option+left", kRepeats},
+    {"FrameFreeUpKey",       MenuRole::Plain,       "指定時間進める",   "Option+right", kRepeats},
+    {"Frame30DownKey",       MenuRole::Plain,       "30秒戻す",         "Cmd+left", kRepeats},
+    {"Frame30UpKey",         MenuRole::Plain,       "30秒進める",       "Cmd+right", kRepeats},
+    {"Frame5DownKey",        MenuRole::Plain,       "5秒戻す",          "Cmd+Option+left", kRepeats},
+    {"Frame5UpKey",          MenuRole::Plain,       "5秒進める",        "Cmd+Option+right", kRepeats},
     {"UntitledSeparator1",   MenuRole::Plain,       "-",                ""},
     {"LoopKey",              MenuRole::Plain,       "単一ループ設定",   "Shift+z"},
     {"ListLoopKey",          MenuRole::Plain,       "リストループ設定", "Shift+x"},
     {"UntitledSeparator2",   MenuRole::Plain,       "-",                ""},
-    {"SpeedUp",              MenuRole::Plain,       "スピードを上げる", "Shift+right"},
-    {"SpeedDown",            MenuRole::Plain,       "スピードを下げる", "Shift+left"},
+    {"SpeedUp",              MenuRole::Plain,       "スピードを上げる", "Shift+right", kRepeats},
+    {"SpeedDown",            MenuRole::Plain,       "スピードを下げる", "Shift+left", kRepeats},
     {"UntitledSeparator7",   MenuRole::Plain,       "-",                ""},
-    {"VolumeUpKey",          MenuRole::Plain,       "ボリューム　＋",   "Cmd+up"},
-    {"VolumeDownKey",        MenuRole::Plain,       "ボリューム　−",    "Cmd+down"},
+    {"VolumeUpKey",          MenuRole::Plain,       "ボリューム　＋",   "Cmd+up", kRepeats},
+    {"VolumeDownKey",        MenuRole::Plain,       "ボリューム　−",    "Cmd+down", kRepeats},
     {"MuteKey",              MenuRole::Plain,       "ミュート",         "Option+down"},
 };
 
@@ -66,21 +69,21 @@ inline constexpr MenuRow kController2Rows[] = {
     {"mMarkKey",             MenuRole::Plain,       "現在位置をマーク", "Cmd+Option+."},
     {"mMarkSeekKey",         MenuRole::Plain,       "マーク位置に移動", "Cmd+Option+/"},
     {"UntitledSeparator4",   MenuRole::Plain,       "-",                ""},
-    {"mFrameFreeDownKey",    MenuRole::Plain,       "指定時間戻す",     "Option+Control+left"},
-    {"mFrameFreeUpKey",      MenuRole::Plain,       "指定時間進める",   "Option+Control+right"},
-    {"mFrame30DownKey",      MenuRole::Plain,       "30秒戻す",         "Cmd+Control+left"},
-    {"mFrame30UpKey",        MenuRole::Plain,       "30秒進める",       "Cmd+Control+right"},
-    {"mFrame5DownKey",       MenuRole::Plain,       "5秒戻す",          "Cmd+Option+Control+left"},
-    {"mFrame5UpKey",         MenuRole::Plain,       "5秒進める",        "Cmd+Option+Control+right"},
+    {"mFrameFreeDownKey",    MenuRole::Plain,       "指定時間戻す",     "Option+Control+left", kRepeats},
+    {"mFrameFreeUpKey",      MenuRole::Plain,       "指定時間進める",   "Option+Control+right", kRepeats},
+    {"mFrame30DownKey",      MenuRole::Plain,       "30秒戻す",         "Cmd+Control+left", kRepeats},
+    {"mFrame30UpKey",        MenuRole::Plain,       "30秒進める",       "Cmd+Control+right", kRepeats},
+    {"mFrame5DownKey",       MenuRole::Plain,       "5秒戻す",          "Cmd+Option+Control+left", kRepeats},
+    {"mFrame5UpKey",         MenuRole::Plain,       "5秒進める",        "Cmd+Option+Control+right", kRepeats},
     {"UntitledSeparator5",   MenuRole::Plain,       "-",                ""},
     {"mLoopKey",             MenuRole::Plain,       "単一ループ設定",   "Control+z"},
     {"mListLoopKey",         MenuRole::Plain,       "リストループ設定", "Control+x"},
     {"UntitledSeparator6",   MenuRole::Plain,       "-",                ""},
-    {"mSpeedUp",             MenuRole::Plain,       "スピードを上げる", "Shift+Option+right"},
-    {"mSpeedDown",           MenuRole::Plain,       "スピードを下げる", "Shift+Option+left"},
+    {"mSpeedUp",             MenuRole::Plain,       "スピードを上げる", "Shift+Option+right", kRepeats},
+    {"mSpeedDown",           MenuRole::Plain,       "スピードを下げる", "Shift+Option+left", kRepeats},
     {"UntitledSeparator8",   MenuRole::Plain,       "-",                ""},
-    {"mVolumeUpKey",         MenuRole::Plain,       "ボリューム　＋",   "Control+up"},
-    {"mVolumeDownKey",       MenuRole::Plain,       "ボリューム　−",    "Control+down"},
+    {"mVolumeUpKey",         MenuRole::Plain,       "ボリューム　＋",   "Control+up", kRepeats},
+    {"mVolumeDownKey",       MenuRole::Plain,       "ボリューム　−",    "Control+down", kRepeats},
     {"mMuteKey",             MenuRole::Plain,       "ミュート",         "Option+Control+down"},
 };
 

@@ -14,11 +14,6 @@ namespace kirolane::qt {
 
 namespace {
 
-/// Whether a held key goes on giving the command. Toggles must not; seeks and levels may, once items say so.
-bool Repeats(const MenuItem& /*item*/) {
-    return false;
-}
-
 QAction::MenuRole RoleOf(const MenuItem& item) {
     switch (item.Role()) {
     case MenuRole::About:
@@ -104,7 +99,7 @@ void WindowCommands::ShowCommand(const Command& command, bool ownsKey) {
     action.setEnabled(item.Enabled());
     if (item.IsSeparator())
         return;
-    const auto keys = ParseShortcut(item.KeyboardShortcut());
+    const auto keys = KeysOf(item.KeyboardShortcut());
     QString text = Shown(item.Text());
     if (!ownsKey && !keys.isEmpty())
         text += QLatin1Char('\t') + keys.front().toString(QKeySequence::NativeText);
@@ -113,7 +108,7 @@ void WindowCommands::ShowCommand(const Command& command, bool ownsKey) {
     const auto owned = ownsKey ? keys : QList<QKeySequence>();
     if (action.shortcuts() != owned)
         action.setShortcuts(owned);
-    action.setAutoRepeat(Repeats(item));
+    action.setAutoRepeat(item.Repeats());
 }
 
 } // namespace kirolane::qt

@@ -35,6 +35,45 @@ constexpr NamedKey kKeys[] = {
     {"pagedown", Qt::Key_PageDown}, {"delete", Qt::Key_Delete}, {"backspace", Qt::Key_Backspace},
 };
 
+#if defined(Q_OS_LINUX) && !defined(Q_OS_ANDROID)
+struct SecondKey {
+    const char* given;
+    const char* second;
+};
+
+/// Of the given keys one desktop or another takes: Alt+Space its window menu or search, Super its overview,
+/// tiles and desktops, Ctrl+Alt with an arrow its desktops, Ctrl+Super with an arrow those too.
+constexpr SecondKey kSecondKeys[] = {
+    {"Cmd+Option+left", "Cmd+Shift+left"},
+    {"Cmd+Option+right", "Cmd+Shift+right"},
+    {"Option+space", "Shift+space"},
+    {"Control+b", "Cmd+Shift+b"},
+    {"Control+n", "Cmd+Shift+n"},
+    {"Option+Control+left", "Option+j"},
+    {"Option+Control+right", "Option+l"},
+    {"Cmd+Control+left", "Cmd+j"},
+    {"Cmd+Control+right", "Cmd+l"},
+    {"Cmd+Option+Control+left", "Cmd+Shift+j"},
+    {"Cmd+Option+Control+right", "Cmd+Shift+l"},
+    {"Control+z", "Cmd+Shift+z"},
+    {"Control+x", "Cmd+Shift+x"},
+    {"Control+up", "Cmd+Shift+up"},
+    {"Control+down", "Cmd+Shift+down"},
+    {"Option+Control+down", "Shift+Option+down"},
+};
+
+const char* FindSecond(std::string_view notation) {
+    for (const auto& row : kSecondKeys)
+        if (notation == row.given)
+            return row.second;
+    return "";
+}
+#else
+const char* FindSecond(std::string_view /*notation*/) {
+    return "";
+}
+#endif
+
 std::optional<Qt::KeyboardModifier> FindModifier(const QString& name) {
     for (const auto& row : kModifiers)
         if (name == QLatin1String(row.name))
@@ -74,6 +113,10 @@ QList<QKeySequence> ParseShortcut(std::string_view notation) {
     if (*key == Qt::Key_Return)
         keys.append(QKeySequence(QKeyCombination(modifiers, Qt::Key_Enter)));
     return keys;
+}
+
+QList<QKeySequence> KeysOf(std::string_view notation) {
+    return ParseShortcut(notation) + ParseShortcut(FindSecond(notation));
 }
 
 } // namespace kirolane::qt
