@@ -1,5 +1,6 @@
 #include "settings/settingform.h"
 
+#include "platform/exceptions.h"
 #include "platform/numbers.h"
 #include "platform/screen.h"
 #include "settings/setting_lines.h"
@@ -82,6 +83,7 @@ void SettingForm::DataSet_Func() {
 /// goes back to its literal, in memory too.
 void SettingForm::SettingButton_Action() {
     const auto console = Instance<Mainform>();
+    MessageLabel()->SetCaption(""); // a save that fails must not leave the word of the one before
     StringArray& data = console->Setting_Data;
     for (const SettingLines& lines : kSettingLines)
         if (lines.kind != LineKind::Value && lines.kind != LineKind::Folder)
@@ -164,11 +166,14 @@ void SettingForm::UpDownArrow_Down(const Ref<EditField>& field) {
 void SettingForm::Folder_Bevel_Action(const Ref<EditField>& field) {
     Hide();
     const auto chosen = SelectFolder();
-    if (!chosen.IsNil()) {
-        field->SetText(chosen->AbsolutePath());
-        MessageLabel()->SetCaption("");
-    }
     Show();
+    if (chosen.IsNil())
+        return;
+    const std::string path = chosen->AbsolutePath();
+    if (path.find('\n') != std::string::npos)
+        throw RuntimeException(path + ": a path with a line break cannot be stored in a file of lines");
+    field->SetText(path);
+    MessageLabel()->SetCaption("");
 }
 
 void Mainform::SettingFormShow_Action() {

@@ -70,7 +70,8 @@ public:
     /// "1" to "10", without wrapping; any other text stays.
     void UpDownArrow_Up(const Ref<EditField>& field);
     void UpDownArrow_Down(const Ref<EditField>& field);
-    /// Asks for a folder, with this window out of the way meanwhile.
+    /// Asks for a folder, with this window out of the way meanwhile. A path that the settings file could not
+    /// hold is a failure, and the old text stays.
     void Folder_Bevel_Action(const Ref<EditField>& field);
 };
 

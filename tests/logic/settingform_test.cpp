@@ -165,6 +165,20 @@ TEST_F(SettingFormTest, AChosenFolderActsOnceItIsSaved) {
     EXPECT_EQ(Message(), "設定を確定しました");
 }
 
+TEST_F(SettingFormTest, AFolderThatAFileOfLinesCannotHoldIsRefusedInOneLine) {
+    Start();
+    Show();
+    const std::string before = Form().Folder_Edit(4)->Text();
+    CapturedStderr captured;
+    Windows().PrepareFolder(Folder().MakeFolder("line\nbreak/inner"));
+    Form().Folder_Bevel(4)->ReportClick();
+    const auto lines = captured.Lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("line break:inner:"), std::string::npos) << lines[0];
+    EXPECT_EQ(Form().Folder_Edit(4)->Text(), before);
+    EXPECT_TRUE(Form().Visible());
+}
+
 TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOne) {
     StartWithMedia({"a.mov"});
     Show();
@@ -178,6 +192,7 @@ TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOne) {
 TEST_F(SettingFormTest, ASaveThatCannotBeWrittenSaysSoInOneLine) {
     Start();
     Show();
+    Save();
     std::filesystem::remove_all(Folder().Path("home/Library/Application Support/Kirolane"));
     CapturedStderr captured;
     Save();

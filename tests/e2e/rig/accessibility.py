@@ -66,6 +66,15 @@ def named(accessible, text):
     return None
 
 
+def of_role(accessible, role):
+    """The first control below of that role."""
+    for child in _children(accessible):
+        found = child if child.get_role() == role else of_role(child, role)
+        if found is not None:
+            return found
+    return None
+
+
 def centre(control):
     x, y, width, height = area(control)
     return x + width // 2, y + height // 2
@@ -95,3 +104,22 @@ def number(control):
 
 def enabled(control):
     return control.get_state_set().contains(Atspi.StateType.ENABLED)
+
+
+def checked(control):
+    """Ticked, or pressed by the program."""
+    return control.get_state_set().contains(Atspi.StateType.CHECKED)
+
+
+def act(control):
+    """What an assistive tool does for a click, whatever window stands in front."""
+    Atspi.Action.do_action(control, 0)
+
+
+def content(field):
+    """What stands in a text field."""
+    return Atspi.Text.get_text(field, 0, -1)
+
+
+def write(control, content):
+    Atspi.EditableText.set_text_contents(control, content)

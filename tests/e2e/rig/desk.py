@@ -13,6 +13,8 @@ from .waiter import Waiter
 
 CONSOLE = "Kirolane"
 MONITOR = "モニター"
+PREFERENCES = "環境設定"
+CHOOSER = "フォルダを選択"
 LEFT = (0, 0, 1920, 1200)
 RIGHT = (1920, 0, 1920, 1080)
 
@@ -86,11 +88,43 @@ class Show:
             self._controls[key] = self._tree.control(window, name)
         return self._controls[key]
 
+    def forget(self, window):
+        """To be called when a window has been closed for good: the next of that title is another."""
+        self._controls = {key: control for key, control in self._controls.items() if key[0] != window}
+
+    def click_on(self, name, window=CONSOLE):
+        self.click(*seen.centre(self.control(name, window)))
+
     def text(self, name, window=CONSOLE):
         return seen.text(self.control(name, window))
 
     def until_text(self, name, wanted, seconds=10.0):
         self.until(lambda: self.text(name) == wanted, f"{name} saying {wanted!r}, not {self.text(name)!r}", seconds)
+
+    # Windows that come and go
+
+    def window(self, title):
+        self.until(lambda: title in self.screen.windows(), f"the window {title}")
+        return self.until(lambda: self._tree.window(title), f"what {title} holds")
+
+    def until_gone(self, title):
+        self.until(lambda: title not in self.screen.windows(), f"the end of {title}")
+
+    def open_preferences(self):
+        self.until(lambda: self.screen.active_title() in (CONSOLE, MONITOR), "the keyboard in the console")
+        self.press("Control_L", "comma")
+        self.window(PREFERENCES)
+        self.until(lambda: self.screen.active_title() == PREFERENCES, "the preferences in front")
+        self.forget(PREFERENCES)
+
+    def choose_folder(self, folder):
+        """Answers the folder chooser that is up or coming."""
+        chooser = self.window(CHOOSER)
+        field = self.until(lambda: seen.of_role(chooser, seen.ROLE.TEXT), "the field of the chooser")
+        seen.write(field, str(folder))
+        self.until(lambda: seen.enabled(seen.named(chooser, "選択")), "a choice")
+        seen.act(seen.named(chooser, "選択"))
+        self.until_gone(CHOOSER)
 
     # The list in front
 

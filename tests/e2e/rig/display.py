@@ -113,6 +113,10 @@ class Screen:
         window.send_event(event)
         self._x.flush()
 
+    def move(self, title, x, y):
+        self._find(title).configure(x=x, y=y)
+        self._x.flush()
+
     # Keys and pointer
 
     def press(self, *keys):
