@@ -94,12 +94,16 @@ std::unique_ptr<TimerPeer> QtWindows::MakeTimer(Timer& timer) {
 }
 
 Point QtWindows::DefaultPlace(const Window& window) {
-    if (window.Design().frame != WindowFrame::Palette)
+    const WindowFrame frame = window.Design().frame;
+    if (frame != WindowFrame::Palette && frame != WindowFrame::Plain)
         return ConsolePlace();
     // The console may not be up yet, but it knows where it will stand.
-    for (const auto& form : Runtime::Current().Forms())
-        if (form->Design().frame == WindowFrame::Metal)
-            return PalettePlace({form->Left(), form->Top(), form->Width(), form->Height()}, window.Width());
+    for (const auto& form : Runtime::Current().Forms()) {
+        if (form->Design().frame != WindowFrame::Metal)
+            continue;
+        const Rect console{form->Left(), form->Top(), form->Width(), form->Height()};
+        return frame == WindowFrame::Palette ? PalettePlace(console, window.Width()) : AudiencePlace(console);
+    }
     return ConsolePlace();
 }
 

@@ -43,7 +43,10 @@ std::vector<Rect> ScreenRects() {
         return a.left != b.left ? a.left < b.left : a.top < b.top;
     });
     // For a moment, when the last display goes, there may be none; the record has always had one.
-    rects.insert(rects.begin(), primary == nullptr ? Rect{0, 0, 1024, 768} : FromQt(primary->geometry()));
+    const Rect main = primary == nullptr ? Rect{0, 0, 1024, 768} : FromQt(primary->geometry());
+    rects.erase(std::unique(rects.begin(), rects.end()), rects.end());
+    std::erase(rects, main);
+    rects.insert(rects.begin(), main);
     return rects;
 }
 
@@ -71,6 +74,12 @@ Point PalettePlace(const Rect& consoleContent, int paletteWidth) {
     const int beside = consoleContent.left + consoleContent.width + 3 * kEdge;
     const int last = area.x() + area.width() - paletteWidth - kEdge;
     return {std::max(std::min(beside, last), area.x()), consoleContent.top - MenuBarHeight()};
+}
+
+Point AudiencePlace(const Rect& consoleContent) {
+    const Point below{consoleContent.left, consoleContent.top + consoleContent.height + kEdge};
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    return primary != nullptr && primary->geometry().contains(below.left, below.top) ? below : ConsolePlace();
 }
 
 } // namespace kirolane::qt

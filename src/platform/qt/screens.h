@@ -13,7 +13,7 @@ class QScreen;
 /// Displays. A QScreen may be gone at the next event: callers use what they get at once and keep its name.
 namespace kirolane::qt {
 
-/// The main one first, the others from left to right.
+/// The main one first, the others from left to right. Displays that show the same count as one.
 std::vector<Rect> ScreenRects();
 /// Null if no display has that name.
 QScreen* ScreenNamed(const QString& name);
@@ -25,5 +25,8 @@ QScreen* ScreenHolding(QPoint point);
 Point ConsolePlace();
 /// Where the content area of a palette of that width starts: beside the console's, and on the main display.
 Point PalettePlace(const Rect& consoleContent, int paletteWidth);
+/// Where the audience's window starts until it is placed: under the console, which it must not cover, and on
+/// the main display.
+Point AudiencePlace(const Rect& consoleContent);
 
 } // namespace kirolane::qt
