@@ -14,6 +14,10 @@
 #include <QMenuBar>
 #include <QTableView>
 
+#include <qpa/qwindowsysteminterface.h>
+
+#include <fstream>
+
 namespace kirolane::tests {
 
 namespace {
@@ -26,20 +30,19 @@ protected:
         m_console = StartWith<ConsoleShow>();
         m_console->TakeLog();
     }
-    /// Presses the key of every command of the menus; each must come once.
+    /// Presses the keys of every command of the menus; each must come once.
     static void PressAll(LoggedForm& form) {
         bool returned = false;
         for (const MenuTable& menu : kMenus)
             for (const MenuRow& row : menu.rows) {
-                const auto keys = qt::ParseShortcut(row.shortcut);
-                if (keys.isEmpty())
-                    continue;
-                form.TakeLog();
-                const QKeyCombination key = keys.front()[0];
-                Press(key.key(), key.keyboardModifiers());
                 // "return" stands twice, and its first item has it.
                 const bool again = row.shortcut == "return" && std::exchange(returned, true);
-                EXPECT_EQ(form.TakeLog(), Names{again ? "OpenKey" : std::string(row.name)}) << row.shortcut;
+                for (const QKeySequence& keys : qt::KeysOf(row.shortcut)) {
+                    form.TakeLog();
+                    Press(keys[0].key(), keys[0].keyboardModifiers());
+                    EXPECT_EQ(form.TakeLog(), Names{again ? "OpenKey" : std::string(row.name)})
+                        << keys.toString().toStdString();
+                }
             }
     }
     static QAction* Command(const std::string& window, const char* name) {
@@ -88,6 +91,75 @@ TEST_F(KeysTest, TheyComeWhileTheBarIsHidden) {
     Do([&] { m_console->SetMenuBarVisible(false); });
     Press(Qt::Key_Space);
     EXPECT_EQ(m_console->TakeLog(), Names{"PlayStatusChangeKey"});
+}
+
+TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKey) {
+    std::vector<std::string> wanted;
+    for (const MenuTable& menu : kMenus)
+        for (const MenuRow& row : menu.rows) {
+            if (row.text == "-")
+                continue;
+            QStringList cells{QString::fromUtf8(row.text.data(), row.text.size()).remove('&'), {}, {}};
+            int cell = 0;
+            for (const QKeySequence& keys : qt::KeysOf(row.shortcut))
+                if (keys[0].key() != Qt::Key_Enter)
+                    cells[++cell] = keys.toString(QKeySequence::PortableText);
+            QString text = "| " + cells.join(" | ") + " |";
+            for (const auto& [name, shown] : std::initializer_list<std::pair<const char*, const char*>>{
+                     {"Meta", "Super"}, {"Left", "←"}, {"Right", "→"}, {"Up", "↑"}, {"Down", "↓"}})
+                text.replace(QLatin1String(name), QString::fromUtf8(shown));
+            wanted.push_back(text.toStdString());
+        }
+    std::ifstream document(KIROLANE_KEYS_DOCUMENT);
+    std::vector<std::string> told;
+    for (std::string line; std::getline(document, line);) {
+        const auto end = line.rfind('|', line.size() - 2);
+        if (std::count(line.begin(), line.end(), '|') == 5 && line.find("---") == line.npos &&
+            line.find("| Menu ") != 0)
+            told.push_back(line.substr(0, end + 1));
+    }
+    EXPECT_EQ(told, wanted);
+}
+
+TEST_F(KeysTest, AHeldKeyRepeatsStepsOnly) {
+    const auto hold = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        for (const bool again : {false, true, true}) {
+            QWindow* window = QGuiApplication::focusWindow();
+            QWindowSystemInterface::handleKeyEvent(window, QEvent::KeyPress, key, modifiers, {}, again);
+            Settle();
+        }
+        QTest::keyRelease(QGuiApplication::focusWindow(), key, modifiers);
+        return m_console->TakeLog();
+    };
+    Do([&] { m_console->Control<Listbox>("StrGrid")->SetFocus(); });
+    const auto times = [](int count, const char* name) {
+        return Names(static_cast<std::size_t>(count), name);
+    };
+    EXPECT_EQ(hold(Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier), times(3, "Frame5UpKey"));
+    EXPECT_EQ(hold(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier), times(3, "Frame5UpKey"));
+    EXPECT_EQ(hold(Qt::Key_Up, Qt::ControlModifier), times(3, "VolumeUpKey"));
+    EXPECT_EQ(hold(Qt::Key_Left, Qt::ShiftModifier), times(3, "SpeedDown"));
+    EXPECT_EQ(hold(Qt::Key_Space, {}), times(1, "PlayStatusChangeKey"));
+    EXPECT_EQ(hold(Qt::Key_Return, {}), times(1, "OpenKey"));
+    EXPECT_EQ(hold(Qt::Key_Z, Qt::ShiftModifier), times(1, "LoopKey"));
+    EXPECT_EQ(hold(Qt::Key_Down, Qt::AltModifier), times(1, "MuteKey"));
+}
+
+TEST_F(KeysTest, AListTakesNoTyping) {
+    auto list = m_console->Control<Listbox>("StrGrid");
+    Do([&] {
+        list->SetCell(3, 1, "a.mov");
+        list->SetFocus();
+    });
+    m_console->TakeLog();
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_Period, Qt::Key_5})
+        Press(key);
+    EXPECT_EQ(list->ListIndex(), -1);
+    EXPECT_EQ(m_console->TakeLog(), Names());
+    EXPECT_FALSE(QApplication::focusWidget()->testAttribute(Qt::WA_InputMethodEnabled))
+        << "an input method would keep letters of commands for itself";
+    Press(Qt::Key_Down);
+    EXPECT_FALSE(QApplication::focusWidget()->testAttribute(Qt::WA_InputMethodEnabled));
 }
 
 TEST_F(KeysTest, TheKeypadHasTheSecondReturn) {

@@ -12,8 +12,10 @@ void LoggedForm::AddMenus() {
     for (const MenuTable& table : kMenus) {
         auto menu = std::make_shared<kirolane::MenuItem>(std::string(table.name), std::string(table.text));
         for (const MenuRow& row : table.rows) {
-            menu->Append(std::make_shared<kirolane::MenuItem>(std::string(row.name), std::string(row.text),
-                                                              std::string(row.shortcut)));
+            auto item = std::make_shared<kirolane::MenuItem>(std::string(row.name), std::string(row.text),
+                                                             std::string(row.shortcut));
+            item->SetRepeats(row.repeats);
+            menu->Append(std::move(item));
             if (row.text != "-")
                 BindMenu(row.name, [this, name = std::string(row.name)] {
                     Log(name);
