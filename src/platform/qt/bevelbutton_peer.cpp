@@ -75,6 +75,15 @@ public:
             if (auto* pressed = link.As<BevelButton>())
                 pressed->ReportClick();
         });
+        // An assistive tool turns the check instead of clicking. It gets its answer before the handler runs,
+        // which may put up a dialog.
+        QObject::connect(m_button, &QAbstractButton::toggled, m_button, [this, link = GetLink()] {
+            if (link.As<BevelButton>() == nullptr || m_showing)
+                return;
+            ShowOwn();
+            QMetaObject::invokeMethod(
+                m_button, [this] { Q_EMIT m_button->clicked(); }, Qt::QueuedConnection);
+        });
         Adopt(*m_button);
     }
 
@@ -83,11 +92,14 @@ private:
         const QString caption = SpokenName();
         if (m_button->text() != caption)
             m_button->setText(caption);
+        m_showing = true;
         m_button->setChecked(Held<BevelButton>().Value());
+        m_showing = false;
     }
     [[nodiscard]] QString SpokenName() const override { return Shown(Held<BevelButton>().Caption()); }
 
     QAbstractButton* m_button;
+    bool m_showing = false;
 };
 
 } // namespace

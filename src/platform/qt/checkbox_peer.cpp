@@ -29,14 +29,28 @@ public:
             if (auto* clicked = link.As<CheckBox>())
                 clicked->ReportClick();
         });
+        // An assistive tool turns the check instead of clicking. It gets its answer before the handler runs,
+        // which may put up a dialog.
+        QObject::connect(m_box, &QAbstractButton::toggled, m_box, [this, link = GetLink()] {
+            if (link.As<CheckBox>() == nullptr || m_showing)
+                return;
+            ShowOwn();
+            QMetaObject::invokeMethod(
+                m_box, [this] { Q_EMIT m_box->clicked(); }, Qt::QueuedConnection);
+        });
         Adopt(*m_box);
     }
 
 private:
-    void ShowOwn() override { m_box->setChecked(Held<CheckBox>().Value()); }
+    void ShowOwn() override {
+        m_showing = true;
+        m_box->setChecked(Held<CheckBox>().Value());
+        m_showing = false;
+    }
     [[nodiscard]] QString SpokenName() const override { return Shown(Held<CheckBox>().Caption()); }
 
     QCheckBox* m_box;
+    bool m_showing = false;
 };
 
 } // namespace

@@ -15,6 +15,7 @@ std::string AskForFolder(QWidget* near, std::string& start) {
     dialog.setObjectName(QStringLiteral("FolderChooser"));
     dialog.setOptions(QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
     dialog.setFileMode(QFileDialog::Directory);
+    dialog.setViewMode(QFileDialog::List); // dates and sizes would be cut, and tell nothing of a folder
     dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("場所："));
     dialog.setLabelText(QFileDialog::FileName, QStringLiteral("フォルダ："));
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("選択"));

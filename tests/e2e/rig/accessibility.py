@@ -106,6 +106,10 @@ def enabled(control):
     return control.get_state_set().contains(Atspi.StateType.ENABLED)
 
 
+def showing(control):
+    return control.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
 def checked(control):
     """Ticked, or pressed by the program."""
     return control.get_state_set().contains(Atspi.StateType.CHECKED)

@@ -110,6 +110,13 @@ class Show:
     def until_gone(self, title):
         self.until(lambda: title not in self.screen.windows(), f"the end of {title}")
 
+    def sound_window(self):
+        """The title of the sound window: it changes with the movie's times."""
+        return next((title for title in self.screen.windows() if "：" in title or title == "Untitled"), None)
+
+    def open_sounds(self):
+        self.click(*seen.centre(seen.named(self.control("ListTab"), "サウンド")))
+
     def open_preferences(self):
         self.until(lambda: self.screen.active_title() in (CONSOLE, MONITOR), "the keyboard in the console")
         self.press("Control_L", "comma")

@@ -31,6 +31,7 @@ class Screen:
         self._root = self._x.screen().root
         self._root.change_attributes(event_mask=X.SubstructureNotifyMask | X.PropertyChangeMask)
         self._x.damage_query_version()
+        self._x.xfixes_query_version()
         self._damage = self._root.damage_create(damage.DamageReportNonEmpty)
         self._x.flush()
         waiter.watch(self._x.fileno(), self._take_events, queued=True)
@@ -104,6 +105,16 @@ class Screen:
         except Xlib.error.BadWindow:
             return ""
 
+    def stacking(self):
+        """The titles of the window manager's windows, from bottom to top."""
+        value = self._root.get_full_property(self._x.get_atom("_NET_CLIENT_LIST_STACKING"), Xatom.WINDOW)
+        return [self._text(self._x.create_resource_object("window", number), "_NET_WM_NAME") for number in value.value]
+
+    def icon(self, title):
+        """Words of the window's picture for the desktop: width, height, then 0xaarrggbb a pixel."""
+        value = self._find(title).get_full_property(self._x.get_atom("_NET_WM_ICON"), Xatom.CARDINAL)
+        return list(value.value) if value is not None else []
+
     def ask_to_close(self, title):
         """What the close box of a window does, told to the program directly."""
         window = self._find(title)
@@ -127,6 +138,35 @@ class Screen:
         for code in reversed(codes):
             xtest.fake_input(self._x, X.KeyRelease, code)
         self._x.flush()
+
+    @contextlib.contextmanager
+    def held(self, *keys):
+        """Keys that stay down for the scope, and repeat as on any keyboard."""
+        codes = [self._x.keysym_to_keycode(XK.string_to_keysym(key)) for key in keys]
+        for code in codes:
+            xtest.fake_input(self._x, X.KeyPress, code)
+        self._x.flush()
+        yield
+        for code in reversed(codes):
+            xtest.fake_input(self._x, X.KeyRelease, code)
+        self._x.flush()
+
+    def point(self, x, y):
+        xtest.fake_input(self._x, X.MotionNotify, x=x, y=y)
+        self._x.flush()
+
+    def drag(self, start, end):
+        self.point(*start)
+        xtest.fake_input(self._x, X.ButtonPress, 1)
+        for part in range(1, 11):
+            xtest.fake_input(self._x, X.MotionNotify, x=start[0] + (end[0] - start[0]) * part // 10,
+                             y=start[1] + (end[1] - start[1]) * part // 10)
+        xtest.fake_input(self._x, X.ButtonRelease, 1)
+        self._x.flush()
+
+    def pointer_is_seen(self):
+        image = self._x.xfixes_get_cursor_image(self._root).cursor_image
+        return any(pixel >> 24 for pixel in image)
 
     def click(self, x, y, times=1):
         xtest.fake_input(self._x, X.MotionNotify, x=x, y=y)
