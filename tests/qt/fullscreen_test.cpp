@@ -90,6 +90,19 @@ TEST_F(FullScreenTest, ADisplayThatGoesTakesTheWindowAlongAndBringsItBack) {
     }
 }
 
+TEST_F(FullScreenTest, WithItsDisplayGoneAHiddenConsoleComesBack) {
+    auto console = StartWith<ConsoleShow>();
+    CoverStage();
+    Do([&] { console->Hide(); });
+    Settle();
+    ASSERT_FALSE(Find("Mainform")->isVisible());
+    SetScreens({{"Main", kMain}});
+    EXPECT_TRUE(Until([&] { return Find("Mainform")->isVisible() && console->Active(); }));
+    Do([&] { console->Hide(); });
+    EXPECT_TRUE(Until([&] { return Find("Mainform")->isVisible(); })) << "nor can it be hidden now";
+    EXPECT_TRUE(console->Visible());
+}
+
 TEST_F(FullScreenTest, AWindowMadeAnewStandsUnderTheConsole) {
     auto console = StartWith<ConsoleShow>();
     CoverStage();

@@ -101,6 +101,13 @@ bool Runtime::DeliverNow(const Window& window, const std::string& what,
     return true;
 }
 
+void Runtime::ReportNothingSeen() {
+    if (m_forms.empty())
+        return;
+    const auto console = m_forms.front().window;
+    Deliver(*console, console->Name() + " Show", [console] { console->Show(); });
+}
+
 void Runtime::RunGuarded(const std::string& what, const std::function<void()>& handler) {
     const FileFailureScope own(*this);
     m_saidOnce.clear();

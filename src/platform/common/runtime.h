@@ -61,6 +61,10 @@ public:
     /// put off.
     bool DeliverNow(const Window& window, const std::string& what, const std::function<void()>& handler);
 
+    /// The back end: no window can be seen, whatever the contract objects hold, because the display of one is
+    /// gone. The console comes, so that nobody is left without keys.
+    void ReportNothingSeen();
+
     /// Any thread: runs the call on the main thread, outside any delivery.
     void Post(std::function<void()> call);
     /// A worker of the platform's own begins. The runtime's end waits for those under way.
