@@ -6,6 +6,7 @@
 #include "settings/settingform.h"
 #include "shell/mainform.h"
 #include "shell/start.h"
+#include "show_forms.h"
 #include "sound/musicform.h"
 
 #include <QAbstractButton>
@@ -339,6 +340,18 @@ TEST_F(FormsTest, EachWindowIsWhatItsTableSays) {
         Find<QTabBar>(form, "ListTab.Tabs")->setCurrentIndex(1);
         ExpectLines(Seen(form), Expected(*table, 1));
     }
+}
+
+class FineScreenTest : public QtTest {
+protected:
+    FineScreenTest() : QtTest({{"Main", {0, 0, 1920, 1200}, 2.0}}) {}
+};
+
+TEST_F(FineScreenTest, ThePictureIsTheOneOfMorePixels) {
+    StartWith<AboutShow>();
+    const QImage wanted = QImage(":/pictures/Kirologo@2x.png").convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(wanted.size(), QSize(320, 240));
+    EXPECT_EQ(Look("VerForm", "Canvas1").convertToFormat(QImage::Format_RGB32), wanted);
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "platform/qt/convert.h"
 #include "platform/qt/reporting.h"
 
+#include <QIcon>
+#include <QImageReader>
 #include <QPainter>
 #include <QPixmap>
 #include <QWidget>
@@ -20,20 +22,22 @@ public:
         if (name == m_name)
             return;
         m_name = name;
-        // Where the screen has more device pixels, Qt takes the file's "@2x" twin if there is one.
-        m_picture = QPixmap(QStringLiteral(":/pictures/%1.png").arg(name));
+        const QString file = QStringLiteral(":/pictures/%1.png").arg(name);
+        m_size = QImageReader(file).size();
+        m_picture = QIcon(file); // which finds the file's "@2x" twin for a screen of more device pixels
         update();
     }
 
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         if (!m_picture.isNull())
-            QPainter(this).drawPixmap(0, 0, m_picture);
+            QPainter(this).drawPixmap(0, 0, m_picture.pixmap(m_size, devicePixelRatioF()));
     }
 
 private:
     QString m_name;
-    QPixmap m_picture;
+    QSize m_size;
+    QIcon m_picture;
 };
 
 class CanvasPeer final : public ControlPeer {
