@@ -20,10 +20,11 @@ NO_TIME = "00：00：00"
 class Case(unittest.TestCase):
     monitors = (desks.LEFT, desks.RIGHT)
     window_manager = True
+    beside_the_program = CLIP_NAMES
 
     def setUp(self):
         self.desk = self.enterContext(desks.desk(BINARY, self.monitors, self.window_manager))
-        self.desk.put(*(CLIPS / name for name in CLIP_NAMES))
+        self.desk.put(*(CLIPS / name for name in self.beside_the_program))
         SHOTS.mkdir(parents=True, exist_ok=True)
 
     def start(self, **options):

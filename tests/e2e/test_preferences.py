@@ -153,8 +153,9 @@ class Preferences(Case):
         # A folder whose name would be two lines.
         show.click_on("Folder1_Bevel", PREFERENCES)
         chooser = show.window("フォルダを選択")
-        entry = show.until(lambda: seen.named(chooser, broken.name), "the folder in the list")
-        show.click(*seen.centre(entry))
+        entry = show.until(lambda: seen.named(chooser, broken.name, lists=True), "the folder in the list")
+        x, y, _, _ = seen.area(entry)
+        show.click(x + 40, y + 10)
         show.until(lambda: seen.enabled(seen.named(chooser, "選択")), "a choice")
         seen.act(seen.named(chooser, "選択"))
         show.until_gone("フォルダを選択")

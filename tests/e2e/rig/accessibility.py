@@ -57,22 +57,23 @@ def _find(accessible, name):
     return None
 
 
-def named(accessible, text):
-    """The first control below that shows that text."""
+def _parts(accessible, lists):
+    """The controls below, from the top; what lies in a list of things only if asked for."""
     for child in _children(accessible):
-        found = child if child.get_name() == text else named(child, text)
-        if found is not None:
-            return found
-    return None
+        yield child
+        if lists or child.get_role() not in (ROLE.TABLE, ROLE.LIST, ROLE.TREE, ROLE.TREE_TABLE):
+            yield from _parts(child, lists)
+
+
+def named(accessible, text, lists=False):
+    """The first control below that shows that text; in a list, one that can be seen."""
+    return next((part for part in _parts(accessible, lists)
+                 if part.get_name() == text and (not lists or area(part)[2] > 0)), None)
 
 
 def of_role(accessible, role):
     """The first control below of that role."""
-    for child in _children(accessible):
-        found = child if child.get_role() == role else of_role(child, role)
-        if found is not None:
-            return found
-    return None
+    return next((part for part in _parts(accessible, False) if part.get_role() == role), None)
 
 
 def centre(control):

@@ -64,3 +64,6 @@ if __name__ == "__main__":
     make_movie(folder / "0 長.mp4", 4, seconds=150, rate=10)
     make_sound(folder / "音.wav")
     make_long_movie(folder / "長編.mp4")
+    samples = folder / "samples"
+    samples.mkdir(exist_ok=True)
+    subprocess.run(["bash", pathlib.Path(__file__).parents[3] / "packaging/samples.sh", samples], check=True)

@@ -116,6 +116,7 @@ class Show:
 
     def open_sounds(self):
         self.click(*seen.centre(seen.named(self.control("ListTab"), "サウンド")))
+        self.until(lambda: seen.showing(self.control("mStrGrid")), "the sounds' page")
 
     def open_preferences(self):
         self.until(lambda: self.screen.active_title() in (CONSOLE, MONITOR), "the keyboard in the console")

@@ -1,0 +1,17 @@
+"""guide.py PROGRAM CLIPS FOLDER: runs the evening that docs/guide.md tells and saves the guide's pictures in FOLDER.
+
+CLIPS is the folder that `python3 -m rig.clips` fills.
+"""
+
+import os
+import pathlib
+import sys
+import tempfile
+import unittest
+
+if __name__ == "__main__":
+    program, clips, folder = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
+    with tempfile.TemporaryDirectory(prefix="kirolane-") as shots:
+        os.environ.update(KIROLANE_PROGRAM=str(program), KIROLANE_CLIPS=str(clips), KIROLANE_SHOTS=shots,
+                          KIROLANE_LOGO="", KIROLANE_GUIDE=str(folder))
+        unittest.main("test_evening", argv=sys.argv[:1])

@@ -1,0 +1,168 @@
+"""The evening that docs/guide.md tells, from the first start to the end of the show.
+
+Where KIROLANE_GUIDE names a folder, the guide's pictures are saved there: guide.py does so.
+"""
+
+import os
+import pathlib
+import subprocess
+
+from case import CLIPS, CONSOLE, MONITOR, SHOTS, Case, seen, unittest
+from rig.desk import CHOOSER, PREFERENCES
+from rig.program import colon_path
+
+GUIDE = os.environ.get("KIROLANE_GUIDE")
+SAVED = "設定を確定しました"
+GROUND = 0x39424E
+
+OPERATOR = (0, 0, 1024, 640)
+AUDIENCE = (1024, 0, 1024, 640)
+FIRST_HALF = ["サンプル１.mp4", "サンプル２.mov", "サンプル３.m4v"]
+SECOND_HALF = {"第二部１.m4v": FIRST_HALF[2], "第二部２.mov": FIRST_HALF[1]}
+MUSIC = ["サンプル音１.wav", "サンプル音２.mp3"]
+
+
+class Evening(Case):
+    monitors = (OPERATOR, AUDIENCE)
+    beside_the_program = ()
+
+    def setUp(self):
+        super().setUp()
+        self.desk.screen.paint_ground(GROUND)
+        self.folders = {name: self.desk.home / name for name in ("ムービー", "第二部", "音楽")}
+        for folder in self.folders.values():
+            folder.mkdir()
+        for name in FIRST_HALF:
+            os.link(CLIPS / "samples" / name, self.folders["ムービー"] / name)
+        for name, source in SECOND_HALF.items():
+            os.link(CLIPS / "samples" / source, self.folders["第二部"] / name)
+        for name in MUSIC:
+            os.link(CLIPS / "samples" / name, self.folders["音楽"] / name)
+
+    def picture(self, name, *area):
+        """What the guide shows, once it stands still where it can; small, with few colours."""
+        file = SHOTS / f"evening {name}.png"
+        self.desk.screen.picture.save_png(file, *area)
+        if GUIDE:
+            subprocess.run(["ffmpeg", "-nostdin", "-v", "error", "-y", "-i", file, "-vf",
+                            "split[a][b];[a]palettegen=max_colors=96[p];[b][p]paletteuse=dither=none",
+                            pathlib.Path(GUIDE) / f"{name}.png"], check=True)
+
+    def settled(self, title):
+        """The area of a window that stands still, with its frame."""
+        screen = self.desk.screen
+        self.desk.waiter.until_still(lambda: screen.picture.area(*screen.windows()[title]), still=0.3)
+        left, top, width, height = screen.windows()[title]
+        return left - 1, top - 20, width + 2, height + 22
+
+    def stage(self):
+        """A few pixels of the audience's display, enough to tell one picture from the next."""
+        left, top, width, height = AUDIENCE
+        return tuple(self.desk.screen.picture.pixel(left + x * width // 32, top + y * height // 16)
+                     for x in range(1, 32) for y in range(1, 16))
+
+    def until_moving(self, show, pictures=25):
+        seen_there = set()
+
+        def moved():
+            seen_there.add(self.stage())
+            return len(seen_there) > pictures
+        show.until(moved, "moving pictures for the audience")
+
+    def choose(self, show, button, folder, picture=None):
+        show.click_on(button, PREFERENCES)
+        if picture:
+            show.window(CHOOSER)
+            self.picture(picture, *self.settled(CHOOSER))
+        show.choose_folder(self.folders[folder])
+        field = button.replace("Bevel", "Edit")
+        show.until(lambda: seen.content(show.control(field, PREFERENCES)) == colon_path(self.folders[folder]),
+                   f"{folder} in {field}")
+
+    def end(self, show):
+        self.desk.screen.ask_to_close(CONSOLE)
+        status, seconds = show.program.exit_status()
+        self.assertEqual((status, show.program.errors), (0, []))
+        self.assertLess(seconds, 2.0)
+
+    def test_evening(self):
+        with self.desk.started() as show:
+            show.until(lambda: self.desk.screen.windows().get(MONITOR) == AUDIENCE, "the audience's window")
+            self.choose_folders(show)
+            self.end(show)
+        with self.desk.started() as show:
+            show.until_rows(FIRST_HALF)
+            self.run_the_list(show)
+            self.add_music(show)
+            self.go_on_with_the_second_half(show)
+            self.hide_and_show_the_console(show)
+            self.end(show)
+
+    def choose_folders(self, show):
+        show.open_preferences()
+        self.choose(show, "Folder1_Bevel", "ムービー", picture="chooser")
+        self.choose(show, "Folder2_Bevel", "第二部")
+        show.click(*seen.centre(seen.named(show.control("ListTab", PREFERENCES), "サウンド")))
+        show.until(lambda: seen.showing(show.control("mFolder1_Bevel", PREFERENCES)), "the sounds' page")
+        self.choose(show, "mFolder1_Bevel", "音楽")
+        show.click(*seen.centre(seen.named(show.control("ListTab", PREFERENCES), "ムービー")))
+        show.click_on("SettingButton", PREFERENCES)
+        show.until(lambda: show.text("MessageLabel", PREFERENCES) == SAVED, "the word of the save")
+        self.picture("preferences", *self.settled(PREFERENCES))
+        self.desk.screen.ask_to_close(PREFERENCES)
+        show.until_gone(PREFERENCES)
+
+    def run_the_list(self, show):
+        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")
+        show.press("Shift_L", "x")
+        show.until(lambda: show.text("LoopLabel") == "↓", "the sign of the list")
+        show.press("Return")
+        show.until_text("PlayModeLabel", "再生中")
+        self.until_moving(show)
+        show.until(lambda: show.text("PosTIme") >= "00：00：03", "three seconds of it")
+        self.picture("show")
+
+    def add_music(self, show):
+        show.open_sounds()
+        show.until(lambda: show.rows(2, grid="mStrGrid") == MUSIC, "the music")
+        show.press("Return")
+        show.until(lambda: "：" in (show.sound_window() or ""), "the sound window")
+        title = show.sound_window()
+        label = show.control("VolumeLabel", title)
+        for level in (79, 78, 77):
+            show.press("Control_L", "Shift_L", "Down")
+            show.until(lambda: seen.text(label) == f"Volume：  {level}", f"the music at {level}")
+        self.assertEqual(show.text("VolumeLabel"), "Volume：  80", "the movie is as loud as before")
+        show.press("Control_L", "Shift_L", "x")
+        show.until(lambda: show.text("mLoopLabel") == "↓", "the sign of the music's list")
+        self.until_moving(show)
+        self.picture("music", *OPERATOR)
+
+    def go_on_with_the_second_half(self, show):
+        # The end of a movie leads to the next row by itself.
+        show.press("Control_L", "Right")
+        show.until_text("FileLabel", FIRST_HALF[1])
+        show.click(*seen.centre(seen.named(show.control("ListTab"), "ムービー")))
+        show.until(lambda: seen.showing(show.control("StrGrid")), "the movies' page")
+        show.click_on("Fold2")
+        show.until_rows(list(SECOND_HALF))
+        self.until_moving(show)
+        show.until_text("FileLabel", FIRST_HALF[1])
+        show.press("Return")
+        show.until_text("FileLabel", list(SECOND_HALF)[0])
+        show.until(lambda: show.rows(2, column=0) == ["●", ""], "its mark")
+        self.until_moving(show)
+
+    def hide_and_show_the_console(self, show):
+        windows = self.desk.screen.windows
+        show.press("Alt_L", "x")
+        show.until(lambda: CONSOLE not in windows() and not show.sound_window(), "the audience's window alone")
+        self.until_moving(show)
+        self.picture("hidden")
+        show.press("Alt_L", "x")
+        show.until(lambda: CONSOLE in windows() and show.sound_window(), "the console and the music's window")
+        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")
+
+
+if __name__ == "__main__":
+    unittest.main()
