@@ -2,6 +2,7 @@
 #include "benchmarks.h"
 
 #include "display/monitorform.h"
+#include "platform/exceptions.h"
 #include "shell/mainform.h"
 #include "video/rate_table.h"
 
@@ -21,6 +22,8 @@ constexpr int kBeginning = 5;
 
 /// What the read-out shows, in milliseconds: how far the audience's player is ahead.
 double Drift(const App& app) {
+    if (!app.Console().FileOpen_Flag)
+        throw RuntimeException("no clip is open");
     return 1000.0 * (app.Monitor().QTM()->Position() - app.Console().QTM()->Position());
 }
 

@@ -77,6 +77,7 @@ void Conductor::Add(Player& player) {
 void Conductor::Remove(Player& player) {
     const std::lock_guard lock(m_mutex);
     std::erase(m_players, &player);
+    m_trim.Leave(player);
     for (Player* other : m_players)
         other->Pictures().Unshare(player.Pictures());
 }
@@ -122,6 +123,8 @@ std::optional<TimePoint> Conductor::NextDeadline() const {
     for (const Player* player : m_players)
         if (const auto deadline = player->Deadline(); deadline && (!next || *deadline < *next))
             next = deadline;
+    if (const auto deadline = m_trim.Deadline(); deadline && (!next || *deadline < *next))
+        next = deadline;
     return next;
 }
 
@@ -172,9 +175,23 @@ void Conductor::Advance(TimePoint now) {
             continue;
         std::vector<Player*> together;
         std::copy_if(m_players.begin(), m_players.end(), std::back_inserter(together), waits);
-        for (Player* other : together)
-            other->Start();
+        StartTogether(together, now);
     }
+    m_trim.Advance(now);
+}
+
+void Conductor::StartTogether(const std::vector<Player*>& players, TimePoint now) {
+    Player* stage = nullptr;
+    Player* preview = nullptr;
+    for (Player* player : players) {
+        player->Start();
+        if (player->GetRole().role == Role::Stage)
+            stage = player;
+        if (player->GetRole().role == Role::Preview)
+            preview = player;
+    }
+    if (stage != nullptr && preview != nullptr)
+        m_trim.Begin(*stage, *preview, now);
 }
 
 Player* Conductor::TwinOf(const Player& player) const {

@@ -4,6 +4,7 @@
 #include "platform/mpv/midi_shelf.h"
 #include "platform/mpv/mpv_media.h"
 #include "platform/mpv/player.h"
+#include "platform/mpv/start_trim.h"
 
 #include <condition_variable>
 #include <future>
@@ -67,6 +68,7 @@ private:
     /// Under the lock.
     void Advance(TimePoint now);
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
+    void StartTogether(const std::vector<Player*>& players, TimePoint now);
     [[nodiscard]] Player* TwinOf(const Player& player) const;
     bool Fail(Player& player, const std::string& path, const std::string& cause);
 
@@ -78,6 +80,7 @@ private:
     // Under m_mutex.
     std::vector<Player*> m_players;
     unsigned m_lastGroup = 0;
+    StartTrim m_trim;
     MediaFile m_toldOf; ///< the file of the last such line
 
     // The main thread's.

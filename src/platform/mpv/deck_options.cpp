@@ -68,6 +68,7 @@ constexpr Option kAllRoles[] = {
 
 constexpr Option kPreview[] = {
     {"mute",                    "yes"},
+    {"audio-pitch-correction",  "no"}, // nobody hears it, and it would make jolts of small changes of speed
     {"vd-lavc-threads",         "1"},
     {"vd-lavc-fast",            "yes"},
     {"vd-lavc-skiploopfilter",  "all"},

@@ -8,8 +8,10 @@ namespace kirolane::mpv {
 namespace {
 /// A report that lies further off is taken as it is.
 constexpr double kLeap = 0.15;
-/// The part of a report's difference that is taken over at once.
-constexpr double kPull = 0.2;
+/// Reports that are judged together, by the least late of them.
+constexpr int kTogether = 8;
+/// The part of their difference that is taken over; of the first after a start, all.
+constexpr double kPull = 0.7;
 } // namespace
 
 double PlayClock::Raw(TimePoint now) const {
@@ -27,11 +29,14 @@ void PlayClock::Set(double position) {
     m_running = false;
     m_base = position;
     m_lastRead = position;
+    Forget();
 }
 
 void PlayClock::Start(TimePoint now) {
     m_since = now;
     m_running = true;
+    m_settled = false;
+    Forget();
 }
 
 void PlayClock::Halt(TimePoint now) {
@@ -43,6 +48,7 @@ void PlayClock::SetRate(double rate, TimePoint now) {
     m_base = Raw(now);
     m_since = now;
     m_rate = rate;
+    Forget();
 }
 
 void PlayClock::Observe(double position, TimePoint now) {
@@ -50,8 +56,20 @@ void PlayClock::Observe(double position, TimePoint now) {
         return;
     const double raw = Raw(now);
     const double error = position - raw;
-    m_base = raw + (std::abs(error) > kLeap ? error : error * kPull);
+    if (std::abs(error) > kLeap) {
+        Correct(raw + error, now);
+        return;
+    }
+    m_leastLate = m_reports == 0 ? error : std::max(m_leastLate, error);
+    if (++m_reports == kTogether)
+        Correct(raw + m_leastLate * (m_settled ? kPull : 1.0), now);
+}
+
+void PlayClock::Correct(double position, TimePoint now) {
+    m_base = position;
     m_since = now;
+    m_settled = true;
+    Forget();
 }
 
 } // namespace kirolane::mpv

@@ -8,8 +8,8 @@ using Clock = std::chrono::steady_clock;
 using TimePoint = Clock::time_point;
 
 /// A smooth position made of libmpv's reports, which come about once a frame. Between reports time runs on at
-/// the rate; a report pulls the reading gently, so that the wait of a thread does not show as a jolt.
-/// Readings never go backwards but by Set. Seconds of the movie.
+/// the rate. A report can only be late, by the waits of threads: of a few in a row the least late corrects
+/// the reading. Readings never go backwards but by Set. Seconds of the movie.
 class PlayClock {
 public:
     /// Halts at that position.
@@ -22,15 +22,22 @@ public:
 
     [[nodiscard]] double Read(TimePoint now) const;
     [[nodiscard]] bool Running() const { return m_running; }
+    /// Reports have corrected the reading since the start.
+    [[nodiscard]] bool Settled() const { return m_running && m_settled; }
 
 private:
     [[nodiscard]] double Raw(TimePoint now) const;
+    void Correct(double position, TimePoint now);
+    void Forget() { m_reports = 0; }
 
     double m_base = 0.0;
     TimePoint m_since;
     double m_rate = 1.0;
     bool m_running = false;
     mutable double m_lastRead = 0.0;
+    bool m_settled = false;
+    int m_reports = 0;        ///< since the last correction
+    double m_leastLate = 0.0; ///< of those, how far ahead of the reading
 };
 
 } // namespace kirolane::mpv

@@ -180,15 +180,25 @@ void Player::Halt(TimePoint now) {
 }
 
 void Player::TellLevels(TimePoint now) {
-    if (m_toldRate != m_rate) {
-        m_deck->SetNumber("speed", m_rate);
-        m_clock.SetRate(m_rate, now);
-        m_toldRate = m_rate;
+    if (const double rate = m_rate * m_nudge; m_toldRate != rate) {
+        m_deck->SetNumber("speed", rate);
+        m_clock.SetRate(rate, now);
+        m_toldRate = rate;
     }
     if (m_toldVolume != m_volume) {
         m_deck->SetNumber("volume", CubicVolume(m_volume));
         m_toldVolume = m_volume;
     }
+}
+
+bool Player::Plays() const {
+    return m_phase == Phase::Open && m_running && m_toldRunning && !m_flight && !m_nextSeek && !m_eof;
+}
+
+void Player::Nudge(double factor, TimePoint now) {
+    m_nudge = factor;
+    if (m_phase == Phase::Open)
+        TellLevels(now);
 }
 
 void Player::Advance(bool haltToSeek, TimePoint now) {

@@ -79,6 +79,14 @@ public:
     /// Stands where it is to start from.
     [[nodiscard]] bool Ready() const { return !m_nextSeek && !m_flight; }
     void Start();
+    /// It runs, and nothing else has been ordered.
+    [[nodiscard]] bool Plays() const;
+    [[nodiscard]] double Rate() const { return m_rate; }
+    /// Seconds.
+    [[nodiscard]] double PositionAt(TimePoint now) const { return m_clock.Read(now); }
+    [[nodiscard]] bool PositionSettled() const { return m_clock.Settled(); }
+    /// Plays at that many times its rate.
+    void Nudge(double factor, TimePoint now);
     /// Tells libmpv what it need not wait for. `haltToSeek`: others are to go on with it after the seek.
     void Advance(bool haltToSeek, TimePoint now);
     /// When the wait for a seek ends, if there is one.
@@ -139,13 +147,14 @@ private:
     // What is wanted.
     bool m_running = false;
     double m_rate = 1.0;
+    double m_nudge = 1.0; ///< times the rate
     std::int32_t m_volume = 256;
     std::optional<double> m_nextSeek; ///< not yet told
     unsigned m_group = 0;             ///< players of one group start together
 
     // What libmpv has been told.
     bool m_toldRunning = false;
-    double m_toldRate = 1.0;
+    double m_toldRate = 1.0; ///< with the nudge
     std::int32_t m_toldVolume = 256;
     double m_toldSeekLead = 0.0;
     std::optional<Flight> m_flight;
