@@ -1,5 +1,6 @@
 // Each class of control: what it shows, what it reports, and what assistive tools read.
 
+#include "lists/media_types.h"
 #include "platform/bevelbutton.h"
 #include "platform/checkbox.h"
 #include "platform/editfield.h"
@@ -11,6 +12,7 @@
 #include "platform/updownarrows.h"
 #include "qt_test.h"
 #include "show_forms.h"
+#include "video/rate_table.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -84,6 +86,30 @@ TEST_F(ControlsTest, TextFitsItsBoxes) {
     all(design::kMusicFormControls);
     all(design::kSettingFormControls);
     all(design::kVerFormControls);
+
+    // What the program writes into them as it runs.
+    const auto also = [&](std::span<const ControlDesign> rows, std::string_view name, std::string_view text) {
+        const auto row =
+            std::find_if(rows.begin(), rows.end(), [&](const auto& r) { return r.name == name; });
+        ASSERT_NE(row, rows.end()) << name;
+        fits(*row, text);
+    };
+    for (const std::span<const ControlDesign> rows :
+         {std::span<const ControlDesign>(design::kMainformControls), {design::kMusicFormControls}}) {
+        for (const RateRow& rate : kRates)
+            also(rows, "RateText", rate.caption);
+        for (const char* mode : {"再生中", "一時停止", "停止"})
+            also(rows, "PlayModeLabel", mode);
+        also(rows, "VolumeLabel", "Volume：100");
+        also(rows, "MaxTime", "59：59：59");
+    }
+    for (const MediaTypeRow& type : kMovieTypes)
+        also(design::kMainformControls, "MediaType", type.caption);
+    for (const MediaTypeRow& type : kSoundTypes)
+        also(design::kMusicFormControls, "MediaType", type.caption);
+    also(design::kMainformControls, "TimingLabel", "-12.34秒：Timing");
+    also(design::kMainformControls, "FileNumberLabel", "99999 / 99999");
+    also(design::kSettingFormControls, "MessageLabel", "設定を確定しました");
 }
 
 TEST_F(ControlsTest, ALongPathIsCutBeforeTheSignThatStandsInItsBox) {
