@@ -23,6 +23,8 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QTabBar>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -153,9 +155,36 @@ TEST_F(ControlsTest, AButtonReportsClicksAndIsPressedOnlyByItsControl) {
     EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
 }
 
-TEST_F(ControlsTest, ToolTipsArePlainText) {
-    Do([&] { Get<BevelButton>("Fold1")->SetHelpTag("Root:a\xFF:<b>&"); });
-    EXPECT_EQ(Find("Mainform", "Fold1")->toolTip(), QStringLiteral("Root:a\uFFFD:&lt;b&gt;&amp;"));
+TEST_F(ControlsTest, AToolTipShowsItsPathInLinesThatStayOnTheOperatorsDisplay) {
+    const auto shown = [&](const std::string& path) {
+        Do([&] { Get<BevelButton>("Fold1")->SetHelpTag(path); });
+        QTextDocument tip;
+        tip.setHtml(Find("Mainform", "Fold1")->toolTip());
+        return tip.toPlainText();
+    };
+    EXPECT_EQ(shown("Root:R & B:"), QStringLiteral("Root:R & B:"));
+    EXPECT_EQ(shown("Root:a\xFF:<b>&"), QStringLiteral("Root:a\uFFFD:<b>&"));
+    EXPECT_EQ(shown("Root:a  b:"), QStringLiteral("Root:a  b:"));
+    EXPECT_EQ(shown(""), QString());
+    const std::string path = "Root:" + std::string(100, 'W') + ":folder:" + std::string(20, 'i') + ":";
+    const QStringList lines = shown(path).split(QLatin1Char('\n'));
+    EXPECT_GT(lines.size(), 2);
+    EXPECT_EQ(lines.join(QString()).toStdString(), path);
+    for (const QString& line : lines)
+        EXPECT_LE(QFontMetrics(QToolTip::font()).horizontalAdvance(line), 480);
+}
+
+TEST_F(ControlsTest, ALongPathInALockedFieldShowsBothItsEnds) {
+    Do([] { Instance<SettingShow>()->Show(); });
+    auto field = Instance<SettingShow>()->Control<EditField>("Folder1_Edit");
+    const auto look = [&](const std::string& path) {
+        Do([&] { field->SetText(path); });
+        return Look("SettingForm", "Folder1_Edit");
+    };
+    const std::string middle(200, 'm');
+    EXPECT_NE(look("Root:a" + middle + ":b:"), look("Root:a" + middle + ":c:"));
+    EXPECT_NE(look("Root:a" + middle + ":b:"), look("Root:x" + middle + ":b:"));
+    EXPECT_EQ(look("Root:a" + middle + ":b:"), look("Root:a" + middle + "n" + middle + ":b:"));
 }
 
 TEST_F(ControlsTest, TheLevelFillsFromTheBottomAndFollowsThePointer) {

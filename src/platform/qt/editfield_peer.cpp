@@ -5,15 +5,41 @@
 #include "platform/qt/reporting.h"
 
 #include <QLineEdit>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 namespace kirolane::qt {
 
 namespace {
 
+/// Nobody can scroll a field that is locked: what is too long for it is cut in the middle, so that the last
+/// folder of a path stays readable.
+class FieldWidget : public QLineEdit {
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QStyleOptionFrame option;
+        initStyleOption(&option);
+        const QRect room =
+            style()->subElementRect(QStyle::SE_LineEditContents, &option, this).adjusted(2, 0, -2, 0);
+        if (isEnabled() || fontMetrics().horizontalAdvance(text()) <= room.width()) {
+            QLineEdit::paintEvent(event);
+            return;
+        }
+        QPainter painter(this);
+        style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width()));
+    }
+};
+
 class EditFieldPeer final : public ControlPeer {
 public:
     EditFieldPeer(EditField& field, QWidget& content) : ControlPeer(field) {
-        m_field = new Reporting<QLineEdit>(GetLink(), &content);
+        m_field = new Reporting<FieldWidget>(GetLink(), &content);
         m_field->setFont(FontOf(field.Design()));
         m_field->setFocusPolicy(Qt::ClickFocus);
         if (field.Design().textAlign == TextAlign::Centre)
