@@ -111,7 +111,8 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
             m_clock.Start(now);
         break;
     case Topic::VideoTrack:
-        m_pictures.SetHasPicture(ValueOf<std::int64_t>(property, MPV_FORMAT_INT64) != nullptr);
+        // A change may be told late, when it was that of the file before; an answer is never late.
+        m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
         break;
     default:
         break;
