@@ -42,6 +42,9 @@ std::vector<Row> MeasureDrift(const Inputs& inputs);
 std::vector<Row> MeasureLongDrift(const Inputs& inputs);
 std::vector<Row> MeasureKeys(const Inputs& inputs);
 std::vector<Row> MeasureTick(const Inputs& inputs);
+std::vector<Row> MeasureSoundBeside(const Inputs& inputs);
+std::vector<Row> MeasurePreferences(const Inputs& inputs);
+std::vector<Row> MeasureFolderPress(const Inputs& inputs);
 
 inline constexpr int kRuns = 7; ///< samples of each figure, taken in turn with its reference's
 

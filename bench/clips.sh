@@ -1,11 +1,12 @@
 #!/bin/bash
 # clips.sh FOLDER [long]: makes the clips of the measurements, each once; with "long" also the one of ten minutes.
 #
-# stage.mp4 is 20 s of 1080p30 H.264 with AAC and a key frame each second, small.mp4 a short one of few pixels. The
-# others carry numbers: the picture is 8 rows of 20 blocks, a column a bit, white for a set one, the lowest at the
-# left: 4 bits of clip, 16 of frame; every second row is turned over. A moving test picture shines through.
+# stage.mp4 is 20 s of 1080p30 H.264 with AAC and a key frame each second, small.mp4 a short one of few pixels,
+# sound/1.m4a a minute of noise. The rest carry numbers: the picture is 8 rows of 20 blocks, a column a bit, white for
+# a set one, the lowest at the left: 4 bits of clip, 16 of frame; every second row is turned over. A moving test
+# picture shines through.
 set -euo pipefail
-mkdir -p "$1"/{show,seek,long}
+mkdir -p "$1"/{show,seek,long,sound}
 cd "$1"
 
 # encode NAME RATE SECONDS PRESET GRAPH
@@ -29,6 +30,13 @@ numbered() {
 
 encode stage 30 20 veryfast "testsrc2=size=1920x1080:rate=30:duration=20[picture]"
 encode small 30 3 veryfast "testsrc2=size=320x240:rate=30:duration=3[picture]"
+
+# Music under the movie.
+if [[ ! -e sound/1.m4a ]]; then
+    ffmpeg -nostdin -v error -y -f lavfi -i "anoisesrc=color=pink:sample_rate=44100:duration=60" -ac 2 -c:a aac \
+        sound/1.part.m4a
+    mv sound/1.part.m4a sound/1.m4a
+fi
 
 # One after the other on stage: other sizes and frame rates.
 numbered show/1 1 1920x1080 30 3

@@ -29,6 +29,9 @@ constexpr Benchmark kBenchmarks[] = {
     {"drift-long",  Place::Desktop,  false, MeasureLongDrift},
     {"keys",        Place::Desktop,  true,  MeasureKeys},
     {"tick",        Place::Anywhere, true,  MeasureTick},
+    {"sound",       Place::Anywhere, true,  MeasureSoundBeside},
+    {"preferences", Place::Anywhere, true,  MeasurePreferences},
+    {"folder",      Place::Anywhere, true,  MeasureFolderPress},
 };
 // clang-format on
 
