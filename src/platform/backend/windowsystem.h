@@ -23,6 +23,9 @@ public:
     virtual void Update(std::span<RectControl* const> changed, bool windowToo) = 0;
     /// Raises the window above the program's others, and gives it the keyboard if so told.
     virtual void BringToFront(bool withKeyboard) = 0;
+    /// False while the display that a full-screen window covers is gone: then it is not seen, whatever it
+    /// holds.
+    [[nodiscard]] virtual bool HasDisplay() const { return true; }
 };
 
 /// A running clock of a Timer; destroying it stops it.

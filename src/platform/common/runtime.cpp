@@ -101,11 +101,9 @@ bool Runtime::DeliverNow(const Window& window, const std::string& what,
     return true;
 }
 
-void Runtime::ReportNothingSeen() {
-    if (m_forms.empty())
-        return;
-    const auto console = m_forms.front().window;
-    Deliver(*console, console->Name() + " Show", [console] { console->Show(); });
+void Runtime::ReportScreensChanged() {
+    if (!m_delivering && !m_flushing) // else a Flush follows anyway
+        Flush();
 }
 
 void Runtime::RunGuarded(const std::string& what, const std::function<void()>& handler) {
@@ -269,12 +267,16 @@ void Runtime::FlushWindows() {
     }
 }
 
+bool Runtime::HasKeys(const Window& window) {
+    return window.m_visible && window.Design().frame != WindowFrame::Palette &&
+           (window.m_peer == nullptr || window.m_peer->HasDisplay());
+}
+
 void Runtime::KeepOneWindow() {
     if (m_ended || m_forms.empty())
         return;
-    const bool any = std::any_of(m_forms.begin(), m_forms.end(), [](const Form& form) {
-        return form.window->m_visible && form.window->Design().frame != WindowFrame::Palette;
-    });
+    const bool any =
+        std::any_of(m_forms.begin(), m_forms.end(), [](const Form& form) { return HasKeys(*form.window); });
     if (!any)
         m_forms.front().window->Show();
 }
@@ -294,7 +296,7 @@ void Runtime::HandOverKeyboard() {
     if (!lost || taken)
         return;
     for (const auto& form : m_forms) {
-        if (form.window->m_visible && form.window->Design().frame != WindowFrame::Palette) {
+        if (HasKeys(*form.window)) {
             OrderFront(*form.window);
             return;
         }

@@ -61,9 +61,9 @@ public:
     /// put off.
     bool DeliverNow(const Window& window, const std::string& what, const std::function<void()>& handler);
 
-    /// The back end: no window can be seen, whatever the contract objects hold, because the display of one is
-    /// gone. The console comes, so that nobody is left without keys.
-    void ReportNothingSeen();
+    /// The back end: displays came, went or changed. Where no window is left to be seen the console comes, so
+    /// that nobody is left without keys.
+    void ReportScreensChanged();
 
     /// Any thread: runs the call on the main thread, outside any delivery.
     void Post(std::function<void()> call);
@@ -145,6 +145,8 @@ private:
     [[nodiscard]] bool HasPosted();
     void FlushPlayers();
     void FlushWindows();
+    /// It can be seen, and commands can be given in it.
+    static bool HasKeys(const Window& window);
     void KeepOneWindow();
     void HandOverKeyboard();
 

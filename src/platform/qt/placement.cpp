@@ -127,13 +127,18 @@ void Placement::Cover() {
     m_form.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     m_form.setScreen(screen);
     m_form.setGeometry(m_covered);
-    m_form.showFullScreen();
+    m_form.setWindowState(Qt::WindowFullScreen);
+    m_form.show(); // showFullScreen would take the keyboard
     m_settling.start();
 }
 
 void Placement::ScreensChanged() {
     if (m_window.Visible() && m_window.FullScreen())
         Cover();
+}
+
+bool Placement::HasDisplay() const {
+    return !m_window.FullScreen() || m_screenName.isEmpty() || ScreenNamed(m_screenName) != nullptr;
 }
 
 bool Placement::Covers(QPoint point) const {

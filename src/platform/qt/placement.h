@@ -24,6 +24,8 @@ public:
     bool TakeMove(QPoint& place);
     /// A display came, went or changed.
     void ScreensChanged();
+    /// False while the display to cover is gone.
+    [[nodiscard]] bool HasDisplay() const;
     /// Covers a display that also holds the point.
     [[nodiscard]] bool Covers(QPoint point) const;
 

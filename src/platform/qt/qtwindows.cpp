@@ -76,9 +76,6 @@ QtWindows::QtWindows(int& argc, char** argv) {
     m_words = std::make_unique<Words>();
     QCoreApplication::installTranslator(m_words.get());
     m_inhibitor = std::make_unique<SleepInhibitor>();
-    m_windowsChange = std::make_unique<QTimer>();
-    m_windowsChange->setSingleShot(true);
-    m_windowsChange->callOnTimeout([this] { LookForWindows(); });
     InstallAccessibility();
     WatchScreens();
 }
@@ -167,15 +164,6 @@ void QtWindows::WindowsChanged() {
     m_inhibitor->Set(std::any_of(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
         return peer->Shown().Design().frame == WindowFrame::Plain && peer->Shown().Visible();
     }));
-    m_windowsChange->start();
-}
-
-void QtWindows::LookForWindows() {
-    const bool seen = std::any_of(m_peers.begin(), m_peers.end(), [](QtWindowPeer* peer) {
-        return peer->Shown().Design().frame != WindowFrame::Palette && peer->Form().isVisible();
-    });
-    if (!seen && Console() != nullptr)
-        Runtime::Current().ReportNothingSeen();
 }
 
 void QtWindows::KeepAboveConsole(QtWindowPeer& peer) {
@@ -214,7 +202,8 @@ void QtWindows::WatchScreens() {
 void QtWindows::ScreensChanged() {
     for (QtWindowPeer* peer : m_peers)
         peer->Place().ScreensChanged();
-    LookForWindows();
+    if (Runtime::Exists())
+        Runtime::Current().ReportScreensChanged();
     QtWindowPeer* console = Console();
     if (console == nullptr || !console->Form().isVisible())
         return;

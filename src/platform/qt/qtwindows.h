@@ -50,13 +50,11 @@ private:
     [[nodiscard]] QtWindowPeer* Console() const;
     void WatchScreens();
     void ScreensChanged();
-    void LookForWindows();
 
     std::unique_ptr<ShowApplication> m_application;
     std::unique_ptr<Words> m_words;
     std::unique_ptr<SleepInhibitor> m_inhibitor;
     std::unique_ptr<QTimer> m_screensChange; ///< runs out a turn after the displays have changed
-    std::unique_ptr<QTimer> m_windowsChange; ///< and a turn after a window has
     std::vector<QtWindowPeer*> m_peers;
     std::string m_lastFolder; ///< where the next folder dialog starts
 };
