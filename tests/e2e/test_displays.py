@@ -1,9 +1,14 @@
 """Where the monitor goes: one display or two, with and without a window manager, and displays that go away."""
 
+import itertools
+
 from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen, unittest
+from rig.clips import FRAMES_PER_SECOND
 from rig.desk import LEFT, RIGHT
+from rig.sound import FileDevice
 
 GAP = 6  # between the console and a monitor under it
+ONLY = (0, 0, 1280, 1024)
 
 
 class Displays(Case):
@@ -15,13 +20,33 @@ class Displays(Case):
         pass  # each case says which displays it has
 
     def until_monitor(self, show, area):
-        show.until(lambda: self.desk.screen.windows().get(MONITOR) == tuple(area),
+        show.until(lambda: self.desk.screen.windows().get(MONITOR) == area,
                    f"the monitor on {area}, not {self.desk.screen.windows()}")
+
+    def until_console_in_front(self, show):
+        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
 
     def console_content(self, show):
         """The console without its menu bar, as the box around all controls of the first list tells."""
         x, y, _, _ = seen.area(show.control("GroupBox1"))
         return x - 4, y - 5
+
+    def drag_console(self, show, right, down):
+        """By its title bar; where its content then is."""
+        screen = self.desk.screen
+        x, y, _, _ = screen.windows()[CONSOLE]
+        steps = itertools.chain([0.5], itertools.repeat(1))  # the first move begins the drag
+
+        def dragged():
+            step = next(steps)
+            screen.point(int(x + 400 + right * step), int(y - 8 + down * step))
+            return screen.windows()[CONSOLE][:2] == (x + right, y + down)
+        bar = self.console_content(show)[1] - y
+        with screen.dragging(x + 400, y - 8):
+            show.until(dragged, f"the console moved by {right}, {down}")
+        content = x + right, y + down + bar
+        show.until(lambda: self.console_content(show) == content, "the program told of it")
+        return content
 
     def play_first(self, show):
         show.until_rows(CLIP_NAMES)
@@ -39,30 +64,48 @@ class Displays(Case):
         self.play_first(show)
         self.shoot("playing")
         self.assertEqual(show.picture_area(MONITOR), (left, top + 420 + GAP, 800, 600))
+        left, top = self.drag_console(show, 300, 90)  # the monitor comes along, beyond the edge, too
+        self.until_monitor(show, (left, top + 420 + GAP, 800, 600))
+        self.shoot("moved")
         self.assertEqual(show.program.errors, [])
 
     def test_full_screen_on_the_only_display(self):
-        self.set_up([(0, 0, 1280, 1024)])
+        self.set_up([ONLY])
         self.desk.settings({2: "false", 4: "true"})
         show = self.start()
-        self.until_monitor(show, (0, 0, 1280, 1024))
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
+        screen = self.desk.screen
+        self.until_monitor(show, ONLY)
+        self.until_console_in_front(show)
         show.until_rows(CLIP_NAMES)
-        dark = self.desk.screen.picture.pixel(1270, 1000)
+        dark = screen.picture.pixel(1270, 1000)
         show.click_row(0, times=2)
         # The console stands on the upper part of the monitor's picture; its last lower block is white.
         show.until(lambda: (show.codes()[0] or (0, 0))[1] > 5, "the preview playing")
-        show.until(lambda: self.desk.screen.picture.pixel(1270, 1000) == (255, 255, 255), "the picture behind it")
+        show.until(lambda: screen.picture.pixel(1270, 1000) == (255, 255, 255), "the picture behind it")
         self.assertEqual(dark, (0, 0, 0))
-        self.shoot("playing")
+        show.until(screen.pointer_is_seen, "the pointer on the console")
+        screen.click(1270, 1000)
+        show.until(lambda: not screen.pointer_is_seen(), "no pointer on the monitor")
+        show.until(lambda: screen.active_title() == CONSOLE and screen.stacking().index(CONSOLE) >
+                   screen.stacking().index(MONITOR), "the console before the monitor")
+        self.drag_console(show, 200, 300)
+        show.until(lambda: show.codes()[0], "the preview")
+        self.shoot("moved")
+        self.assert_covers(MONITOR, ONLY)
+        self.assertEqual(show.program.errors, [])
 
     def test_hidden_monitor(self):
         self.set_up([LEFT])
         self.desk.settings({2: "false", 4: "false", 8: "true"})
         show = self.start()
+        self.play_hidden(show)
+        self.drag_console(show, 50, 50)
+        self.assertNotIn(MONITOR, self.desk.screen.windows())
+
+    def play_hidden(self, show):
         show.until_rows(CLIP_NAMES)
         show.press("Return")
-        show.until_text("PlayModeLabel", "再生中")
+        show.until_text("MonitorPosTime", "00：00：01")
         self.assertNotIn(MONITOR, self.desk.screen.windows())
 
     def test_no_window_manager(self):
@@ -74,15 +117,39 @@ class Displays(Case):
 
     def test_a_display_goes_and_comes(self):
         self.set_up([LEFT, RIGHT])
-        show = self.start()
+        device = FileDevice(self.desk)
+        show = self.start(environment=device.environment)
+        screen = self.desk.screen
         self.until_monitor(show, RIGHT)
         _, stage = self.play_first(show)
-        self.desk.screen.unplug(1)
-        # The preview goes on; where the system puts the other window is its own affair.
-        show.until(lambda: (show.codes()[0] or (0, 0))[1] > stage[1] + 30, "the preview going on")
-        self.desk.screen.plug(1)
-        show.until(lambda: (show.codes()[0] or (0, 0))[1] > stage[1] + 60, "the preview going on")
-        self.assertTrue(show.program.alive())
+        screen.unplug(1)
+        show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
+        self.until_console_in_front(show)
+        show.until(lambda: (show.codes()[0] or (0, 0))[1] > stage[1] + FRAMES_PER_SECOND, "the preview going on")
+        heard = device.seconds()
+        show.press("Control_L", "Left")
+        show.until(lambda: device.seconds() > heard + 1, "sound from the beginning, as the device takes it ahead of time")
+        show.press("Alt_L", "x")  # of no use now: the console is all that can be seen
+        show.until(lambda: min(show.text("PosTIme"), show.text("MonitorPosTime")) > "00：00：02", "both players going on")
+        self.until_console_in_front(show)
+        self.shoot("gone")
+        screen.plug(1)
+        self.until_monitor(show, RIGHT)
+        show.until_playing(1, frame=stage[1] + FRAMES_PER_SECOND)
+        self.until_console_in_front(show)
+        # A movie opened without the display gets its size at the next open with it.
+        screen.unplug(1)
+        show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
+        show.press("Down")
+        show.press("Return")
+        show.until_text("FileLabel", CLIP_NAMES[1])
+        screen.plug(1)
+        self.until_monitor(show, RIGHT)
+        show.press("Down")
+        show.press("Return")
+        show.until_playing(3, frame=5)
+        self.assertEqual(show.picture_area(MONITOR), RIGHT)
+        self.shoot("back")
         self.assertEqual(show.program.errors, [])
 
 

@@ -1,9 +1,10 @@
-"""A show run by keys alone, in the console and from the monitor."""
+"""What keys do beyond their commands: held down, whatever has the keyboard, at the end of a movie."""
 
-from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, Case, seen, unittest
+from case import CLIP_NAMES, CLIPS, Case, seen, unittest
 from rig.clips import FRAMES_PER_SECOND
 
 SOUND = "音.wav"
+BAR_LEVELS = {362: 100, 372: 70, 395: 0}  # height in the console to the level that the pointer gives
 
 
 class Keys(Case):
@@ -14,55 +15,73 @@ class Keys(Case):
         show.until_playing(1, frame=5)
         return show
 
-    def until_frame(self, show, low, high):
-        """Both windows are within these frames."""
-        show.until(lambda: all(code and low <= code[1] < high for code in show.codes()),
-                   f"frames {low} to {high}, not {show.codes()}")
+    def level(self, show):
+        return int(show.text("VolumeLabel").split("：")[1])
 
-    def test_seeks_and_mark(self):
+    def test_held_down(self):
+        """Seeks and volume go on, what turns something on and off acts once."""
         show = self.start_playing()
-        five = 5 * FRAMES_PER_SECOND
-        show.press("Control_L", "Alt_L", "Right")
-        self.until_frame(show, five, 2 * five)
+        screen = self.desk.screen
+        with screen.held("Control_L", "Down"):
+            show.until(lambda: self.level(show) <= 60, "the volume falling")
+        with screen.held("Shift_L", "z"):
+            show.until(lambda: show.text("LoopLabel") == "→", "the loop")
+            show.until(lambda: (show.codes()[1] or (0, 0))[1] > 5 * FRAMES_PER_SECOND, "more than the time until a key repeats")
+            self.assertEqual(show.text("LoopLabel"), "→")
         show.press("space")
         show.until_text("PlayModeLabel", "一時停止")
-        marked = self.until_still(show)[1][1]
-        show.press("Control_L", "period")
-        show.press("Control_L", "Alt_L", "Right")
-        self.until_frame(show, marked + five - 2, marked + five + 3)
-        show.press("Control_L", "slash")  # to the whole second of the mark
-        self.until_frame(show, marked - FRAMES_PER_SECOND, marked + 1)
-        show.press("Control_L", "Left")  # 30 s back ends at the beginning
-        self.until_frame(show, 0, 2)
+        with screen.held("Control_L", "Shift_L", "Right"):
+            show.until(lambda: seen.number(show.control("QTM_PosBar")) == 20, "the end")
+        with screen.held("Control_L", "Alt_L", "Left"):
+            show.until(lambda: seen.number(show.control("QTM_PosBar")) == 0, "the beginning")
+        self.assertEqual(self.until_still(show), ((1, 0), (1, 0)))
         self.assertEqual(show.program.errors, [])
 
-    def test_volume_rate_and_loop(self):
+    def test_whatever_has_the_keyboard(self):
         show = self.start_playing()
-        show.press("Control_L", "Down")
-        show.until_text("VolumeLabel", "Volume：  79")
-        show.until(lambda: seen.number(show.control("VolumeProgress")) == 79, "the bar at 79")
-        show.press("Alt_L", "Down")
-        show.until(lambda: not seen.enabled(show.control("VolumeLabel")), "the mute")
-        show.press("Alt_L", "Down")
-        show.until(lambda: seen.enabled(show.control("VolumeLabel")), "the end of the mute")
-        show.press("Shift_L", "Right")
-        show.until_text("RateText", "Rate：＋１")
-        show.press("Shift_L", "z")
-        show.until(lambda: show.text("LoopLabel") != "", "the sign of the loop")
-        show.press("Control_L", "Right")  # beyond the end: the loop begins anew
-        self.until_frame(show, 0, 2 * FRAMES_PER_SECOND)
-        show.until_playing(1, frame=2 * FRAMES_PER_SECOND)
+        places = [seen.centre(show.control(name)) for name in ("Rate", "VolumeProgress", "FileLabel", "Fold2", "ListTab")]
+        places.append(seen.centre(seen.cell(show.control("StrGrid"), 20, 1)))
+        loop = ""
+        for place in [None, *places]:
+            if place is not None:
+                show.click(*place)
+            show.press("Alt_L")  # alone it takes nothing away
+            show.press("Shift_L", "x")
+            loop = "" if loop else "↓"
+            show.until_text("LoopLabel", loop)
+        show.until_rows(CLIP_NAMES)  # the other button names the same folder
+        show.press("Down")
+        for key in "2", "n", "period":
+            show.press(key)
+        show.press("Return")
+        show.until_playing(1)
+        self.assertEqual(show.program.errors, [])
 
-    def test_console_hidden(self):
+    def test_pointer_over_the_volume(self):
         show = self.start_playing()
-        show.press("Alt_L", "x")
-        show.until(lambda: CONSOLE not in self.desk.screen.windows(), "the console hidden")
-        show.until(lambda: self.desk.screen.active_title() == MONITOR, "the keyboard in the monitor")
-        show.press("space")
-        self.desk.waiter.until(lambda: show.text("PlayModeLabel") == "一時停止", "a pause")
-        self.assertIsNotNone(self.until_still(show)[1])
-        show.press("Alt_L", "x")
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
+        x, y, _, _ = seen.area(show.control("VolumeProgress"))
+        for height, level in BAR_LEVELS.items():
+            self.desk.screen.point(x + 10, y + height - 360)
+            show.until(lambda: self.level(show) == level and seen.number(show.control("VolumeProgress")) == level,
+                       f"level {level}, not {self.level(show)}")
+        self.assertEqual(show.program.errors, [])
+
+    def test_end_of_a_movie(self):
+        show = self.start_playing()
+        show.press("Shift_L", "z")
+        show.until_text("LoopLabel", "→")
+        show.press("Control_L", "Right")  # beyond the end: the loop begins anew
+        show.until(lambda: all(code and code[1] < 2 * FRAMES_PER_SECOND for code in show.codes()), "the beginning")
+        show.until_playing(1, frame=2 * FRAMES_PER_SECOND)
+        show.press("Shift_L", "x")
+        show.press("Control_L", "Right")
+        show.until_playing(2, frame=5)
+        self.assertEqual(show.rows(3, column=0), ["", "●", ""])
+        show.press("Shift_L", "x")
+        show.press("Control_L", "Right")
+        show.until_text("PlayModeLabel", "停止")
+        self.assertEqual(self.until_still(show), ((2, 0), (2, 0)))
+        self.assertEqual(show.program.errors, [])
 
     def test_sound_beside_the_movie(self):
         self.desk.put(CLIPS / SOUND)

@@ -155,12 +155,13 @@ class Screen:
         xtest.fake_input(self._x, X.MotionNotify, x=x, y=y)
         self._x.flush()
 
-    def drag(self, start, end):
-        self.point(*start)
+    @contextlib.contextmanager
+    def dragging(self, x, y):
+        """The main button stays down for the scope. A window manager needs a few moves of the pointer."""
+        self.point(x, y)
         xtest.fake_input(self._x, X.ButtonPress, 1)
-        for part in range(1, 11):
-            xtest.fake_input(self._x, X.MotionNotify, x=start[0] + (end[0] - start[0]) * part // 10,
-                             y=start[1] + (end[1] - start[1]) * part // 10)
+        self._x.flush()
+        yield
         xtest.fake_input(self._x, X.ButtonRelease, 1)
         self._x.flush()
 

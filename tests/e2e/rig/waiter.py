@@ -4,6 +4,8 @@ import os
 import select
 import time
 
+LOOK_AGAIN = 0.25  # seconds, for what has no event of its own, as a label of a hidden window
+
 
 class DeadlineMissed(AssertionError):
     pass
@@ -47,11 +49,9 @@ class Waiter:
             if answer:
                 return answer
             left = deadline - time.monotonic()
-            if left <= 0 or not self._next(left):
-                answer = condition()  # what has no event of its own counts as well
-                if answer:
-                    return answer
+            if left <= 0:
                 raise DeadlineMissed(f"not within {seconds:g} s: {what}")
+            self._next(min(left, LOOK_AGAIN))
 
     def until_still(self, look, still=0.7, seconds=10.0):
         """What look() gives once it has stayed the same over all events of that time."""
