@@ -8,7 +8,7 @@ import pathlib
 import subprocess
 
 from case import CLIPS, CONSOLE, MONITOR, SHOTS, Case, seen, unittest
-from rig.desk import CHOOSER, PREFERENCES
+from rig.desk import CHOOSER, PREFERENCES, lay
 from rig.program import colon_path
 
 GUIDE = os.environ.get("KIROLANE_GUIDE")
@@ -33,11 +33,11 @@ class Evening(Case):
         for folder in self.folders.values():
             folder.mkdir()
         for name in FIRST_HALF:
-            os.link(CLIPS / "samples" / name, self.folders["ムービー"] / name)
+            lay(CLIPS / "samples" / name, self.folders["ムービー"] / name)
         for name, source in SECOND_HALF.items():
-            os.link(CLIPS / "samples" / source, self.folders["第二部"] / name)
+            lay(CLIPS / "samples" / source, self.folders["第二部"] / name)
         for name in MUSIC:
-            os.link(CLIPS / "samples" / name, self.folders["音楽"] / name)
+            lay(CLIPS / "samples" / name, self.folders["音楽"] / name)
 
     def picture(self, name, *area):
         """What the guide shows, once it stands still where it can; small, with few colours."""

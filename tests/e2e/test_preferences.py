@@ -1,9 +1,7 @@
 """The preferences in real windows, over the restarts after which most of them act."""
 
-import os
-
 from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, Case, seen, unittest
-from rig.desk import LEFT, PREFERENCES, RIGHT
+from rig.desk import LEFT, PREFERENCES, RIGHT, lay
 from rig.program import SETTINGS, colon_path
 
 SAVED = "設定を確定しました"
@@ -86,7 +84,7 @@ class Preferences(Case):
     def test_when_a_save_acts(self):
         other = self.desk.media / "other"
         other.mkdir()
-        os.link(CLIPS / LONG, other / LONG)
+        lay(CLIPS / LONG, other / LONG)
         self.desk.settings({24: colon_path(self.desk.media), 22: colon_path(self.desk.media)})
         with self.desk.started() as show:
             show.until_rows(CLIP_NAMES)

@@ -1,11 +1,10 @@
 """The windows beside the console: sound, folder chooser, about."""
 
-import os
 import struct
 import subprocess
 
 from case import CLIPS, CONSOLE, LOGO, MONITOR, NO_TIME, Case, seen, unittest
-from rig.desk import CHOOSER, LEFT, RIGHT
+from rig.desk import CHOOSER, LEFT, RIGHT, lay
 from rig.program import colon_path
 
 LONG = "0 長.mp4"  # 150 s, 10 pictures a second
@@ -23,7 +22,7 @@ def inside(window, area):
 class Windows(Case):
     def start_with(self, *files):
         for file in files:
-            os.link(CLIPS / (SOUNDS[0] if file in SOUNDS else file), self.desk.media / file)
+            lay(CLIPS / (SOUNDS[0] if file in SOUNDS else file), self.desk.media / file)
         show = self.start()
         show.until(lambda: show.rows(1)[0], "the list")
         show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")

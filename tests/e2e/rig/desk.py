@@ -19,6 +19,14 @@ LEFT = (0, 0, 1920, 1200)
 RIGHT = (1920, 0, 1920, 1080)
 
 
+def lay(file, place):
+    """Has the file at that place too."""
+    try:
+        os.link(file, place)
+    except OSError:  # on another device
+        shutil.copy(file, place)
+
+
 class Desk:
     """One screen and one home folder; the program lies in a folder of its own together with some clips."""
 
@@ -35,7 +43,7 @@ class Desk:
 
     def put(self, *files):
         for file in files:
-            os.link(file, self.media / file.name)
+            lay(file, self.media / file.name)
 
     def settings(self, changes=None):
         return program.settings_file(self.home, changes, self.media)
