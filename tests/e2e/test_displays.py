@@ -35,18 +35,19 @@ class Displays(Case):
         """By its title bar; where its content then is."""
         screen = self.desk.screen
         x, y, _, _ = screen.windows()[CONSOLE]
-        steps = itertools.chain([0.5], itertools.repeat(1))  # the first move begins the drag
+        steps = itertools.chain([0.5], itertools.cycle([0.99, 1]))  # the first move seen begins the drag
 
         def dragged():
             step = next(steps)
             screen.point(int(x + 400 + right * step), int(y - 8 + down * step))
-            return screen.windows()[CONSOLE][:2] == (x + right, y + down)
+            now = screen.windows()[CONSOLE]
+            return abs(now[0] - x - right) + abs(now[1] - y - down) < 10
         bar = self.console_content(show)[1] - y
         with screen.dragging(x + 400, y - 8):
             show.until(dragged, f"the console moved by {right}, {down}")
-        content = x + right, y + down + bar
-        show.until(lambda: self.console_content(show) == content, "the program told of it")
-        return content
+        left, top = self.desk.waiter.until_still(lambda: screen.windows()[CONSOLE][:2])
+        show.until(lambda: self.console_content(show) == (left, top + bar), "the program told of it")
+        return left, top + bar
 
     def play_first(self, show):
         show.until_rows(CLIP_NAMES)
