@@ -58,7 +58,8 @@ class Start(Case):
         if os.geteuid() == 0:
             os.chown(own, NOBODY, NOBODY)
             prefix = ("setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups")
-        self.assert_fails("home/Library: Permission denied", prefix, {"XDG_RUNTIME_DIR": str(own)})
+        self.assert_fails("home/Library: Permission denied", prefix,
+                          {"XDG_RUNTIME_DIR": str(own), "XDG_CACHE_HOME": str(own)})
 
     def test_settings_that_are_odd(self):
         """Short, with the other line end, with bytes that are no text: the console comes up all the same."""
