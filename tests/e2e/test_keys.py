@@ -50,7 +50,7 @@ class Keys(Case):
             loop = "" if loop else "↓"
             show.until_text("LoopLabel", loop)
         show.until_rows(CLIP_NAMES)  # the other button names the same folder
-        show.press("Down")
+        show.click_row(0)
         for key in "2", "n", "period":
             show.press(key)
         show.press("Return")
