@@ -2,6 +2,7 @@
 
 #include "platform/qt/convert.h"
 #include "platform/qt/shortcuts.h"
+#include "platform/qt/showapplication.h"
 
 #include <QAction>
 #include <QMenu>
@@ -86,9 +87,11 @@ void WindowCommands::AddItem(QMenu& menu, const std::shared_ptr<MenuItem>& item)
     action->setMenuRole(RoleOf(*item));
     action->setShortcutContext(Qt::WindowShortcut);
     m_window.addAction(action);
-    QObject::connect(action, &QAction::triggered, &m_window, [link = m_link, name = item->Name()] {
+    QObject::connect(action, &QAction::triggered, &m_window, [link = m_link, item] {
+        if (!item->Repeats() && static_cast<ShowApplication*>(qApp)->KeyRepeated())
+            return;
         if (auto* window = link.Get())
-            window->ReportMenuChosen(name);
+            window->ReportMenuChosen(item->Name());
     });
 }
 

@@ -36,13 +36,23 @@ bool ShowApplication::notify(QObject* receiver, QEvent* event) {
 void ShowApplication::NoteKey(const QEvent& event) {
     switch (event.type()) {
     case QEvent::ShortcutOverride: // comes ahead of every press, also of one that a command then takes
-    case QEvent::KeyPress:
-        m_held.insert(static_cast<const QKeyEvent&>(event).key());
+    case QEvent::KeyPress: {
+        const auto& press = static_cast<const QKeyEvent&>(event);
+        m_held.insert(press.key());
+        m_repeated =
+            press.isAutoRepeat() || (press.key() == m_releasedKey && press.timestamp() == m_releasedAt &&
+                                     platformName() == QLatin1String("xcb"));
         break;
-    case QEvent::KeyRelease:
-        if (!static_cast<const QKeyEvent&>(event).isAutoRepeat())
-            m_held.erase(static_cast<const QKeyEvent&>(event).key());
+    }
+    case QEvent::KeyRelease: {
+        const auto& release = static_cast<const QKeyEvent&>(event);
+        m_repeated = false;
+        m_releasedKey = release.key();
+        m_releasedAt = release.timestamp();
+        if (!release.isAutoRepeat())
+            m_held.erase(release.key());
         break;
+    }
     default:
         break;
     }

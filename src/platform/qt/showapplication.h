@@ -19,6 +19,10 @@ public:
     /// released while no window has the keyboard.
     [[nodiscard]] bool KeyHeld(Qt::Key key) const { return m_held.contains(key); }
 
+    /// The newest key press comes of a key held down. Qt on X11 tells such a press by the next event in its
+    /// queue, and takes it for a press of its own where that has not come yet.
+    [[nodiscard]] bool KeyRepeated() const { return m_repeated; }
+
     /// Any thread: has the runtime run what was posted.
     void Wake();
     /// Has the runtime run idle slices, one a turn of the loop, until it says that there is no more.
@@ -32,6 +36,9 @@ private:
     void NoteKey(const QEvent& event);
 
     std::set<int> m_held;
+    bool m_repeated = false;
+    int m_releasedKey = 0; ///< the newest release; one that is part of a repetition has its press's time
+    quint64 m_releasedAt = 0;
     std::atomic<bool> m_wakePosted = false;
     int m_idleTimer = 0;
     bool m_idleAsked = false; ///< since the running slice began
