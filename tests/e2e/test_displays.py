@@ -116,6 +116,21 @@ class Displays(Case):
         self.play_first(show)
         self.shoot("playing")
 
+    def test_a_panel_on_the_second_display(self):
+        self.set_up([LEFT, (1920, 0, 1920, 1200)])
+        screen = self.desk.screen
+
+        def panel_seen():
+            return screen.picture.pixel(2800, 1180) == (0xC0, 0x40, 0x60)
+        screen.put_panel(1920, 1160, 1920, 40, 0xC04060)
+        self.desk.waiter.until(panel_seen, "the panel")
+        show = self.start()
+        self.until_monitor(show, (1920, 0, 1920, 1200))
+        show.until(lambda: not panel_seen(), "the curtain over the panel")
+        self.play_first(show)
+        self.shoot("playing")
+        self.assertFalse(panel_seen())
+
     def test_a_display_goes_and_comes(self):
         self.set_up([LEFT, RIGHT])
         device = FileDevice(self.desk)

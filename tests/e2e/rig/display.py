@@ -8,7 +8,7 @@ import subprocess
 
 import Xlib.display
 import Xlib.error
-from Xlib import X, XK, Xatom
+from Xlib import X, XK, Xatom, Xutil
 from Xlib.ext import damage, xtest
 
 from .framebuffer import FrameBuffer
@@ -122,6 +122,18 @@ class Screen:
         event = Xlib.protocol.event.ClientMessage(
             window=window, client_type=self._x.get_atom("WM_PROTOCOLS"), data=(32, [protocol, X.CurrentTime, 0, 0, 0]))
         window.send_event(event)
+        self._x.flush()
+
+    def put_panel(self, x, y, width, height, color):
+        """A desktop's panel at the lower edge of the screen, which keeps that edge to itself."""
+        panel = self._root.create_window(x, y, width, height, 0, X.CopyFromParent, background_pixel=color)
+        atom = self._x.get_atom
+        panel.change_property(atom("_NET_WM_NAME"), atom("UTF8_STRING"), 8, b"panel")
+        panel.change_property(atom("_NET_WM_WINDOW_TYPE"), Xatom.ATOM, 32, [atom("_NET_WM_WINDOW_TYPE_DOCK")])
+        panel.change_property(atom("_NET_WM_STRUT_PARTIAL"), Xatom.CARDINAL, 32,
+                              [0, 0, 0, height, 0, 0, 0, 0, 0, 0, x, x + width - 1])
+        panel.set_wm_normal_hints(flags=Xutil.USPosition | Xutil.USSize)
+        panel.map()
         self._x.flush()
 
     def move(self, title, x, y):
