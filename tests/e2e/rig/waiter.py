@@ -4,7 +4,7 @@ import os
 import select
 import time
 
-LOOK_AGAIN = 0.25  # seconds, for what has no event of its own, as a label of a hidden window
+LOOK_AGAIN = 1.0  # seconds, as the program's own tick: what a hidden window writes raises no event
 
 
 class DeadlineMissed(AssertionError):
