@@ -1,4 +1,4 @@
-"""guide.py PROGRAM CLIPS FOLDER: runs the evening that docs/guide.md tells and saves the guide's pictures in FOLDER.
+"""guide.py PROGRAM CLIPS FOLDER: runs what docs/guide.md tells and saves the guide's pictures in FOLDER.
 
 CLIPS is the folder that `python3 -m rig.clips` fills.
 """

@@ -1,4 +1,4 @@
-"""The evening that docs/guide.md tells, from the first start to the end of the show.
+"""What docs/guide.md tells: the evening from the first start to the end of the show, and the ways of one display.
 
 Where KIROLANE_GUIDE names a folder, the guide's pictures are saved there: guide.py does so.
 """
@@ -22,22 +22,14 @@ SECOND_HALF = {"第二部１.m4v": FIRST_HALF[2], "第二部２.mov": FIRST_HALF
 MUSIC = ["サンプル音１.wav", "サンプル音２.mp3"]
 
 
-class Evening(Case):
-    monitors = (OPERATOR, AUDIENCE)
+class Guide(Case):
+    """A walk that leaves pictures for the guide."""
+
     beside_the_program = ()
 
     def setUp(self):
         super().setUp()
         self.desk.screen.paint_ground(GROUND)
-        self.folders = {name: self.desk.home / name for name in ("ムービー", "第二部", "音楽")}
-        for folder in self.folders.values():
-            folder.mkdir()
-        for name in FIRST_HALF:
-            lay(CLIPS / "samples" / name, self.folders["ムービー"] / name)
-        for name, source in SECOND_HALF.items():
-            lay(CLIPS / "samples" / source, self.folders["第二部"] / name)
-        for name in MUSIC:
-            lay(CLIPS / "samples" / name, self.folders["音楽"] / name)
 
     def picture(self, name, *area):
         """What the guide shows, once it stands still where it can; small, with few colours."""
@@ -47,6 +39,22 @@ class Evening(Case):
             subprocess.run(["ffmpeg", "-nostdin", "-v", "error", "-y", "-i", file, "-vf",
                             "split[a][b];[a]palettegen=max_colors=96[p];[b][p]paletteuse=dither=none",
                             pathlib.Path(GUIDE) / f"{name}.png"], check=True)
+
+
+class Evening(Guide):
+    monitors = (OPERATOR, AUDIENCE)
+
+    def setUp(self):
+        super().setUp()
+        self.folders = {name: self.desk.home / name for name in ("ムービー", "第二部", "音楽")}
+        for folder in self.folders.values():
+            folder.mkdir()
+        for name in FIRST_HALF:
+            lay(CLIPS / "samples" / name, self.folders["ムービー"] / name)
+        for name, source in SECOND_HALF.items():
+            lay(CLIPS / "samples" / source, self.folders["第二部"] / name)
+        for name in MUSIC:
+            lay(CLIPS / "samples" / name, self.folders["音楽"] / name)
 
     def settled(self, title):
         """The area of a window that stands still, with its frame."""
@@ -162,6 +170,27 @@ class Evening(Case):
         show.press("Alt_L", "x")
         show.until(lambda: CONSOLE in windows() and show.sound_window(), "the console and the music's window")
         show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")
+
+
+class OneDisplay(Guide):
+    """The three ways of one display."""
+
+    monitors = ((0, 0, 1024, 960),)
+
+    def test_one_display(self):
+        for name in FIRST_HALF:
+            lay(CLIPS / "samples" / name, self.desk.media / name)
+        modes = {"under": ("false", "false"), "behind": ("true", "false"), "none": ("false", "true")}
+        for picture, (full_screen, hidden) in modes.items():
+            self.desk.settings({2: "false", 4: full_screen, 8: hidden})
+            with self.desk.started() as show:
+                show.until_rows(FIRST_HALF)
+                show.press("Return")
+                show.until(lambda: show.text("PosTIme") >= "00：00：03", "three seconds of the movie")
+                self.assertEqual(MONITOR in self.desk.screen.windows(), picture != "none")
+                self.picture(picture)
+                self.desk.screen.ask_to_close(CONSOLE)
+                self.assertEqual(show.program.exit_status()[0], 0)
 
 
 if __name__ == "__main__":
