@@ -23,6 +23,13 @@ Area AreaOf(const QWidget& widget) {
     return {place.x(), place.y(), widget.width(), widget.height()};
 }
 
+/// Where the preview's picture is from the first open on, which gives the player its full height.
+Area PreviewArea() {
+    Area area = AreaOf(WidgetOf("Mainform", "QTM"));
+    area.height = area.width * 3 / 4;
+    return area;
+}
+
 Area StageArea() {
     return AreaOf(*WidgetOf("MonitorForm", "QTM").window());
 }
@@ -37,7 +44,7 @@ Show::Show(const std::string& movieFolder, Look look) : m_app(movieFolder, Displ
         return active != nullptr && active->objectName() == QLatin1String("Mainform");
     });
     m_app.Until([] { return StageArea().width == 1920 && StageArea().left == 1920; });
-    const Area preview = look == Look::Stage ? Area() : AreaOf(WidgetOf("Mainform", "QTM"));
+    const Area preview = look == Look::Stage ? Area() : PreviewArea();
     m_camera = std::make_unique<Camera>(StageArea(), preview, [this] { m_app.Wake(); });
     Until([](const Shot& shot) { return shot.stage.kind == Sight::Kind::Curtain; });
 }
