@@ -64,6 +64,9 @@ run -t 3 -i master.mkv "${h264[@]}" -c:a aac -f mp4 short.mp4
 run -i master.mkv -an "${h264[@]}" -f mp4 silent.mp4
 run -i master.mkv -an -frames:v 1 "${h264[@]}" -f mp4 single.mp4
 run -i master.mkv -vf fps=1/2 -fps_mode passthrough "${h264[@]}" -c:a aac -f mp4 sparse.mp4
+# Sound that ends well before the pictures, and sound that begins well after them.
+run -i master.mkv -af atrim=end=2.5 "${h264[@]}" -c:a aac -f mp4 brief_sound.mp4
+run -i master.mkv -itsoffset 2 -i master.mkv -map 0:v -map 1:a -t $seconds "${h264[@]}" -c:a aac late_sound.mkv
 # A sound with the cover of an album.
 run -f lavfi -i color=red:s=64x64:d=1 -frames:v 1 -f image2 -update 1 cover.jpg
 run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -disposition:v attached_pic -f mp4 cover.m4a

@@ -58,4 +58,37 @@ TEST(PlayClock, AReportFarOffIsTakenAsItIs) {
     EXPECT_DOUBLE_EQ(clock.Read(At(3.0)), 3.5);
 }
 
+TEST(PlayClock, TheFirstReportsOfAStartTellNothing) {
+    mpv::PlayClock clock;
+    clock.Set(0.0);
+    clock.Start(At(0.0));
+    for (int frame = 1; frame <= 12; ++frame) { // sound begins a picture late, and takes the pictures with it
+        const double now = frame / 25.0;
+        clock.Observe(frame <= 3 ? now : now - 0.04, At(now));
+    }
+    EXPECT_TRUE(clock.Settled());
+    EXPECT_NEAR(clock.Read(At(2.0)), 2.0 - 0.04, 1e-6);
+}
+
+TEST(PlayClock, ReportsThatAreOffTellWhatChangesAfterTheStart) {
+    mpv::PlayClock clock;
+    clock.Set(1.0);
+    clock.SetReportsOff(true);
+    clock.Start(At(0.0));
+    const auto play = [&](double from, double off) {
+        for (int report = 1; report <= 40; ++report)
+            clock.Observe(1.0 + from + report / 20.0 - off, At(from + report / 20.0));
+    };
+    play(0.0, 0.03);
+    EXPECT_NEAR(clock.Read(At(2.0)), 3.0, 1e-6) << "it goes by the start";
+    clock.Shift(-0.02);
+    EXPECT_NEAR(clock.Read(At(2.001)), 3.0, 1e-6) << "never backwards";
+    play(2.0, 0.03);
+    EXPECT_NEAR(clock.Read(At(4.0)), 4.98, 1e-6) << "the shift stays";
+    clock.Observe(9.0, At(4.02));
+    EXPECT_NEAR(clock.Read(At(4.02)), 5.0, 1e-6) << "over a gap of the sound";
+    play(4.1, 0.13);
+    EXPECT_NEAR(clock.Read(At(6.1)), 6.98, 0.01) << "it has waited for data";
+}
+
 } // namespace kirolane::tests

@@ -27,7 +27,6 @@ void PictureEngine::MakePicture(QColor color) {
     m_frame.width = m_width;
     m_frame.height = m_height;
     m_frame.stride = m_width * 4;
-    ++m_frame.serial;
     m_hasFrame = true;
     if (m_listener)
         m_listener();

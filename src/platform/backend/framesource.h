@@ -10,12 +10,11 @@ struct FrameView {
     const std::uint8_t* pixels = nullptr;
     std::int32_t width = 0; ///< device pixels
     std::int32_t height = 0;
-    std::int32_t stride = 0;  ///< bytes from row to row
-    std::uint64_t serial = 0; ///< grows with each picture
+    std::int32_t stride = 0; ///< bytes from row to row
 };
 
 /// The pictures of one player. They are rendered by a worker of the engine's, stretched to the size asked
-/// for.
+/// for; those that come from the player's twin may be of the twin's size, and are to be stretched.
 class FrameSource {
 public:
     virtual ~FrameSource() = default;

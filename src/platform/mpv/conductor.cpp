@@ -1,6 +1,7 @@
 #include "platform/mpv/conductor.h"
 
 #include "platform/common/runtime.h"
+#include "platform/mpv/shared_decoding.h"
 #include "platform/mpv/thread_niceness.h"
 
 #include <algorithm>
@@ -78,8 +79,11 @@ void Conductor::Remove(Player& player) {
     const std::lock_guard lock(m_mutex);
     std::erase(m_players, &player);
     m_trim.Leave(player);
-    for (Player* other : m_players)
-        other->Pictures().Unshare(player.Pictures());
+    for (Player* other : m_players) {
+        if (other->RestsFromPictures())
+            other->ShowOwnPictures(Clock::now());
+        other->Pictures().LeaveBehind(player.Pictures());
+    }
 }
 
 void Conductor::Wake() {
@@ -157,6 +161,10 @@ void Conductor::Apply(std::span<const EngineOrder> orders) {
 }
 
 void Conductor::Advance(TimePoint now) {
+    for (Player* player : m_players)
+        if (player->GetRole().role == Role::Stage)
+            if (Player* preview = TwinOf(*player); preview != nullptr)
+                ShareDecoding(*player, *preview, now);
     for (Player* player : m_players)
         player->Advance(player->Group() != 0, now);
     for (Player* player : m_players) {

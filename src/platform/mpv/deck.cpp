@@ -71,7 +71,7 @@ void Deck::SetWakeUp(std::function<void()> wakeUp) {
 }
 
 void Deck::Load(const std::string& uri) {
-    const char* command[] = {"loadfile", uri.c_str(), "replace", nullptr};
+    const char* command[] = {"loadfile", uri.c_str(), "replace", "vid=auto", nullptr};
     mpv_command_async(m_handle, Id(Topic::FileLoad), command);
 }
 
@@ -91,6 +91,11 @@ void Deck::Seek(double seconds) {
     std::snprintf(target, sizeof target, "%.9f", seconds);
     const char* command[] = {"seek", target, "absolute+exact", nullptr};
     mpv_command_async(m_handle, Id(Topic::None), command);
+}
+
+void Deck::DecodePictures(bool decode) {
+    const char* track = decode ? "auto" : "no";
+    mpv_set_property_async(m_handle, Id(Topic::None), "vid", MPV_FORMAT_STRING, &track);
 }
 
 void Deck::SetNumber(const char* property, double value) {

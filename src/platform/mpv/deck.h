@@ -52,6 +52,8 @@ public:
     void Stop();
     void SetPause(bool pause);
     void Seek(double seconds);
+    /// Of the file now loaded; each file begins with its pictures decoded.
+    void DecodePictures(bool decode);
     void SetNumber(const char* property, double value);
     void Ask(const char* property, mpv_format format, Topic topic);
 

@@ -34,7 +34,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     if (twin != nullptr && twin->Free() && !twin->Ahead()) {
         twin->Open(*file, midi, true);
         const bool stage = player.GetRole().role == Role::Stage;
-        (stage ? player : *twin).Pictures().ShareFirst((stage ? *twin : player).Pictures());
+        (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
     }
 
     const bool answered = m_answered.wait_until(lock, *m_loadDeadline, [&] {

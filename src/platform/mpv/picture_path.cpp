@@ -58,15 +58,18 @@ void PicturePath::Detach() {
 }
 
 void PicturePath::Expect() {
-    std::unique_lock lock(m_mutex);
-    m_tell = m_tell || m_progress == Progress::Shown;
-    m_progress = Progress::Expected;
-    m_own = false;
-    m_hasPicture = false;
-    m_twin = nullptr;
-    m_first = false;
-    ++m_epoch;
-    lock.unlock();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_tell = m_tell || m_progress == Progress::Shown;
+        m_progress = Progress::Expected;
+        m_own = false;
+        m_hasPicture = false;
+        m_resting = false;
+        m_led = false;
+        m_follower = nullptr;
+        m_first = false;
+        ++m_epoch;
+    }
     m_work.notify_one();
 }
 
@@ -91,17 +94,30 @@ void PicturePath::SetHasPicture(bool has) {
     m_hasPicture = has;
 }
 
-void PicturePath::ShareFirst(PicturePath& twin) {
-    const std::lock_guard lock(m_mutex);
-    m_twin = &twin;
+void PicturePath::Lead(PicturePath& follower) {
+    {
+        const std::lock_guard lock(follower.m_mutex);
+        follower.m_led = true;
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_follower = &follower;
+    }
+    DrawAgain();
 }
 
-void PicturePath::Unshare(const PicturePath& twin) {
+void PicturePath::LeaveBehind(const PicturePath& follower) {
     std::unique_lock lock(m_mutex);
-    if (m_twin != &twin)
+    if (m_follower != &follower)
         return;
-    m_twin = nullptr;
+    m_follower = nullptr;
     m_rested.wait(lock, [this] { return !m_busy; });
+}
+
+void PicturePath::SetResting(bool resting) {
+    const std::lock_guard lock(m_mutex);
+    m_resting = resting;
+    m_own = false;
 }
 
 void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
@@ -110,6 +126,13 @@ void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
         if (width == m_size.width && height == m_size.height)
             return;
         m_size = {width, height};
+    }
+    DrawAgain();
+}
+
+void PicturePath::DrawAgain() {
+    {
+        const std::lock_guard lock(m_mutex);
         m_again = true;
     }
     m_work.notify_one();
@@ -118,6 +141,13 @@ void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
 PicturePath::Size PicturePath::WantedSize() const {
     const std::lock_guard lock(m_mutex);
     return m_size;
+}
+
+PicturePath::Size PicturePath::SizeToDraw() const {
+    if (m_follower == nullptr)
+        return m_size;
+    const Size follower = m_follower->WantedSize();
+    return {std::max(m_size.width, follower.width), std::max(m_size.height, follower.height)};
 }
 
 void PicturePath::SetListener(std::function<void()> listener) {
@@ -153,6 +183,7 @@ void PicturePath::Run(int niceness) {
 }
 
 void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
+    bool published = false;
     bool tell = std::exchange(m_tell, false);
     const bool woken = std::exchange(m_wake, false);
     const bool first = std::exchange(m_first, false) && !m_own;
@@ -160,7 +191,7 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
     const bool again = (std::exchange(m_again, false) && m_own) || first;
     if (m_renderer != nullptr && (woken || again)) {
         mpv_render_context* renderer = m_renderer;
-        const Size size = m_size;
+        const Size size = SizeToDraw();
         const unsigned epoch = m_epoch;
         m_busy = true;
         lock.unlock();
@@ -168,29 +199,23 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
         const bool rendered = Render(renderer, size, again, m_back, fresh);
         lock.lock();
 
-        const bool ours = rendered && epoch == m_epoch && m_progress >= Progress::Started && (fresh || first);
+        const bool ours =
+            rendered && epoch == m_epoch && m_progress >= Progress::Started && (fresh || first) && !m_resting;
         m_own = m_own || ours;
-        if (rendered && (m_own || m_progress != Progress::Shown)) {
+        if (rendered && !m_resting && (m_own || m_progress != Progress::Shown)) {
             lock.unlock();
             Publish(m_back);
             lock.lock();
-            tell = true;
+            published = true;
         }
-        if (ours && epoch == m_epoch) {
-            const bool begins = m_progress == Progress::Started;
+        if (ours && epoch == m_epoch)
             m_progress = Progress::Shown;
-            if (PicturePath* twin = std::exchange(m_twin, nullptr); begins && twin != nullptr) {
-                lock.unlock();
-                Buffer gift;
-                if (Render(renderer, twin->WantedSize(), true, gift, fresh))
-                    twin->TakeGift(gift);
-                lock.lock();
-            }
-        }
+        if (published && m_own && m_follower != nullptr)
+            ShowToFollower(lock);
         m_busy = false;
         m_rested.notify_all();
     }
-    if (tell) {
+    if (tell || published) {
         lock.unlock();
         Tell();
         lock.lock();
@@ -209,8 +234,8 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
     int size[2] = {Clamped(asked.width), Clamped(asked.height)};
     std::size_t stride = (static_cast<std::size_t>(size[0]) * 4 + kAlignment - 1) / kAlignment * kAlignment;
     const std::size_t bytes = stride * static_cast<std::size_t>(size[1]);
-    if (buffer.bytes != bytes) {
-        buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)));
+    if (buffer.bytes != bytes || buffer.pixels.use_count() != 1) {
+        buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)), &std::free);
         buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
     }
     int wait = 0; // libmpv gives a picture at its time
@@ -226,30 +251,45 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
     };
     if (mpv_render_context_render(renderer, params) < 0 || skip != 0)
         return false;
-    buffer.view = {buffer.pixels.get(), size[0], size[1], static_cast<std::int32_t>(stride), 0};
+    buffer.view = {buffer.pixels.get(), size[0], size[1], static_cast<std::int32_t>(stride)};
     return true;
 }
 
 void PicturePath::Publish(Buffer& buffer) {
     const std::lock_guard lock(m_frontMutex);
     std::swap(m_front, buffer);
-    m_front.view.serial = ++m_serial;
 }
 
-void PicturePath::TakeGift(Buffer& gift) {
-    std::unique_lock lock(m_mutex);
-    const unsigned epoch = m_epoch;
-    if (m_progress != Progress::Started)
-        return;
+void PicturePath::ShowToFollower(std::unique_lock<std::mutex>& lock) {
+    PicturePath* follower = m_follower;
     lock.unlock();
-    Publish(gift);
+    Buffer picture;
+    {
+        const std::lock_guard front(m_frontMutex);
+        picture = m_front;
+    }
+    const bool follows = follower->TakeLead(picture);
     lock.lock();
-    if (epoch != m_epoch || m_progress != Progress::Started)
-        return;
-    m_progress = Progress::Shown;
-    m_tell = true;
+    if (!follows && m_follower == follower)
+        m_follower = nullptr;
+}
+
+bool PicturePath::TakeLead(const Buffer& picture) {
+    std::unique_lock lock(m_mutex);
+    if (!m_led || m_own)
+        return false;
+    if (m_progress < Progress::Started)
+        return true;
+    const unsigned epoch = m_epoch;
     lock.unlock();
-    m_work.notify_one();
+    Buffer shared = picture;
+    Publish(shared);
+    lock.lock();
+    if (epoch == m_epoch)
+        m_progress = Progress::Shown;
+    lock.unlock();
+    Tell();
+    return true;
 }
 
 void PicturePath::Tell() {

@@ -36,10 +36,14 @@ public:
     void FirstPictureTaken();
     void SetHasPicture(bool has);
 
-    /// Until the next Expect: the first picture goes to `twin` too, which loads the same file and may take
-    /// longer to decode it. `twin` must be unshared before it goes.
-    void ShareFirst(PicturePath& twin);
-    void Unshare(const PicturePath& twin);
+    /// Until the next Expect of one of them: `follower`, which holds the same file, shows this one's pictures
+    /// while it has none of its own, or rests.
+    void Lead(PicturePath& follower);
+    /// A resting one shows none of its own. Afterwards it goes on with the leader's up to the first of its
+    /// own.
+    void SetResting(bool resting);
+    /// Leads that one no more, which is about to go.
+    void LeaveBehind(const PicturePath& follower);
 
     // FrameSource.
     void SetSize(std::int32_t width, std::int32_t height) override;
@@ -49,11 +53,8 @@ public:
     void Visit(const std::function<void(const FrameView&)>& visit) const override;
 
 private:
-    struct Free {
-        void operator()(std::uint8_t* memory) const { std::free(memory); }
-    };
     struct Buffer {
-        std::unique_ptr<std::uint8_t, Free> pixels;
+        std::shared_ptr<std::uint8_t> pixels; ///< a follower's too
         std::size_t bytes = 0;
         FrameView view;
     };
@@ -71,8 +72,14 @@ private:
     /// `fresh` tells whether it was a new one. False if nothing was drawn.
     static bool Render(mpv_render_context* renderer, Size size, bool again, Buffer& buffer, bool& fresh);
     void Publish(Buffer& buffer);
-    /// The file's first picture, from the twin.
-    void TakeGift(Buffer& gift);
+    /// The worker's; entered and left with the lock.
+    void ShowToFollower(std::unique_lock<std::mutex>& lock);
+    /// The follower's: the leader's new picture. False if there is no use for it.
+    bool TakeLead(const Buffer& picture);
+    /// Draws once more, for a new size.
+    void DrawAgain();
+    /// Large enough for the follower too.
+    [[nodiscard]] Size SizeToDraw() const;
     [[nodiscard]] Size WantedSize() const;
     void Tell();
 
@@ -86,18 +93,19 @@ private:
     unsigned m_epoch = 0; ///< grows with each change of progress from outside
     bool m_own = false;   ///< the renderer holds a picture of this file
     bool m_hasPicture = false;
-    PicturePath* m_twin = nullptr;
+    bool m_resting = false;
+    bool m_led = false; ///< takes a leader's pictures while it has none of its own
+    PicturePath* m_follower = nullptr;
     bool m_wake = false;  ///< the renderer has something
     bool m_again = false; ///< draw once more, for a new size
     bool m_first = false; ///< draw once more: it is the file's first picture
     bool m_tell = false;
-    bool m_busy = false; ///< the worker uses the renderer or the twin
+    bool m_busy = false; ///< the worker uses the renderer or the follower
     bool m_quit = false;
 
     Buffer m_back; ///< the worker's
     mutable std::mutex m_frontMutex;
-    Buffer m_front; ///< these two under m_frontMutex
-    std::uint64_t m_serial = 0;
+    Buffer m_front; ///< under m_frontMutex
 
     std::mutex m_listenerMutex;
     std::function<void()> m_listener;

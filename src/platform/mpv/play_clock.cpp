@@ -10,6 +10,8 @@ namespace {
 constexpr double kLeap = 0.15;
 /// Reports that are judged together, by the least late of them.
 constexpr int kTogether = 8;
+/// After a start, until picture and sound have found each other, reports are not judged.
+constexpr std::chrono::milliseconds kUnsteady{150};
 /// The part of their difference that is taken over; of the first after a start, all.
 constexpr double kPull = 0.7;
 } // namespace
@@ -36,6 +38,7 @@ void PlayClock::Start(TimePoint now) {
     m_since = now;
     m_running = true;
     m_settled = false;
+    m_judgedFrom = now + kUnsteady;
     Forget();
 }
 
@@ -51,18 +54,41 @@ void PlayClock::SetRate(double rate, TimePoint now) {
     Forget();
 }
 
+void PlayClock::Shift(double seconds) {
+    m_base += seconds;
+    m_offset += seconds;
+    Forget();
+}
+
+void PlayClock::SetReportsOff(bool off) {
+    m_reportsOff = off;
+    m_offset = 0.0;
+    Forget();
+}
+
 void PlayClock::Observe(double position, TimePoint now) {
     if (!m_running)
         return;
     const double raw = Raw(now);
-    const double error = position - raw;
+    const double error = position + m_offset - raw;
     if (std::abs(error) > kLeap) {
-        Correct(raw + error, now);
+        if (!m_reportsOff || error < 0.0)
+            Correct(raw + error, now);
         return;
     }
+    if (now < m_judgedFrom)
+        return;
     m_leastLate = m_reports == 0 ? error : std::max(m_leastLate, error);
     if (++m_reports == kTogether)
-        Correct(raw + m_leastLate * (m_settled ? kPull : 1.0), now);
+        TakeError(m_leastLate, now);
+}
+
+void PlayClock::TakeError(double error, TimePoint now) {
+    if (m_reportsOff && !m_settled) {
+        m_offset -= error;
+        error = 0.0;
+    }
+    Correct(Raw(now) + error * (m_settled ? kPull : 1.0), now);
 }
 
 void PlayClock::Correct(double position, TimePoint now) {

@@ -58,20 +58,25 @@ double Player::Position() const {
     const std::lock_guard lock(m_conductor->Mutex());
     if (m_phase != Phase::Open)
         return 0.0;
+    return AimAt(Clock::now());
+}
+
+double Player::AimAt(TimePoint now) const {
     if (m_nextSeek)
         return *m_nextSeek;
     if (m_flight)
         return m_flight->target;
-    return AtEndNow() ? m_duration : std::clamp(m_clock.Read(Clock::now()), 0.0, m_duration);
+    return AtEndAt(now) ? m_duration : std::clamp(m_clock.Read(now), 0.0, m_duration);
 }
 
 bool Player::AtEnd() const {
     const std::lock_guard lock(m_conductor->Mutex());
-    return AtEndNow();
+    return AtEndAt(Clock::now());
 }
 
-bool Player::AtEndNow() const {
-    return m_phase == Phase::Open && m_eof && !m_flight && !m_nextSeek;
+bool Player::AtEndAt(TimePoint now) const {
+    return m_phase == Phase::Open && !m_flight && !m_nextSeek &&
+           (m_eof || (m_rests && m_clock.Read(now) >= m_duration));
 }
 
 void Player::Reset() {
@@ -82,6 +87,7 @@ void Player::Reset() {
     m_started = false;
     m_described = false;
     m_decoded = false;
+    m_hasSound = false;
     m_format.clear();
     m_containerDuration = 0.0;
     m_failure.clear();
@@ -89,9 +95,12 @@ void Player::Reset() {
     m_nextSeek.reset();
     m_group = 0;
     m_flight.reset();
-    m_restsAt.reset();
+    m_standsAt.reset();
     m_eof = false;
     m_endTold = false;
+    m_rests = false;
+    m_soundOut = false;
+    m_clock.SetReportsOff(false);
     if (m_toldRunning)
         m_deck->SetPause(true);
     m_toldRunning = false;
@@ -155,7 +164,7 @@ void Player::Want(const PlayerOrder& order) {
     // Where it stands, or goes already, without running: equal orders are one seek.
     const std::optional<double> place = m_nextSeek ? m_nextSeek
                                         : m_flight ? std::optional(m_flight->target)
-                                                   : m_restsAt;
+                                                   : m_standsAt;
     if (m_toldRunning || m_eof || place != order.seekTo)
         m_nextSeek = order.seekTo;
 }
@@ -167,7 +176,7 @@ bool Player::StartsBy(const PlayerOrder& order) const {
 void Player::Start() {
     m_deck->SetPause(false);
     m_toldRunning = true;
-    m_restsAt.reset();
+    m_standsAt.reset();
     m_group = 0;
 }
 
@@ -217,7 +226,7 @@ void Player::Advance(bool haltToSeek, TimePoint now) {
     m_flight = Flight{*m_nextSeek, now + m_conductor->Options().seekLimit};
     m_clock.Set(*m_nextSeek);
     m_nextSeek.reset();
-    m_restsAt.reset();
+    m_standsAt.reset();
 }
 
 std::optional<TimePoint> Player::Deadline() const {
@@ -231,6 +240,28 @@ void Player::GiveUpSeek(TimePoint now) {
         Land(now);
 }
 
+void Player::RestFromPictures(PicturePath& twin) {
+    m_rests = true;
+    m_clock.SetReportsOff(true); // sound without pictures begins a little early, and leaps over its gaps
+    m_pictures.SetResting(true);
+    twin.Lead(m_pictures);
+    m_deck->DecodePictures(false);
+}
+
+void Player::ShowOwnPictures(TimePoint now) {
+    m_deck->DecodePictures(true);
+    if (!m_nextSeek) // libmpv takes pictures up where its sound is, which may have come to its end
+        m_nextSeek = AimAt(now);
+    m_rests = false;
+    m_soundOut = false;
+    m_clock.SetReportsOff(false);
+    m_pictures.SetResting(false);
+}
+
+void Player::EndWithTwin() {
+    m_eof = true;
+}
+
 void Player::Land(TimePoint now) {
     const double target = m_flight->target;
     m_flight.reset();
@@ -238,7 +269,7 @@ void Player::Land(TimePoint now) {
     if (m_toldRunning)
         m_clock.Start(now);
     else
-        m_restsAt = target;
+        m_standsAt = target;
 }
 
 } // namespace kirolane::mpv

@@ -84,14 +84,34 @@ public:
     [[nodiscard]] double Rate() const { return m_rate; }
     /// Seconds.
     [[nodiscard]] double PositionAt(TimePoint now) const { return m_clock.Read(now); }
-    [[nodiscard]] bool PositionSettled() const { return m_clock.Settled(); }
+    /// libmpv's reports have corrected it, or it does not wait for them.
+    [[nodiscard]] bool PositionSettled() const { return m_rests ? m_clock.Running() : m_clock.Settled(); }
     /// Plays at that many times its rate.
     void Nudge(double factor, TimePoint now);
+    /// Counts its position from there.
+    void Shift(double seconds) { m_clock.Shift(seconds); }
     /// Tells libmpv what it need not wait for. `haltToSeek`: others are to go on with it after the seek.
     void Advance(bool haltToSeek, TimePoint now);
     /// When the wait for a seek ends, if there is one.
     [[nodiscard]] std::optional<TimePoint> Deadline() const;
     void GiveUpSeek(TimePoint now);
+
+    // Sharing the twin's pictures.
+
+    [[nodiscard]] bool WantsToRun() const { return m_running; }
+    /// Halted, and come to where it was sent.
+    [[nodiscard]] bool Stands() const { return m_phase == Phase::Open && !m_toldRunning && Ready(); }
+    /// Where it stands, or is sent to, in seconds.
+    [[nodiscard]] double AimAt(TimePoint now) const;
+    /// The file plays with sound.
+    [[nodiscard]] bool HasSound() const { return m_hasSound; }
+    [[nodiscard]] bool AtEndAt(TimePoint now) const;
+    /// Decodes no pictures; those of the twin, which plays the same file, are shown instead.
+    void RestFromPictures(PicturePath& twin);
+    [[nodiscard]] bool RestsFromPictures() const { return m_rests; }
+    void ShowOwnPictures(TimePoint now);
+    /// The twin has come to the end of its pictures and its sound.
+    void EndWithTwin();
 
     /// Takes in everything that libmpv has to say.
     void Drain();
@@ -111,7 +131,7 @@ private:
     void TakeRestart();
     void SetSeekLead();
     void Land(TimePoint now);
-    void SetEof(bool eof);
+    void SetEof(bool eof, TimePoint now);
     /// libmpv's own position at the end of the data.
     void TakeEndPosition(double reached, TimePoint now);
     /// Rate and volume.
@@ -119,7 +139,6 @@ private:
     void TellEnd(const std::string& cause);
     void Halt(TimePoint now);
     void Reset();
-    [[nodiscard]] bool AtEndNow() const;
 
     std::shared_ptr<Conductor> m_conductor;
     const PlayerRole m_role;
@@ -140,6 +159,7 @@ private:
     std::int64_t m_entry = 0; ///< libmpv's number of the file that it started
     bool m_described = false;
     bool m_decoded = false;
+    bool m_hasSound = false;
     std::string m_format;
     double m_containerDuration = 0.0;
     std::string m_failure;
@@ -158,12 +178,15 @@ private:
     std::int32_t m_toldVolume = 256;
     double m_toldSeekLead = 0.0;
     std::optional<Flight> m_flight;
-    std::optional<double> m_restsAt; ///< it has not run since it was set there
+    std::optional<double> m_standsAt; ///< it has not run since it was set there
 
     // What it said.
     PlayClock m_clock;
     bool m_eof = false;
     bool m_endTold = false;
+
+    bool m_rests = false;    ///< from decoding pictures
+    bool m_soundOut = false; ///< resting, it has come to the end of its sound; pictures may go on
 };
 
 } // namespace kirolane::mpv

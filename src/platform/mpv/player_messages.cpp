@@ -99,11 +99,11 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
             m_clock.Observe(*seconds, now);
         break;
     case Topic::EofReached:
-        SetEof(Flag(property));
+        SetEof(Flag(property), now);
         break;
     case Topic::CoreIdle:
         // Data that does not come in time: the picture stands, and so does the position.
-        if (!m_toldRunning || m_flight)
+        if (!m_toldRunning || m_flight || m_soundOut)
             break;
         if (Flag(property))
             m_clock.Halt(now);
@@ -131,7 +131,8 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     const bool known = event.error >= 0;
     switch (topic) {
     case Topic::VideoTrack:
-        m_pictures.SetHasPicture(known);
+        if (!m_rests)
+            m_pictures.SetHasPicture(known);
         break;
     case Topic::FileFormat:
         if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
@@ -150,6 +151,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         }
         break;
     case Topic::SampleRate:
+        m_hasSound = known;
         m_decoded = m_decoded || known;
         if (!m_decoded)
             m_failure = CauseOf(0);
@@ -158,7 +160,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         if (!m_flight || !m_flight->settling)
             break;
         Land(now);
-        SetEof(known && Flag(property));
+        SetEof(known && Flag(property), now);
         break;
     case Topic::EndPosition:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
@@ -207,16 +209,24 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
     }
 }
 
-void Player::SetEof(bool eof) {
-    const bool wasAtEnd = AtEndNow();
+void Player::SetEof(bool eof, TimePoint now) {
+    if (m_rests) {
+        // Its sound may be shorter than the movie: time runs on.
+        m_soundOut = eof;
+        m_eof = m_eof && eof;
+        if (eof && m_toldRunning && !m_flight && !m_clock.Running())
+            m_clock.Start(now);
+        return;
+    }
+    const bool wasAtEnd = AtEndAt(now);
     m_eof = eof;
-    if (!wasAtEnd && AtEndNow() && m_exact && !m_endTold)
+    if (!wasAtEnd && AtEndAt(now) && m_exact && !m_endTold)
         m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
 }
 
 void Player::TakeEndPosition(double reached, TimePoint now) {
     reached = std::max(reached, m_clock.Read(now));
-    if (!AtEndNow() || m_endTold || m_duration - reached < kEarly)
+    if (!AtEndAt(now) || m_endTold || m_duration - reached < kEarly)
         return;
     char text[96];
     std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);

@@ -40,8 +40,12 @@ void StartTrim::Advance(TimePoint now) {
         return;
     if (!m_stage->Plays() || !m_preview->Plays() || m_stage->Rate() != 1.0 || m_preview->Rate() != 1.0)
         End(now);
-    else if (m_next <= now)
+    else if (m_next <= now || CanShift())
         Look(now);
+}
+
+bool StartTrim::CanShift() const {
+    return m_nudges == 0 && m_preview->RestsFromPictures() && m_stage->PositionSettled();
 }
 
 void StartTrim::Look(TimePoint now) {
@@ -61,6 +65,12 @@ void StartTrim::Look(TimePoint now) {
     const double error = m_stage->PositionAt(now) - m_preview->PositionAt(now) - m_distance;
     if (std::abs(error) < kEnough || std::abs(error) > kTooFar) {
         End(now);
+        return;
+    }
+    if (m_preview->RestsFromPictures()) { // nothing is seen or heard of it
+        m_preview->Shift(error);
+        if (++m_nudges == kNudges)
+            End(now);
         return;
     }
     const double nudge = std::clamp(error / kNudgeSeconds, -kGreatestNudge, kGreatestNudge);

@@ -76,6 +76,7 @@ protected:
                     image.setDevicePixelRatio(devicePixelRatioF());
                     painter.drawImage(0, 0, image);
                 } else {
+                    painter.setRenderHint(QPainter::SmoothPixmapTransform);
                     painter.drawImage(rect(), image);
                 }
                 drawn = true;
