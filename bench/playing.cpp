@@ -18,6 +18,7 @@ namespace kirolane::bench {
 
 namespace {
 
+constexpr int kOpenings = 41;           ///< which scatter
 constexpr int kPlayMilliseconds = 5000; ///< of each sample of processor time
 
 /// Sees when a player's widget has painted a picture of the file now open.
@@ -65,7 +66,7 @@ std::vector<Row> MeasureFirstFrame(const Inputs& inputs) {
     FirstPaints paints(*app.Console().QTM(), *Instance<MonitorForm>()->QTM());
     Samples twin;
     Samples single;
-    for (int run = 0; run < kRuns; ++run) {
+    for (int run = 0; run < kOpenings; ++run) {
         paints.Reset();
         const StopWatch watch;
         app.OpenRow(0);

@@ -70,8 +70,8 @@ void Deck::SetWakeUp(std::function<void()> wakeUp) {
             m_handle, [](void* self) { static_cast<Deck*>(self)->m_wakeUp(); }, this);
 }
 
-void Deck::Load(const std::string& uri) {
-    const char* command[] = {"loadfile", uri.c_str(), "replace", "vid=auto", nullptr};
+void Deck::Load(const std::string& uri, bool pictures) {
+    const char* command[] = {"loadfile", uri.c_str(), "replace", pictures ? "vid=auto" : "vid=no", nullptr};
     mpv_command_async(m_handle, Id(Topic::FileLoad), command);
 }
 

@@ -48,11 +48,12 @@ public:
     /// The next message; of id MPV_EVENT_NONE if there is none now.
     const mpv_event& Next() { return *mpv_wait_event(m_handle, 0); }
 
-    void Load(const std::string& uri);
+    /// With `pictures` false its sound alone.
+    void Load(const std::string& uri, bool pictures);
     void Stop();
     void SetPause(bool pause);
     void Seek(double seconds);
-    /// Of the file now loaded; each file begins with its pictures decoded.
+    /// Of the file now loaded.
     void DecodePictures(bool decode);
     void SetNumber(const char* property, double value);
     void Ask(const char* property, mpv_format format, Topic topic);

@@ -26,14 +26,15 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
         return Fail(player, nativePath, cause);
 
     // The twin is about to be given the same file: both load side by side.
+    const bool both = twin != nullptr && twin->Free() && !twin->Ahead();
+    const bool stage = player.GetRole().role == Role::Stage;
     if (!player.Ahead() || player.File() != *file) {
-        player.Open(*file, midi, false);
+        player.Open(*file, midi, false, both && !stage);
         m_toldOf = {};
     }
     player.Claim();
-    if (twin != nullptr && twin->Free() && !twin->Ahead()) {
-        twin->Open(*file, midi, true);
-        const bool stage = player.GetRole().role == Role::Stage;
+    if (both) {
+        twin->Open(*file, midi, true, stage);
         (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
     }
 

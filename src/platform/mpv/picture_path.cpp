@@ -92,6 +92,11 @@ void PicturePath::FirstPictureTaken() {
 void PicturePath::SetHasPicture(bool has) {
     const std::lock_guard lock(m_mutex);
     m_hasPicture = has;
+    if (m_follower == nullptr)
+        return;
+    const std::lock_guard follower(m_follower->m_mutex);
+    if (m_follower->m_resting)
+        m_follower->m_hasPicture = has;
 }
 
 void PicturePath::Lead(PicturePath& follower) {
@@ -228,8 +233,9 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
         return false;
     mpv_render_frame_info info{};
     mpv_render_context_get_info(renderer, {MPV_RENDER_PARAM_NEXT_FRAME_INFO, &info});
-    fresh = (info.flags & MPV_RENDER_FRAME_INFO_PRESENT) != 0 &&
-            (info.flags & (MPV_RENDER_FRAME_INFO_REDRAW | MPV_RENDER_FRAME_INFO_REPEAT)) == 0;
+    const bool present = (info.flags & MPV_RENDER_FRAME_INFO_PRESENT) != 0;
+    const bool redraw = (info.flags & MPV_RENDER_FRAME_INFO_REDRAW) != 0;
+    fresh = present && !redraw && (info.flags & MPV_RENDER_FRAME_INFO_REPEAT) == 0;
 
     int size[2] = {Clamped(asked.width), Clamped(asked.height)};
     std::size_t stride = (static_cast<std::size_t>(size[0]) * 4 + kAlignment - 1) / kAlignment * kAlignment;
@@ -239,7 +245,7 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
         buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
     }
     int wait = 0; // libmpv gives a picture at its time
-    int skip = buffer.pixels == nullptr ? 1 : 0;
+    int skip = buffer.pixels == nullptr || (present && redraw && !again) ? 1 : 0; // drawn already
     mpv_render_param params[] = {
         {MPV_RENDER_PARAM_SW_SIZE, size},
         {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
@@ -258,6 +264,8 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
 void PicturePath::Publish(Buffer& buffer) {
     const std::lock_guard lock(m_frontMutex);
     std::swap(m_front, buffer);
+    if (buffer.lent)
+        buffer = {};
 }
 
 void PicturePath::ShowToFollower(std::unique_lock<std::mutex>& lock) {
@@ -283,6 +291,7 @@ bool PicturePath::TakeLead(const Buffer& picture) {
     const unsigned epoch = m_epoch;
     lock.unlock();
     Buffer shared = picture;
+    shared.lent = true;
     Publish(shared);
     lock.lock();
     if (epoch == m_epoch)

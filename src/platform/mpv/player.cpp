@@ -98,9 +98,7 @@ void Player::Reset() {
     m_standsAt.reset();
     m_eof = false;
     m_endTold = false;
-    m_rests = false;
-    m_soundOut = false;
-    m_clock.SetReportsOff(false);
+    SetResting(false);
     if (m_toldRunning)
         m_deck->SetPause(true);
     m_toldRunning = false;
@@ -108,7 +106,7 @@ void Player::Reset() {
     m_pictures.Expect();
 }
 
-void Player::Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead) {
+void Player::Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead, bool resting) {
     Reset();
     m_phase = Phase::Opening;
     m_file = file;
@@ -117,7 +115,8 @@ void Player::Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead
     ++m_loadsUnderWay;
     m_midi = midi.sound;
     TellLevels(Clock::now()); // before anything is decoded ahead at others
-    m_deck->Load(m_midi == nullptr ? file.path : midi.uri);
+    SetResting(resting && m_midi == nullptr);
+    m_deck->Load(m_midi == nullptr ? file.path : midi.uri, !m_rests);
 }
 
 void Player::Opened(double duration, bool exact, TimePoint now) {
@@ -240,10 +239,15 @@ void Player::GiveUpSeek(TimePoint now) {
         Land(now);
 }
 
+void Player::SetResting(bool resting) {
+    m_rests = resting;
+    m_soundOut = false;
+    m_clock.SetReportsOff(resting); // sound without pictures may begin early or late, and leaps over its gaps
+    m_pictures.SetResting(resting);
+}
+
 void Player::RestFromPictures(PicturePath& twin) {
-    m_rests = true;
-    m_clock.SetReportsOff(true); // sound without pictures begins a little early, and leaps over its gaps
-    m_pictures.SetResting(true);
+    SetResting(true);
     twin.Lead(m_pictures);
     m_deck->DecodePictures(false);
 }
@@ -252,10 +256,7 @@ void Player::ShowOwnPictures(TimePoint now) {
     m_deck->DecodePictures(true);
     if (!m_nextSeek) // libmpv takes pictures up where its sound is, which may have come to its end
         m_nextSeek = AimAt(now);
-    m_rests = false;
-    m_soundOut = false;
-    m_clock.SetReportsOff(false);
-    m_pictures.SetResting(false);
+    SetResting(false);
 }
 
 void Player::EndWithTwin() {

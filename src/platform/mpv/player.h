@@ -46,8 +46,8 @@ public:
     [[nodiscard]] bool HasDeck() const { return m_deck != nullptr; }
     void Furnish(std::unique_ptr<Deck> deck);
     /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
-    /// asked for it.
-    void Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead);
+    /// asked for it. `resting`: the twin opens the same file, and decodes the pictures.
+    void Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead, bool resting);
     /// It is what a Load asked for.
     void Claim() { m_ahead = false; }
     [[nodiscard]] bool Ahead() const { return m_ahead; }
@@ -128,6 +128,7 @@ private:
     void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
+    void SetResting(bool resting);
     void TakeRestart();
     void SetSeekLead();
     void Land(TimePoint now);

@@ -198,7 +198,11 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
         return;
     m_started = false;
     const std::string cause = CauseOf(end.error);
-    if (m_phase == Phase::Opening) {
+    if (m_phase == Phase::Opening && m_rests && end.error == MPV_ERROR_NOTHING_TO_PLAY) {
+        SetResting(false); // it has no sound: its pictures are its clock
+        ++m_loadsUnderWay;
+        m_deck->Load(m_file.path, true);
+    } else if (m_phase == Phase::Opening) {
         m_failure = cause;
     } else if (m_phase == Phase::Open) {
         // Given up in the middle. It is the end for whoever waits for one.

@@ -19,8 +19,11 @@ double Distance(const Player& stage, const Player& preview, TimePoint now) {
 }
 
 bool OneMovie(const Player& stage, const Player& preview) {
-    return stage.GetPhase() == Player::Phase::Open && preview.GetPhase() == Player::Phase::Open &&
-           stage.File() == preview.File() && stage.WantsToRun() == preview.WantsToRun();
+    using enum Player::Phase;
+    if (stage.GetPhase() == Empty || preview.GetPhase() == Empty || stage.File() != preview.File())
+        return false;
+    return stage.GetPhase() == Opening || preview.GetPhase() == Opening ||
+           stage.WantsToRun() == preview.WantsToRun();
 }
 
 bool SentApart(const Player& stage, const Player& preview, TimePoint now) {
