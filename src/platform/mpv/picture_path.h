@@ -34,6 +34,7 @@ public:
     void FileStarted();
     /// The renderer has been given the file's first picture.
     void FirstPictureTaken();
+    /// For a follower that rests, too.
     void SetHasPicture(bool has);
 
     /// Until the next Expect of one of them: `follower`, which holds the same file, shows this one's pictures
@@ -77,7 +78,7 @@ private:
     void ShowToFollower(std::unique_lock<std::mutex>& lock);
     /// The follower's: the leader's new picture. False if there is no use for it.
     bool TakeLead(const Buffer& picture);
-    /// Draws once more, for a new size.
+    /// Has the worker draw its picture once more, for a new size or a new follower.
     void DrawAgain();
     /// Large enough for the follower too.
     [[nodiscard]] Size SizeToDraw() const;
@@ -98,7 +99,7 @@ private:
     bool m_led = false; ///< takes a leader's pictures while it has none of its own
     PicturePath* m_follower = nullptr;
     bool m_wake = false;  ///< the renderer has something
-    bool m_again = false; ///< draw once more, for a new size
+    bool m_again = false; ///< draw once more
     bool m_first = false; ///< draw once more: it is the file's first picture
     bool m_tell = false;
     bool m_busy = false; ///< the worker uses the renderer or the follower
