@@ -234,7 +234,7 @@ def screen(folder, waiter, monitors, window_manager=True):
             environment = {**os.environ, "DISPLAY": name}
             stack.enter_context(running(["openbox", "--sm-disable", "--config-file", str(NO_KEYS)], env=environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
-            root = desktop._root
-            check = desktop._x.get_atom("_NET_SUPPORTING_WM_CHECK")
-            waiter.until(lambda: root.get_full_property(check, Xatom.WINDOW), "a window manager")
+            # The first list of windows: what is mapped before it is lost in the window manager's own start.
+            first = desktop._x.get_atom("_NET_CLIENT_LIST")
+            waiter.until(lambda: desktop._root.get_full_property(first, X.AnyPropertyType), "a window manager")
         yield desktop
