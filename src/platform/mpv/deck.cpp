@@ -5,6 +5,7 @@
 #include "platform/mpv/midi_shelf.h"
 
 #include <cstdio>
+#include <iterator>
 
 namespace kirolane::mpv {
 
@@ -71,8 +72,29 @@ void Deck::SetWakeUp(std::function<void()> wakeUp) {
 }
 
 void Deck::Load(const std::string& uri, bool pictures) {
-    const char* command[] = {"loadfile", uri.c_str(), "replace", pictures ? "vid=auto" : "vid=no", nullptr};
-    mpv_command_async(m_handle, Id(Topic::FileLoad), command);
+    // By name: from libmpv 0.38 on another argument stands before the options.
+    struct {
+        const char* name;
+        const char* value;
+    } const arguments[] = {
+        {"name", "loadfile"},
+        {"url", uri.c_str()},
+        {"flags", "replace"},
+        {"options", pictures ? "vid=auto" : "vid=no"},
+    };
+    constexpr auto kCount = std::size(arguments);
+    char* names[kCount];
+    mpv_node values[kCount];
+    for (std::size_t i = 0; i < kCount; ++i) {
+        names[i] = const_cast<char*>(arguments[i].name);
+        values[i].format = MPV_FORMAT_STRING;
+        values[i].u.string = const_cast<char*>(arguments[i].value);
+    }
+    mpv_node_list list{static_cast<int>(kCount), values, names};
+    mpv_node command;
+    command.format = MPV_FORMAT_NODE_MAP;
+    command.u.list = &list;
+    mpv_command_node_async(m_handle, Id(Topic::FileLoad), &command);
 }
 
 void Deck::Stop() {
