@@ -193,6 +193,16 @@ TEST_F(SlowFiles, AFileThatDoesNotAnswerInTimeIsRefusedAndTheNextPlays) {
     std::filesystem::resize_file(path, std::uintmax_t(16) << 30);
     EXPECT_LT(SecondsOf([&] { ExpectRefused(path); }), 2.0) << "both twins together";
     ExpectPlays();
+
+    // The audience's picture does not wait for a sound that does not answer.
+    ASSERT_TRUE(Preview().Load(ClipPath("clip.mp4")) && Stage().Load(ClipPath("clip.mp4")));
+    OrderTwins({.running = true, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 0.1; }));
+    int painted = 0;
+    Stage().Frames()->SetPainter([&] { ++painted; });
+    EXPECT_FALSE(Sound().Load(path));
+    Stage().Frames()->SetPainter({});
+    EXPECT_GT(painted, 4) << "of ten pictures";
 }
 
 } // namespace kirolane::tests

@@ -24,6 +24,10 @@ public:
     /// Called on the engine's worker after each new picture, and when HasFrame changes; must only post. Main
     /// thread; an empty function stops the calls, and after it returns none is under way.
     virtual void SetListener(std::function<void()> listener) = 0;
+    /// `paint` shows the newest picture at once, if that has not been done. Called on the main thread, from
+    /// within a Load of another player, which holds the event loop up. Main thread; an empty function stops
+    /// the calls.
+    virtual void SetPainter(std::function<void()> paint) { static_cast<void>(paint); }
     /// A picture of the file now loaded is at hand. False from a Load to its first picture, and always false
     /// for a file without pictures.
     [[nodiscard]] virtual bool HasFrame() const = 0;

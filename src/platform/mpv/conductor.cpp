@@ -118,7 +118,7 @@ void Conductor::Run() {
             Advance(now);
             deadline = NextDeadline();
         }
-        m_answered.notify_all();
+        m_loadWait->Ring();
     }
 }
 
@@ -219,17 +219,22 @@ void Conductor::TellOnce(const MediaFile& file, const std::string& cause) {
     Runtime::WriteLine(file.path + ": " + cause);
 }
 
-void Conductor::Bury(std::unique_ptr<Deck> deck) {
+void Conductor::RunAside(std::function<void()> work) const {
     {
         const std::lock_guard lock(m_graveyard->mutex);
         ++m_graveyard->underWay;
     }
-    std::thread([deck = std::move(deck), graveyard = m_graveyard]() mutable {
-        deck.reset();
+    std::thread([work = std::move(work), graveyard = m_graveyard]() mutable {
+        work();
+        work = {};
         const std::lock_guard lock(graveyard->mutex);
         --graveyard->underWay;
         graveyard->done.notify_all();
     }).detach();
+}
+
+void Conductor::Bury(std::unique_ptr<Deck> deck) {
+    RunAside([deck = std::shared_ptr<Deck>(std::move(deck))]() mutable { deck.reset(); });
 }
 
 } // namespace kirolane::mpv

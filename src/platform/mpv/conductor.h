@@ -1,12 +1,15 @@
 #pragma once
 
 #include "platform/mpv/duration_probe.h"
+#include "platform/mpv/load_wait.h"
 #include "platform/mpv/midi_shelf.h"
 #include "platform/mpv/mpv_media.h"
 #include "platform/mpv/player.h"
+#include "platform/mpv/preparation.h"
 #include "platform/mpv/start_trim.h"
 
 #include <condition_variable>
+#include <functional>
 #include <future>
 #include <map>
 #include <mutex>
@@ -33,6 +36,8 @@ public:
     void Remove(Player& player);
     /// Any thread: a player has something to say.
     void Wake();
+    /// Rung where a load may have been answered, or a player has a new picture.
+    [[nodiscard]] const std::shared_ptr<LoadWait>& Waiting() const { return m_loadWait; }
 
     // Main thread.
 
@@ -48,11 +53,11 @@ public:
     void Bury(std::unique_ptr<Deck> deck);
 
 private:
-    struct Measured {
+    struct Measurement {
         MediaFile file;
         Length length;
     };
-    /// Shared with the threads that destroy decks, which may outlive this.
+    /// Shared with the threads of RunAside, which may outlive this.
     struct Graveyard {
         std::mutex mutex;
         std::condition_variable done;
@@ -70,13 +75,22 @@ private:
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
     void StartTogether(const std::vector<Player*>& players, TimePoint now);
     [[nodiscard]] Player* TwinOf(const Player& player) const;
+    /// On a detached thread, since a file that does not answer may hold it up.
+    void RunAside(std::function<void()> work) const;
+    /// Main thread: waits for what `work` gives, on a thread that gives way to whatever plays. Nothing if it
+    /// fails, or does not end in time and is left to itself; it must hold what it uses.
+    template <class Result> std::optional<Result> Await(std::function<Result()> work, TimePoint deadline);
+    /// The new pictures of the players that play on while a load is waited for.
+    void ShowPictures();
+    Preparation Prepared(const MediaFile& file);
+    Length Measured(const MediaFile& file, const std::string& format, double told);
     bool Fail(Player& player, const std::string& path, const std::string& cause);
 
     const MpvOptions m_options;
     const std::shared_ptr<MidiShelf> m_shelf = std::make_shared<MidiShelf>();
+    const std::shared_ptr<LoadWait> m_loadWait = std::make_shared<LoadWait>();
 
     mutable std::mutex m_mutex;
-    std::condition_variable m_answered;
     // Under m_mutex.
     std::vector<Player*> m_players;
     unsigned m_lastGroup = 0;
@@ -87,7 +101,7 @@ private:
     std::map<std::string, std::future<std::unique_ptr<Deck>>, std::less<>> m_decks; ///< being made
     std::optional<TimePoint> m_loadDeadline; ///< of the handler that runs
     std::string m_lastFailure;               ///< said in this handler
-    Measured m_measured;                     ///< the file measured last
+    Measurement m_measured;                  ///< the file measured last
 
     std::mutex m_wakeMutex;
     std::condition_variable m_wakeUp;

@@ -71,7 +71,12 @@ void Deck::SetWakeUp(std::function<void()> wakeUp) {
             m_handle, [](void* self) { static_cast<Deck*>(self)->m_wakeUp(); }, this);
 }
 
-void Deck::Load(const std::string& uri, bool pictures) {
+void Deck::Load(const std::string& uri, bool pictures, const std::string& filters) {
+    std::string options = pictures ? "vid=auto" : "vid=no";
+    if (!filters.empty()) {
+        const std::string chain = "lavfi=[" + filters + "]";
+        options += ",vf=%" + std::to_string(chain.size()) + "%" + chain; // whatever commas are in it
+    }
     // By name: from libmpv 0.38 on another argument stands before the options.
     struct {
         const char* name;
@@ -80,7 +85,7 @@ void Deck::Load(const std::string& uri, bool pictures) {
         {"name", "loadfile"},
         {"url", uri.c_str()},
         {"flags", "replace"},
-        {"options", pictures ? "vid=auto" : "vid=no"},
+        {"options", options.c_str()},
     };
     constexpr auto kCount = std::size(arguments);
     char* names[kCount];

@@ -26,7 +26,8 @@ enum class Topic : std::uint64_t {
     PixelFormat,  ///< after the first restart; there if a picture has been decoded
     SampleRate,   ///< after PixelFormat; there if sound has been decoded
     Settled,      ///< the flag eof-reached after a restart; the last
-    EndPosition,  ///< time-pos at the end of the data
+    TrackCount,   ///< at the end of the data
+    EndPosition,  ///< time-pos, after TrackCount
     Unpause,
 };
 
@@ -48,8 +49,9 @@ public:
     /// The next message; of id MPV_EVENT_NONE if there is none now.
     const mpv_event& Next() { return *mpv_wait_event(m_handle, 0); }
 
-    /// With `pictures` false its sound alone.
-    void Load(const std::string& uri, bool pictures);
+    /// With `pictures` false its sound alone. Pictures go through `filters`, a chain of libavfilter's; "" for
+    /// none.
+    void Load(const std::string& uri, bool pictures, const std::string& filters);
     void Stop();
     void SetPause(bool pause);
     void Seek(double seconds);

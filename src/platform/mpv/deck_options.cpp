@@ -56,11 +56,13 @@ constexpr Option kAllRoles[] = {
     {"vo",                     "libmpv"},
     {"hwdec",                  "no"},
     {"keepaspect",             "no"},
+    {"video-rotate",           "no"}, // libmpv's renderer ends the program over a picture on its side; see PictureTurn
     {"video-timing-offset",    "0"},
     {"sws-fast",               "yes"},
     {"sws-scaler",             "fast-bilinear"},
     {"sws-allow-zimg",         "no"}, // four times as slow here
-    // Memory: a local file needs no long reach.
+    // Memory: a local file needs no long reach, and no picture that could be shown is larger than 8192 x 8192.
+    {"vd-lavc-o",              "max_pixels=67108864"},
     {"cache",                  "no"},
     {"demuxer-max-bytes",      "32MiB"},
     {"demuxer-max-back-bytes", "8MiB"},

@@ -14,8 +14,6 @@ namespace {
 /// stamps. Of these MP3 has one where a certain header is there.
 constexpr std::string_view kGuessed[] = {"mpegvideo", "m4v", "mp3", "aac", "mpeg", "mpegts"};
 
-constexpr auto kScanLimit = std::chrono::milliseconds(500);
-
 /// For what plays and yet has no length that could be found: one picture.
 constexpr double kLeast = 0.04;
 
@@ -24,12 +22,13 @@ constexpr double kAgrees = 0.3;
 
 } // namespace
 
-Length LengthOf(const MediaFile& file, const std::string& format, double told) {
+bool KnowsLength(const std::string& format, double told) {
     const bool guessed = std::find(std::begin(kGuessed), std::end(kGuessed), format) != std::end(kGuessed);
-    if (told > 0.0 && std::isfinite(told) && !guessed)
-        return {told, true};
+    return told > 0.0 && std::isfinite(told) && !guessed;
+}
 
-    const PacketScan scan = ScanPackets(file.path, kScanLimit);
+Length MeasureLength(const MediaFile& file, double told) {
+    const PacketScan scan = ScanPackets(file.path, kMeasureLimit);
     if (scan.headerSeconds > 0.0)
         return {scan.headerSeconds, true};
     if (scan.complete && scan.seconds > 0.0)
@@ -40,6 +39,10 @@ Length LengthOf(const MediaFile& file, const std::string& format, double told) {
         const bool agrees = scan.hasTimeStamps && std::abs(told - whole) < whole * kAgrees;
         return {agrees ? told : whole, false};
     }
+    return GuessLength(told);
+}
+
+Length GuessLength(double told) {
     return {std::isfinite(told) ? std::max(told, kLeast) : kLeast, false};
 }
 

@@ -2,18 +2,26 @@
 
 #include "platform/mpv/media_file.h"
 
+#include <chrono>
 #include <string>
 
 namespace kirolane::mpv {
 
+/// How long a file plays.
 struct Length {
     double seconds = 0.0; ///< above 0
     bool exact = false;   ///< told by a container that knows, or measured to the last packet
 };
 
-/// How long a file plays. `format` is libavformat's name of the container and `told` the duration that it
-/// gives, 0 for none. Where that is a guess the packets are read, for at most half a second; after that the
-/// share read is extrapolated.
-Length LengthOf(const MediaFile& file, const std::string& format, double told);
+/// True if `told`, the duration in seconds that the container gives (0 for none), is no guess. `format` is
+/// libavformat's name of the container.
+bool KnowsLength(const std::string& format, double told);
+
+/// Reads the packets, for at most kMeasureLimit; after that the share read is extrapolated.
+Length MeasureLength(const MediaFile& file, double told);
+inline constexpr std::chrono::milliseconds kMeasureLimit{500};
+
+/// What a file that cannot be measured is taken for.
+Length GuessLength(double told);
 
 } // namespace kirolane::mpv

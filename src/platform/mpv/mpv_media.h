@@ -15,7 +15,7 @@ namespace kirolane::mpv {
 enum class Role : std::uint8_t {
     Preview, ///< always silent, decoded at the least cost
     Stage,   ///< the audience's picture and sound
-    Sound,   ///< sound alone; a picture is never looked at
+    Sound,   ///< sound alone; pictures, which nobody sees, only where there is no sound
 };
 
 struct PlayerRole {

@@ -2,18 +2,73 @@
 
 #include "platform/common/runtime.h"
 #include "platform/mpv/duration_probe.h"
+#include "platform/mpv/thread_niceness.h"
 
 namespace kirolane::mpv {
+
+namespace {
+
+constexpr const char* kNoAnswer = "does not answer in time";
+
+/// What the measuring of a length has on top of its own limit, on a busy machine.
+constexpr std::chrono::milliseconds kMeasureGrace{500};
+
+} // namespace
+
+template <class Result>
+std::optional<Result> Conductor::Await(std::function<Result()> work, TimePoint deadline) {
+    struct Answer {
+        std::mutex mutex;
+        bool given = false;
+        std::optional<Result> result;
+    };
+    const auto answer = std::make_shared<Answer>();
+    RunAside([answer, work = std::move(work), wait = m_loadWait] {
+        SetThreadNiceness(kPreviewNiceness); // whatever plays comes first
+        std::optional<Result> result;
+        try {
+            result = work();
+        } catch (const std::exception& e) {
+            Runtime::WriteLine(e.what());
+        }
+        {
+            const std::lock_guard lock(answer->mutex);
+            answer->given = true;
+            answer->result = std::move(result);
+        }
+        wait->Ring();
+    });
+    const auto given = [&] {
+        const std::lock_guard lock(answer->mutex);
+        return answer->given;
+    };
+    m_loadWait->Until(deadline, given, [this] { ShowPictures(); });
+    const std::lock_guard lock(answer->mutex);
+    return std::exchange(answer->result, std::nullopt);
+}
+
+void Conductor::ShowPictures() {
+    std::vector<Player*> playing; // they come and go on this thread
+    {
+        const std::lock_guard lock(m_mutex);
+        std::copy_if(m_players.begin(), m_players.end(), std::back_inserter(playing),
+                     [](const Player* player) { return player->Plays(); });
+    }
+    for (Player* player : playing)
+        player->Pictures().Paint();
+}
 
 bool Conductor::Load(Player& player, const std::string& nativePath) {
     std::string cause;
     if (!m_loadDeadline)
         m_loadDeadline = Clock::now() + m_options.loadLimit;
     const auto file = LookAt(nativePath, cause);
-    MidiShelf::Item midi;
-    if (file && IsMidiFile(*file))
-        midi = m_shelf->Get(*file, m_options.soundFont, cause);
     Player* twin = TwinOf(player);
+    Preparation preparation;
+    if (file && !(player.Ahead() && player.File() == *file))
+        preparation = Prepared(*file);
+    if (cause.empty())
+        cause = preparation.cause;
     try {
         Furnish(player);
         if (twin != nullptr)
@@ -29,22 +84,26 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     const bool both = twin != nullptr && twin->Free() && !twin->Ahead();
     const bool stage = player.GetRole().role == Role::Stage;
     if (!player.Ahead() || player.File() != *file) {
-        player.Open(*file, midi, false, both && !stage);
+        player.Open(*file, preparation, false, both && !stage);
         m_toldOf = {};
     }
     player.Claim();
     if (both) {
-        twin->Open(*file, midi, true, stage);
+        twin->Open(*file, preparation, true, stage);
         (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
     }
+    lock.unlock();
 
-    const bool answered = m_answered.wait_until(lock, *m_loadDeadline, [&] {
+    const auto done = [&] {
+        const std::lock_guard locked(m_mutex);
         // What one of the twins can decode need not be waited for in the other.
         const bool decoded =
             player.Decoded() || (twin != nullptr && twin->GetPhase() != Player::Phase::Empty &&
                                  twin->File() == *file && twin->Decoded());
         return !player.Failure().empty() || (player.Described() && decoded);
-    });
+    };
+    const bool answered = m_loadWait->Until(*m_loadDeadline, done, [this] { ShowPictures(); });
+    lock.lock();
     if (!answered) {
         try {
             Bury(player.Replace(MakeDeck(player.GetRole())));
@@ -52,7 +111,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
             player.Unload();
             return Fail(player, nativePath, e.what());
         }
-        return Fail(player, nativePath, "does not answer in time");
+        return Fail(player, nativePath, kNoAnswer);
     }
     if (!player.Failure().empty()) {
         cause = player.Failure();
@@ -60,14 +119,32 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     }
     const std::string format = player.Format();
     const double told = player.ContainerDuration();
-    lock.unlock(); // reading packets takes its time
+    lock.unlock(); // measuring takes its time
     if (m_measured.file != *file || m_measured.length.seconds <= 0.0)
-        m_measured = {*file, LengthOf(*file, format, told)};
+        m_measured = {*file, Measured(*file, format, told)};
     lock.lock();
     player.Opened(m_measured.length.seconds, m_measured.length.exact, Clock::now());
     lock.unlock();
     Wake();
     return true;
+}
+
+Preparation Conductor::Prepared(const MediaFile& file) {
+    const auto limit = std::chrono::duration_cast<std::chrono::milliseconds>(*m_loadDeadline - Clock::now());
+    const auto work = [file, limit, shelf = m_shelf, font = m_options.soundFont] {
+        return PrepareFile(file, *shelf, font, limit);
+    };
+    Preparation unanswered;
+    unanswered.cause = kNoAnswer;
+    return Await<Preparation>(work, *m_loadDeadline).value_or(unanswered);
+}
+
+Length Conductor::Measured(const MediaFile& file, const std::string& format, double told) {
+    if (KnowsLength(format, told))
+        return {told, true};
+    const auto work = [file, told] { return MeasureLength(file, told); };
+    const TimePoint deadline = std::max(*m_loadDeadline, Clock::now() + kMeasureLimit + kMeasureGrace);
+    return Await<Length>(work, deadline).value_or(GuessLength(told));
 }
 
 bool Conductor::Fail(Player& player, const std::string& path, const std::string& cause) {

@@ -17,7 +17,8 @@ std::int32_t Clamped(std::int32_t size) {
 }
 } // namespace
 
-PicturePath::PicturePath(int niceness) : m_worker([this, niceness] { Run(niceness); }) {}
+PicturePath::PicturePath(int niceness, std::function<void()> onPicture)
+    : m_onPicture(std::move(onPicture)), m_worker([this, niceness] { Run(niceness); }) {}
 
 PicturePath::~PicturePath() {
     Detach();
@@ -158,6 +159,11 @@ PicturePath::Size PicturePath::SizeToDraw() const {
 void PicturePath::SetListener(std::function<void()> listener) {
     const std::lock_guard lock(m_listenerMutex);
     m_listener = std::move(listener);
+}
+
+void PicturePath::Paint() const {
+    if (m_painter)
+        m_painter();
 }
 
 bool PicturePath::HasFrame() const {
@@ -302,9 +308,12 @@ bool PicturePath::TakeLead(const Buffer& picture) {
 }
 
 void PicturePath::Tell() {
-    const std::lock_guard lock(m_listenerMutex);
-    if (m_listener)
-        m_listener();
+    {
+        const std::lock_guard lock(m_listenerMutex);
+        if (m_listener)
+            m_listener();
+    }
+    m_onPicture();
 }
 
 } // namespace kirolane::mpv

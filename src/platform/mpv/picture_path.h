@@ -6,6 +6,7 @@
 
 #include <condition_variable>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -18,8 +19,9 @@ namespace kirolane::mpv {
 /// the engine, on any thread.
 class PicturePath : public FrameSource {
 public:
-    /// `niceness` of the worker, 0 for that of the program.
-    explicit PicturePath(int niceness);
+    /// `niceness` of the worker, 0 for that of the program. `onPicture` is called by it after each new
+    /// picture; must not wait.
+    PicturePath(int niceness, std::function<void()> onPicture);
     ~PicturePath() override;
     PicturePath(const PicturePath&) = delete;
     PicturePath& operator=(const PicturePath&) = delete;
@@ -46,9 +48,13 @@ public:
     /// Leads that one no more, which is about to go.
     void LeaveBehind(const PicturePath& follower);
 
+    /// Main thread, while the event loop is held up.
+    void Paint() const;
+
     // FrameSource.
     void SetSize(std::int32_t width, std::int32_t height) override;
     void SetListener(std::function<void()> listener) override;
+    void SetPainter(std::function<void()> paint) override { m_painter = std::move(paint); }
     [[nodiscard]] bool HasFrame() const override;
     [[nodiscard]] bool HasPicture() const override;
     void Visit(const std::function<void(const FrameView&)>& visit) const override;
@@ -111,7 +117,9 @@ private:
 
     std::mutex m_listenerMutex;
     std::function<void()> m_listener;
+    std::function<void()> m_painter; ///< the main thread's
 
+    const std::function<void()> m_onPicture;
     std::thread m_worker;
 };
 

@@ -21,7 +21,8 @@ double CubicVolume(std::int32_t linear) {
 
 Player::Player(std::shared_ptr<Conductor> conductor, PlayerRole role)
     : m_conductor(std::move(conductor)), m_role(std::move(role)),
-      m_pictures(m_role.role == Role::Preview ? kPreviewNiceness : 0) {
+      m_pictures(m_role.role == Role::Preview ? kPreviewNiceness : 0,
+                 [wait = m_conductor->Waiting()] { wait->Ring(); }) {
     m_conductor->Add(*this);
 }
 
@@ -98,6 +99,7 @@ void Player::Reset() {
     m_standsAt.reset();
     m_eof = false;
     m_endTold = false;
+    m_moreTracks = false;
     SetResting(false);
     if (m_toldRunning)
         m_deck->SetPause(true);
@@ -106,17 +108,23 @@ void Player::Reset() {
     m_pictures.Expect();
 }
 
-void Player::Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead, bool resting) {
+void Player::Open(const MediaFile& file, const Preparation& preparation, bool ahead, bool resting) {
     Reset();
     m_phase = Phase::Opening;
     m_file = file;
     m_ahead = ahead;
     m_flight = Flight{0.0, TimePoint::max()};
-    ++m_loadsUnderWay;
-    m_midi = midi.sound;
+    m_midi = preparation.midi.sound;
+    m_pictureTurn = preparation.pictureTurn;
     TellLevels(Clock::now()); // before anything is decoded ahead at others
     SetResting(resting && m_midi == nullptr);
-    m_deck->Load(m_midi == nullptr ? file.path : midi.uri, !m_rests);
+    LoadFile(m_midi == nullptr ? file.path : preparation.midi.uri, !m_rests && m_role.role != Role::Sound);
+}
+
+void Player::LoadFile(const std::string& uri, bool pictures) {
+    m_askedForPictures = pictures;
+    ++m_loadsUnderWay;
+    m_deck->Load(uri, pictures, m_pictureTurn);
 }
 
 void Player::Opened(double duration, bool exact, TimePoint now) {

@@ -3,9 +3,9 @@
 #include "platform/backend/mediaengine.h"
 #include "platform/mpv/deck.h"
 #include "platform/mpv/media_file.h"
-#include "platform/mpv/midi_shelf.h"
 #include "platform/mpv/picture_path.h"
 #include "platform/mpv/play_clock.h"
+#include "platform/mpv/preparation.h"
 
 #include <memory>
 #include <optional>
@@ -47,7 +47,7 @@ public:
     void Furnish(std::unique_ptr<Deck> deck);
     /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
     /// asked for it. `resting`: the twin opens the same file, and decodes the pictures.
-    void Open(const MediaFile& file, const MidiShelf::Item& midi, bool ahead, bool resting);
+    void Open(const MediaFile& file, const Preparation& preparation, bool ahead, bool resting);
     /// It is what a Load asked for.
     void Claim() { m_ahead = false; }
     [[nodiscard]] bool Ahead() const { return m_ahead; }
@@ -128,6 +128,7 @@ private:
     void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
+    void LoadFile(const std::string& uri, bool pictures);
     void SetResting(bool resting);
     void TakeRestart();
     void SetSeekLead();
@@ -149,6 +150,7 @@ private:
     Phase m_phase = Phase::Empty;
     MediaFile m_file;
     std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
+    std::string m_pictureTurn;         ///< as PictureTurn gives it
     bool m_ahead = false;
     bool m_released = false;
     double m_duration = 0.0;
@@ -156,6 +158,7 @@ private:
 
     // The opening.
     int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken
+    bool m_askedForPictures = false;
     bool m_started = false;
     std::int64_t m_entry = 0; ///< libmpv's number of the file that it started
     bool m_described = false;
@@ -185,6 +188,7 @@ private:
     PlayClock m_clock;
     bool m_eof = false;
     bool m_endTold = false;
+    bool m_moreTracks = false; ///< than the one that plays, maybe longer ones
 
     bool m_rests = false;    ///< from decoding pictures
     bool m_soundOut = false; ///< resting, it has come to the end of its sound; pictures may go on

@@ -162,6 +162,10 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         Land(now);
         SetEof(known && Flag(property), now);
         break;
+    case Topic::TrackCount:
+        if (const auto* count = ValueOf<std::int64_t>(property, MPV_FORMAT_INT64))
+            m_moreTracks = !m_askedForPictures && *count > 1;
+        break;
     case Topic::EndPosition:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
             TakeEndPosition(*seconds, now);
@@ -198,10 +202,9 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
         return;
     m_started = false;
     const std::string cause = CauseOf(end.error);
-    if (m_phase == Phase::Opening && m_rests && end.error == MPV_ERROR_NOTHING_TO_PLAY) {
+    if (m_phase == Phase::Opening && !m_askedForPictures && end.error == MPV_ERROR_NOTHING_TO_PLAY) {
         SetResting(false); // it has no sound: its pictures are its clock
-        ++m_loadsUnderWay;
-        m_deck->Load(m_file.path, true);
+        LoadFile(m_file.path, true);
     } else if (m_phase == Phase::Opening) {
         m_failure = cause;
     } else if (m_phase == Phase::Open) {
@@ -224,13 +227,15 @@ void Player::SetEof(bool eof, TimePoint now) {
     }
     const bool wasAtEnd = AtEndAt(now);
     m_eof = eof;
-    if (!wasAtEnd && AtEndAt(now) && m_exact && !m_endTold)
-        m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
+    if (wasAtEnd || !AtEndAt(now) || !m_exact || m_endTold)
+        return;
+    m_deck->Ask("track-list/count", MPV_FORMAT_INT64, Topic::TrackCount);
+    m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
 }
 
 void Player::TakeEndPosition(double reached, TimePoint now) {
     reached = std::max(reached, m_clock.Read(now));
-    if (!AtEndAt(now) || m_endTold || m_duration - reached < kEarly)
+    if (!AtEndAt(now) || m_endTold || m_moreTracks || m_duration - reached < kEarly)
         return;
     char text[96];
     std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);

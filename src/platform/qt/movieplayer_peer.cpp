@@ -31,14 +31,22 @@ public:
     void SetFrames(FrameSource* frames) {
         if (frames == m_frames)
             return;
-        if (m_frames != nullptr)
+        if (m_frames != nullptr) {
             m_frames->SetListener({});
+            m_frames->SetPainter({});
+        }
         m_frames = frames;
-        if (m_frames != nullptr)
-            m_frames->SetListener([this] {
-                if (!m_posted.exchange(true)) // the engine's worker: only posts, and one at a time
-                    QCoreApplication::postEvent(this, new QEvent(kNewPicture));
-            });
+        if (m_frames == nullptr)
+            return;
+        m_frames->SetListener([this] {
+            m_unpainted = true;
+            if (!m_posted.exchange(true)) // the engine's worker: only posts, and one at a time
+                QCoreApplication::postEvent(this, new QEvent(kNewPicture));
+        });
+        m_frames->SetPainter([this] {
+            if (m_unpainted)
+                repaint();
+        });
     }
     [[nodiscard]] FrameSource* Frames() const { return m_frames; }
 
@@ -65,6 +73,7 @@ protected:
     void resizeEvent(QResizeEvent* /*event*/) override { AskForSize(); }
 
     void paintEvent(QPaintEvent* /*event*/) override {
+        m_unpainted = false;
         AskForSize(); // the window may have come to a screen of finer pixels
         QPainter painter(this);
         bool drawn = false;
@@ -103,6 +112,7 @@ private:
     QSize m_asked;
     std::function<void()> m_onPicture;
     std::atomic<bool> m_posted = false;
+    std::atomic<bool> m_unpainted = false;
 };
 
 class MoviePlayerPeer final : public ControlPeer {

@@ -1,0 +1,75 @@
+#include "platform/mpv/picture_turn.h"
+
+#include "platform/mpv/media_input.h"
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kirolane::mpv {
+
+namespace {
+
+/// The only containers that can say so.
+constexpr const char* kCapable = "mov,matroska";
+
+/// Whether the first bytes are those of such a container: a look that costs others next to nothing.
+bool CanSaySo(const std::string& path) {
+    std::array<char, 8> front{};
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return false;
+    const auto count = read(file, front.data(), front.size());
+    close(file);
+    if (count != static_cast<ssize_t>(front.size()))
+        return false;
+    if (std::memcmp(front.data(), "\x1A\x45\xDF\xA3", 4) == 0)
+        return true;
+    for (const char* name : {"ftyp", "moov", "mdat", "wide", "free", "skip", "pnot"})
+        if (std::memcmp(front.data() + 4, name, 4) == 0)
+            return true;
+    return false;
+}
+
+/// The pictures that libmpv takes of several.
+const AVStream* Pictures(const AVFormatContext& context) {
+    const AVStream* first = nullptr;
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        const AVStream* stream = context.streams[i];
+        if (stream->codecpar->codec_type != AVMEDIA_TYPE_VIDEO ||
+            (stream->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0)
+            continue;
+        if ((stream->disposition & AV_DISPOSITION_DEFAULT) != 0)
+            return stream;
+        if (first == nullptr)
+            first = stream;
+    }
+    return first;
+}
+
+/// In the matrix a point x, y of the stored picture goes to a x + c y, b x + d y.
+std::string Turn(std::int64_t a, std::int64_t b, std::int64_t c, std::int64_t d) {
+    if (std::abs(a) + std::abs(d) >= std::abs(b) + std::abs(c)) {
+        if (a < 0 && d < 0)
+            return "hflip,vflip";
+        return a < 0 ? "hflip" : d < 0 ? "vflip" : "";
+    }
+    if (b > 0)
+        return c > 0 ? "transpose=cclock_flip" : "transpose=clock";
+    return c > 0 ? "transpose=cclock" : "transpose=clock_flip";
+}
+
+} // namespace
+
+std::string PictureTurn(const std::string& path, std::chrono::milliseconds limit) {
+    if (!CanSaySo(path))
+        return "";
+    const MediaInput input(path, kCapable, limit);
+    const AVStream* pictures = input.Context() != nullptr ? Pictures(*input.Context()) : nullptr;
+    const std::int32_t* matrix = pictures != nullptr ? DisplayMatrix(*pictures) : nullptr;
+    return matrix != nullptr ? Turn(matrix[0], matrix[1], matrix[3], matrix[4]) : "";
+}
+
+} // namespace kirolane::mpv

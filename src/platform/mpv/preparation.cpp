@@ -1,0 +1,17 @@
+#include "platform/mpv/preparation.h"
+
+#include "platform/mpv/picture_turn.h"
+
+namespace kirolane::mpv {
+
+Preparation PrepareFile(const MediaFile& file, MidiShelf& shelf, const std::string& soundFont,
+                        std::chrono::milliseconds limit) {
+    Preparation preparation;
+    if (IsMidiFile(file))
+        preparation.midi = shelf.Get(file, soundFont, preparation.cause);
+    else
+        preparation.pictureTurn = PictureTurn(file.path, limit);
+    return preparation;
+}
+
+} // namespace kirolane::mpv
