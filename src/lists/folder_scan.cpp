@@ -16,7 +16,7 @@ void Mainform::TakeNameTails(std::string_view name) {
 
 /// Lists one folder, one level deep, by file extension. Everything may happen between two items: a row
 /// opened, the selection moved, the rows sorted. A scan that is killed leaves its part; the next one starts
-/// afresh.
+/// afresh. Rows and folder belong together: a scan that finds no folder leaves both, and fails.
 Task Mainform::FolderThread_Run() {
     const auto list = StrGrid();
     const auto countLabel = FileNumberLabel();
@@ -24,19 +24,25 @@ Task Mainform::FolderThread_Run() {
 
     Fold_Flag = true;
     FolderReading reading; // kept to the end: the items answer from one reading of the folder
+    Ref<FolderItem> found = folder;
     if (const std::int32_t n = FolderLine(FoldNumber); n != 0) {
         FolderReading read = co_await ReadFolder(Setting_Data(n));
         reading = std::move(read);
-        folder = reading.folder;
+        found = reading.folder;
     }
-    Current_Folder = folder->AbsolutePath();
-    DirLabel()->SetCaption(Current_Folder);
-    const std::int32_t items = folder->Count();
+    if (found.IsNil())
+        CountLabel()->SetVisible(false); // of a scan that this one has cut short
+    const std::string path = found->AbsolutePath();
+    const std::int32_t items = found->Count();
     for (std::int32_t k = 0; k <= kScanBound; ++k) {
         f_all.Set(k, {});
         f_box.Set(k, {});
         co_await Yield();
     }
+    // Between the same two yields: a row is opened by the folder, whenever that may be.
+    folder = found;
+    Current_Folder = path;
+    DirLabel()->SetCaption(path);
     list->DeleteAllRows();
     CountLabel()->SetVisible(true);
 

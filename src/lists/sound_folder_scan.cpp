@@ -17,19 +17,25 @@ Task Mainform::mFolderThread_Run() {
 
     mFold_Flag = true;
     FolderReading reading; // kept to the end: the items answer from one reading of the folder
+    Ref<FolderItem> found = mfolder;
     if (const std::int32_t n = SoundFolderLine(mFoldNumber); n != 0) {
         FolderReading read = co_await ReadFolder(Setting_Data(n));
         reading = std::move(read);
-        mfolder = reading.folder;
+        found = reading.folder;
     }
-    mCurrent_Folder = mfolder->AbsolutePath();
-    mDirLabel()->SetCaption(mCurrent_Folder);
-    const std::int32_t items = mfolder->Count();
+    if (found.IsNil())
+        mCountLabel()->SetVisible(false); // of a scan that this one has cut short
+    const std::string path = found->AbsolutePath();
+    const std::int32_t items = found->Count();
     for (std::int32_t k = 0; k <= kScanBound; ++k) {
         mf_all.Set(k, {});
         mf_box.Set(k, {});
         co_await Yield();
     }
+    // Between the same two yields: a row is opened by the folder, whenever that may be.
+    mfolder = found;
+    mCurrent_Folder = path;
+    mDirLabel()->SetCaption(path);
     list->DeleteAllRows();
     mCountLabel()->SetVisible(true);
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <thread>
 
 namespace kirolane::tests {
 
@@ -93,23 +94,43 @@ TEST_F(FolderScanTest, TheEndMovesTheFocusToTheListScanned) {
     EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
 }
 
-TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneWithOneLine) {
+TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) {
     StartWithMedia({"a.mov"}, {"b.wav"});
-    const std::string before = Console().Current_Folder;
-    Do([] { Console().Fold_Flag = false; });
     CapturedStderr captured;
+    Console().Setting_Data.Set(33, "Root:not:there:");
+    Console().mFold(1)->ReportClick();
     Scan("Root:not:there:");
     const auto lines = captured.Lines();
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_NE(lines[0].find("NilObjectException"), std::string::npos);
-    EXPECT_NE(lines[0].find("Root:not:there:"), std::string::npos);
-    EXPECT_TRUE(Console().Fold_Flag);
-    EXPECT_TRUE(Console().folder.IsNil());
-    EXPECT_EQ(Console().Current_Folder, before);
-    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
+    ASSERT_EQ(lines.size(), 2U);
+    for (const auto& line : lines)
+        EXPECT_NE(line.find("NilObjectException (Root:not:there:: "), std::string::npos) << line;
     EXPECT_FALSE(Console().FolderThread()->Running());
-    Scan(before);
-    EXPECT_EQ(Counter(), "1");
+    Open(0);
+    OpenSound(0);
+    EXPECT_TRUE(Console().QTM()->Running());
+    EXPECT_TRUE(Sound().QTM()->Running());
+    EXPECT_EQ(Marked(Console().StrGrid()), std::vector<std::int32_t>{0});
+
+    // Also where it cuts another scan short, wherever that stands.
+    const std::string many = MakeMovies("many", 40);
+    const auto scanFor = [&](int turns) {
+        Console().Setting_Data.Set(22, many);
+        Console().Fold(1)->ReportClick();
+        for (Platform().Threads().OneTurnEach(); Platform().WorkersUnderWay();) // it reads the folder
+            std::this_thread::yield();
+        Platform().RunPosted();
+        for (int turn = 0; turn < turns; ++turn)
+            Platform().Threads().OneTurnEach();
+        Scan("Root:not:there:");
+        EXPECT_FALSE(Console().CountLabel()->Visible());
+        EXPECT_EQ(Console().folder->AbsolutePath(), Console().Current_Folder);
+        Open(0);
+        EXPECT_TRUE(Console().QTM()->Running());
+    };
+    scanFor(10); // the rows of the list before still stand
+    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
+    scanFor(100010);
+    EXPECT_EQ(Names(Console().StrGrid()).front(), "1.mov");
 }
 
 TEST_F(FolderScanTest, AFolderNumberOfNoButtonScansTheFolderBefore) {

@@ -83,17 +83,6 @@ TEST_F(FolderReadingTest, TheFolderAnswersAsItWasReadUntilTheScanEnds) {
     EXPECT_EQ(seen, "4;folder;no folder;nil");
 }
 
-TEST_F(FolderReadingTest, AFolderThatIsGoneFailsTheThreadAloneWithOneLine) {
-    std::filesystem::remove_all(Folder().Path("clips"));
-    tests::CapturedStderr captured;
-    RunScan(Clips());
-    Settle();
-    EXPECT_EQ(TakeLog(), "read;");
-    EXPECT_FALSE(First().Running());
-    EXPECT_EQ(captured.Lines(),
-              Names{"kirolane: Console.First Run: NilObjectException (" + Clips() + ": no such folder)"});
-}
-
 TEST_F(FolderReadingTest, AFolderThatMayNotBeReadIsEmptyWithOneLine) {
     Folder().MakeFolder("closed");
     tests::OpenToAll(Folder().Path());
