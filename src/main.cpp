@@ -4,10 +4,11 @@
 #include "platform/mpv/mpv_media.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_folders.h"
+#include "platform/posix/quit_signals.h"
+#include "platform/posix/standard_streams.h"
 #include "platform/qt/qtwindows.h"
 #include "shell/start.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -29,14 +30,14 @@ kirolane::mpv::MpvOptions Players() {
 /// Ends the process here and now. All that is to be kept has been written where it was changed, and taking
 /// decoders, sound devices and windows down one by one could take longer than a person waits.
 [[noreturn]] void End(int status) {
-    std::fflush(nullptr);
-    std::_Exit(status);
+    std::quick_exit(status);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     using namespace kirolane;
+    posix::SecureStandardStreams();
     qt::QtWindows windows(argc, argv);
     posix::PosixFileSystem files(posix::HomeFolder(), posix::ExecutableFolder());
     if (const std::string failure = files.Prepare(); !failure.empty()) {
@@ -46,6 +47,7 @@ int main(int argc, char** argv) {
     }
     mpv::MpvMedia media(Players());
     Runtime runtime(windows, media, files);
+    posix::WatchQuitSignals([&runtime] { runtime.Post([&runtime] { runtime.Quit(EXIT_SUCCESS); }); });
 
     std::unique_ptr<App> app;
     std::string failure;

@@ -2,16 +2,17 @@
 
 import os
 import re
+import signal
 
 from case import CONSOLE, Case, unittest
-from rig.desk import LEFT
+from rig.desk import LEFT, RIGHT
 from rig.program import LINES, SETTINGS
 
 NOBODY = 65534
 
 
 class Start(Case):
-    monitors = (LEFT,)
+    monitors = (LEFT, RIGHT)
 
     def assert_fails(self, about, prefix=(), environment=None):
         """One line on standard error, a dialog that names the file, status 1 when that is answered."""
@@ -61,13 +62,21 @@ class Start(Case):
         self.assert_fails("home/Library: Permission denied", prefix,
                           {"XDG_RUNTIME_DIR": str(own), "XDG_CACHE_HOME": str(own)})
 
-    def test_settings_that_are_odd(self):
-        """Short, with the other line end, with bytes that are no text: the console comes up all the same."""
-        file = self.desk.settings()
-        for content in (b"", b"x\n", b"// DisplayMode\r\nfalse\r\n// FullScreen\r\nfalse\r\n", b"\xff\xfe\n" * 300):
-            file.write_bytes(content)
-            self.start_and_close()
-            self.assertEqual(file.read_bytes(), content)
+    def test_nobody_reads_and_the_session_ends(self):
+        """Standard error whose reader has gone, then the terminal goes, then a signal asks for the end."""
+        (self.desk.media / "0.mp4").touch()  # fails to open, with a line
+        with self.desk.started(prefix=("bash", "-c", 'exec "$0" 2> >(exec true)')) as show:
+            show.until(lambda: show.rows(1) == ["0.mp4"], "the list")
+            show.press("Return")
+            show.until(lambda: show.rows(1, column=2) == ["  ???"], "a row that failed")
+            show.program.process.send_signal(signal.SIGHUP)
+            show.press("Down")
+            show.press("Return")
+            show.until_playing(1)
+            show.program.process.send_signal(signal.SIGTERM)
+            status, took = show.program.exit_status()
+        self.assertEqual(status, 0)
+        self.assertLess(took, 1.0)
 
     def test_no_display(self):
         with self.desk.launched({"DISPLAY": ""}) as program:

@@ -23,7 +23,7 @@ void Keep(QtMsgType type, const QMessageLogContext& context, const QString& text
     // The first message names the cause; the last one is advice for whoever built Qt.
     const QString cause = g_keptBack.isEmpty() ? text : g_keptBack.first();
     Runtime::WriteLine("start: no desktop to show windows on: " + cause.trimmed().toStdString());
-    std::_Exit(EXIT_FAILURE);
+    std::quick_exit(EXIT_FAILURE);
 }
 
 } // namespace
