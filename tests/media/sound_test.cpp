@@ -79,13 +79,4 @@ TEST_F(SoundOutput, AMidiFileSoundsAtItsPitch) {
     EXPECT_LT(wav.PeakOfLast(0.05), 0.01);
 }
 
-/// With the outputs of the program, on a machine that may have none of them.
-class DefaultOutput : public EngineTest {};
-
-TEST_F(DefaultOutput, SoundPlaysOnWithoutADevice) {
-    ASSERT_TRUE(Sound().Load(ClipPath("clip.mp3")));
-    Order(Sound(), {.running = true, .seekTo = {}});
-    EXPECT_TRUE(WaitUntil([&] { return Sound().Position() > 0.5; }));
-}
-
 } // namespace kirolane::tests

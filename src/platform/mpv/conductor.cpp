@@ -116,6 +116,7 @@ void Conductor::Run() {
             for (Player* player : m_players)
                 player->GiveUpSeek(now);
             Advance(now);
+            m_sound.Advance(m_players, now);
             deadline = NextDeadline();
         }
         m_loadWait->Ring();
@@ -127,8 +128,9 @@ std::optional<TimePoint> Conductor::NextDeadline() const {
     for (const Player* player : m_players)
         if (const auto deadline = player->Deadline(); deadline && (!next || *deadline < *next))
             next = deadline;
-    if (const auto deadline = m_trim.Deadline(); deadline && (!next || *deadline < *next))
-        next = deadline;
+    for (const auto& deadline : {m_trim.Deadline(), m_sound.Deadline()})
+        if (deadline && (!next || *deadline < *next))
+            next = deadline;
     return next;
 }
 

@@ -6,6 +6,7 @@
 #include "platform/mpv/mpv_media.h"
 #include "platform/mpv/player.h"
 #include "platform/mpv/preparation.h"
+#include "platform/mpv/sound_return.h"
 #include "platform/mpv/start_trim.h"
 
 #include <condition_variable>
@@ -107,6 +108,8 @@ private:
     std::condition_variable m_wakeUp;
     bool m_woken = false; ///< these two under m_wakeMutex
     bool m_quit = false;
+
+    SoundReturn m_sound{m_options.audioOutput, [this] { Wake(); }}; ///< Advance and Deadline under m_mutex
 
     std::shared_ptr<Graveyard> m_graveyard = std::make_shared<Graveyard>();
 

@@ -26,6 +26,7 @@ constexpr Observed kObserved[] = {
     {"eof-reached", MPV_FORMAT_FLAG, Topic::EofReached},
     {"core-idle", MPV_FORMAT_FLAG, Topic::CoreIdle},
     {"current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack},
+    {"current-ao", MPV_FORMAT_STRING, Topic::Output},
 };
 
 void Check(int status, const char* what) {
@@ -121,8 +122,18 @@ void Deck::Seek(double seconds) {
 }
 
 void Deck::DecodePictures(bool decode) {
-    const char* track = decode ? "auto" : "no";
-    mpv_set_property_async(m_handle, Id(Topic::None), "vid", MPV_FORMAT_STRING, &track);
+    SetText("vid", decode ? "auto" : "no");
+}
+
+void Deck::TakeSoundUp(const std::string& outputs) {
+    // By way of no sound at all: the command to open it anew would hold the picture up for half a second.
+    SetText("aid", "no");
+    SetText("ao", outputs.c_str());
+    SetText("aid", "auto");
+}
+
+void Deck::SetText(const char* property, const char* value) {
+    mpv_set_property_async(m_handle, Id(Topic::None), property, MPV_FORMAT_STRING, &value);
 }
 
 void Deck::SetNumber(const char* property, double value) {

@@ -19,6 +19,7 @@ enum class Topic : std::uint64_t {
     EofReached, ///< flag
     CoreIdle,   ///< flag
     VideoTrack, ///< there while a track with pictures is selected; a reply too, after FILE_LOADED
+    Output,     ///< libmpv's name of where the sound goes
     // Replies.
     FileLoad,     ///< the command has been taken
     FileFormat,   ///< after FILE_LOADED
@@ -57,12 +58,16 @@ public:
     void Seek(double seconds);
     /// Of the file now loaded.
     void DecodePictures(bool decode);
+    /// Of the file now loaded: opens the first output that can be, of these, comma-separated.
+    void TakeSoundUp(const std::string& outputs);
     void SetNumber(const char* property, double value);
     void Ask(const char* property, mpv_format format, Topic topic);
 
     [[nodiscard]] mpv_render_context* Renderer() const { return m_renderer; }
 
 private:
+    void SetText(const char* property, const char* value);
+
     std::shared_ptr<MidiShelf> m_shelf;
     mpv_handle* m_handle = nullptr;
     mpv_render_context* m_renderer = nullptr;

@@ -152,6 +152,7 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     m_toldVolume = 256;
     m_toldSeekLead = 0.0;
     m_loadsUnderWay = 0;
+    m_output.clear();
     Reset();
     m_phase = Phase::Empty;
     Furnish(std::move(deck));
@@ -265,6 +266,17 @@ void Player::ShowOwnPictures(TimePoint now) {
     if (!m_nextSeek) // libmpv takes pictures up where its sound is, which may have come to its end
         m_nextSeek = AimAt(now);
     SetResting(false);
+}
+
+Player::Hearing Player::GetHearing() const {
+    if (m_role.role == Role::Preview || m_phase != Phase::Open || !m_hasSound || m_output.empty())
+        return Hearing::None;
+    return m_output == "null" ? Hearing::Silent : Hearing::Heard;
+}
+
+void Player::TakeSoundUp(const std::string& outputs) {
+    if (!m_eof)
+        m_deck->TakeSoundUp(outputs);
 }
 
 void Player::EndWithTwin() {

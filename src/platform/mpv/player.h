@@ -113,6 +113,17 @@ public:
     /// The twin has come to the end of its pictures and its sound.
     void EndWithTwin();
 
+    // Its sound device.
+
+    enum class Hearing : std::uint8_t {
+        None,   ///< nothing in it is to be heard
+        Silent, ///< it has sound, which goes nowhere
+        Heard,
+    };
+    [[nodiscard]] Hearing GetHearing() const;
+    /// Has libmpv try these outputs, but at the end of a file, which it would have to come to once more.
+    void TakeSoundUp(const std::string& outputs);
+
     /// Takes in everything that libmpv has to say.
     void Drain();
 
@@ -186,6 +197,7 @@ private:
 
     // What it said.
     PlayClock m_clock;
+    std::string m_output; ///< where its sound goes or went last
     bool m_eof = false;
     bool m_endTold = false;
     bool m_moreTracks = false; ///< than the one that plays, maybe longer ones

@@ -90,6 +90,11 @@ void Player::Take(const mpv_event& event, TimePoint now) {
 }
 
 void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now) {
+    if (topic == Topic::Output) { // the deck's, whatever is loaded
+        if (const auto* output = ValueOf<char*>(property, MPV_FORMAT_STRING))
+            m_output = *output;
+        return;
+    }
     if (m_phase == Phase::Empty || m_loadsUnderWay > 0)
         return;
     switch (topic) {

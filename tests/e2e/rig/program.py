@@ -11,13 +11,14 @@ from .processes import end
 SETTINGS = pathlib.PurePath("Library/Application Support/Kirolane/Setting/ES")
 LINES = 200
 LOGO_SIZE = (160, 120)
+NO_DEVICE = b"kirolane: sound: no device answers; the show goes on without, until one does"
 
 
 class Program:
     def __init__(self, process, home, waiter):
         self.process = process
         self.home = home
-        self.errors = []  # lines of standard error
+        self.errors = []  # lines of standard error, but for that of a machine without a sound device
         self._waiter = waiter
         self._rest = b""
         waiter.watch(process.stderr.fileno(), self._take_errors)
@@ -28,7 +29,7 @@ class Program:
         if not data:
             self._waiter.forget(self.process.stderr.fileno())
         *lines, self._rest = (self._rest + data).split(b"\n")
-        self.errors += [line.decode("utf-8", "backslashreplace") for line in lines]
+        self.errors += [line.decode("utf-8", "backslashreplace") for line in lines if line != NO_DEVICE]
 
     def alive(self):
         return self.process.poll() is None

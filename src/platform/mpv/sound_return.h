@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/mpv/play_clock.h"
+#include "platform/mpv/sound_devices.h"
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <thread>
+
+namespace kirolane::mpv {
+
+class Player;
+
+/// Sound that has gone with its device, or found none at the opening, is brought back when there is one
+/// again: libmpv by itself would play on in silence. While somebody plays in silence, the devices are looked
+/// at once a second, on a thread of its own. libmpv is told to try only where there is something that
+/// answers, since each try costs a picture, and a server that hangs would hold libmpv up for good.
+class SoundReturn {
+public:
+    /// `outputs`: libmpv's names of them, to be tried in turn, the last of which needs no device. One alone
+    /// is all that is wanted. `wake` is called on any thread when Advance has something to do.
+    SoundReturn(std::string outputs, std::function<void()> wake);
+    ~SoundReturn();
+    SoundReturn(const SoundReturn&) = delete;
+    SoundReturn& operator=(const SoundReturn&) = delete;
+
+    /// To be called when the deadline has come and after each message. The conductor's, under its lock.
+    void Advance(std::span<Player* const> players, TimePoint now);
+    [[nodiscard]] std::optional<TimePoint> Deadline() const;
+
+private:
+    void Run();
+    void Ask();
+    std::optional<SoundDevices> TakeAnswer();
+
+    const std::string m_outputs;
+    const std::function<void()> m_wake;
+
+    // The conductor's.
+    bool m_told = false; ///< that sound is lost
+    std::optional<TimePoint> m_nextLook;
+    std::optional<SoundDevices> m_triedWith; ///< in vain, as far as is known
+    TimePoint m_tried;
+
+    std::mutex m_mutex;
+    std::condition_variable m_asked;
+    // Under m_mutex.
+    bool m_ask = false;
+    bool m_quit = false;
+    std::optional<SoundDevices> m_answer; ///< not yet taken
+
+    std::thread m_looker;
+};
+
+} // namespace kirolane::mpv

@@ -1,0 +1,120 @@
+// The sound device goes, hangs and comes back: a PulseAudio server of the test's own, whose one sink plays
+// into a pipe.
+
+#include "engine_test.h"
+#include "support/captured_stderr.h"
+#include "support/temporary_folder.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace kirolane::tests {
+
+/// Where the players look for a server, and nowhere else.
+struct PrivateSession {
+    PrivateSession() {
+        setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1);
+        setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
+        setenv("PIPEWIRE_REMOTE", "none", 1);
+    }
+    TemporaryFolder folder;
+    std::string socket = folder.Path("native");
+};
+
+class SoundDevice : PrivateSession, public EngineTest, public ::testing::WithParamInterface<const char*> {
+protected:
+    SoundDevice() {
+        mkfifo(m_pipe.c_str(), 0600);
+        m_heard = open(m_pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
+    ~SoundDevice() override {
+        EndPlayers();
+        Stop();
+        close(m_heard);
+    }
+
+    void StartServer() {
+        std::string protocol = "-Lmodule-native-protocol-unix auth-anonymous=1 socket=" + socket;
+        std::string sink = "-Lmodule-pipe-sink use_system_clock_for_timing=yes file=" + m_pipe;
+        std::array<const char*, 9> arguments{"pulseaudio",
+                                             "-n",
+                                             "--daemonize=no",
+                                             "--use-pid-file=no",
+                                             "--exit-idle-time=-1",
+                                             "--log-target=null",
+                                             sink.c_str(),
+                                             protocol.c_str(),
+                                             nullptr};
+        ASSERT_EQ(posix_spawnp(&m_server, "pulseaudio", nullptr, nullptr,
+                               const_cast<char**>(arguments.data()), environ),
+                  0);
+    }
+    void Signal(int signal) const { kill(m_server, signal); }
+    void Stop() {
+        if (m_server == 0)
+            return;
+        Signal(SIGKILL);
+        waitpid(m_server, nullptr, 0);
+        m_server = 0;
+        while (read(m_heard, m_samples.data(), sizeof m_samples) > 0) // nothing that it left is taken for new
+            ;
+    }
+
+    PlayerEngine& Engine() { return GetParam() == std::string("clip.mp4") ? Stage() : Sound(); }
+    void Play(std::int32_t volume) { Order(Engine(), {.running = true, .seekTo = 0.0, .volume = volume}); }
+    /// The clip's tone comes out of the sink, as loud as that volume has it.
+    bool IsHeard(std::int32_t volume) {
+        return WaitUntil(
+            [&] {
+                const auto bytes = read(m_heard, m_samples.data(), sizeof m_samples);
+                if (bytes <= 0)
+                    return false;
+                const int peak = *std::max_element(m_samples.begin(), m_samples.begin() + bytes / 2);
+                return std::abs(peak - volume * 64) <= volume * 6;
+            },
+            5.0);
+    }
+    bool Advances() {
+        const double from = Engine().Position();
+        return WaitUntil([&] { return Engine().Position() > from + 0.4; }, 1.0);
+    }
+
+private:
+    std::string m_pipe = folder.Path("heard");
+    int m_heard = -1;
+    std::array<std::int16_t, 32768> m_samples{};
+    pid_t m_server = 0;
+};
+
+TEST_P(SoundDevice, SoundComesBackWithIt) {
+    CapturedStderr lines;
+    ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
+    Play(256);
+    EXPECT_TRUE(Advances()) << "there was never a device";
+    StartServer();
+    EXPECT_TRUE(IsHeard(256));
+    Play(128);
+    EXPECT_TRUE(IsHeard(128));
+    Stop();
+    EXPECT_TRUE(Advances()) << "the device has gone";
+    Play(128);
+    StartServer();
+    EXPECT_TRUE(IsHeard(128));
+    Stop();
+    ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
+    Play(128);
+    StartServer();
+    EXPECT_TRUE(IsHeard(128)) << "in the next file";
+    EXPECT_EQ(lines.Lines().size(), 3U) << "one for each loss";
+}
+
+INSTANTIATE_TEST_SUITE_P(Media, SoundDevice, ::testing::Values("clip.mp4", "clip.mp3"));
+
+} // namespace kirolane::tests
