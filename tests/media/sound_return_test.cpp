@@ -2,6 +2,7 @@
 // into a pipe.
 
 #include "engine_test.h"
+#include "platform/mpv/sound_devices.h"
 #include "support/captured_stderr.h"
 #include "support/temporary_folder.h"
 
@@ -28,7 +29,7 @@ struct PrivateSession {
     std::string socket = folder.Path("native");
 };
 
-class SoundDevice : PrivateSession, public EngineTest, public ::testing::WithParamInterface<const char*> {
+class SoundDevice : PrivateSession, public EngineTest {
 protected:
     SoundDevice() {
         mkfifo(m_pipe.c_str(), 0600);
@@ -67,8 +68,24 @@ protected:
             ;
     }
 
+    void StartAnsweringServer() {
+        StartServer();
+        ASSERT_TRUE(WaitUntil([] { return mpv::LookForSoundDevices(mpv::kServerPatience).There(); }));
+    }
+    int m_heard = -1; ///< what comes out of the sink
+    std::array<std::int16_t, 32768> m_samples{};
+
+private:
+    std::string m_pipe = folder.Path("heard");
+    pid_t m_server = 0;
+};
+
+class HeardPlayer : public SoundDevice, public ::testing::WithParamInterface<const char*> {
+protected:
     PlayerEngine& Engine() { return GetParam() == std::string("clip.mp4") ? Stage() : Sound(); }
-    void Play(std::int32_t volume) { Order(Engine(), {.running = true, .seekTo = 0.0, .volume = volume}); }
+    void Play(std::int32_t volume, double from = 0.0) {
+        Order(Engine(), {.running = true, .seekTo = from, .volume = volume});
+    }
     /// The clip's tone comes out of the sink, as loud as that volume has it.
     bool IsHeard(std::int32_t volume) {
         return WaitUntil(
@@ -85,15 +102,9 @@ protected:
         const double from = Engine().Position();
         return WaitUntil([&] { return Engine().Position() > from + 0.4; }, 1.0);
     }
-
-private:
-    std::string m_pipe = folder.Path("heard");
-    int m_heard = -1;
-    std::array<std::int16_t, 32768> m_samples{};
-    pid_t m_server = 0;
 };
 
-TEST_P(SoundDevice, SoundComesBackWithIt) {
+TEST_P(HeardPlayer, SoundComesBackWithIt) {
     CapturedStderr lines;
     ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
     Play(256);
@@ -115,6 +126,38 @@ TEST_P(SoundDevice, SoundComesBackWithIt) {
     EXPECT_EQ(lines.Lines().size(), 3U) << "one for each loss";
 }
 
-INSTANTIATE_TEST_SUITE_P(Media, SoundDevice, ::testing::Values("clip.mp4", "clip.mp3"));
+TEST_P(HeardPlayer, AServerThatHangsHoldsNothingUp) {
+    StartAnsweringServer();
+    ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
+    Play(128, 2.0);
+    EXPECT_TRUE(IsHeard(128));
+    Signal(SIGSTOP);
+    EXPECT_TRUE(WaitUntil([&] { return Engine().AtEnd(); })) << "libmpv itself told of it";
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    Play(128, 4.0);
+    EXPECT_TRUE(WaitUntil([&] { return Engine().AtEnd(); }));
+    Play(128);
+    Signal(SIGCONT);
+    EXPECT_TRUE(IsHeard(128));
+}
+
+INSTANTIATE_TEST_SUITE_P(Media, HeardPlayer, ::testing::Values("clip.mp4", "clip.mp3"));
+
+TEST_F(SoundDevice, TwinsStayTogetherWhenTheirServerHangs) {
+    StartAnsweringServer();
+    ASSERT_TRUE(Preview().Load(ClipPath("clip.mp4")) && Stage().Load(ClipPath("clip.mp4")));
+    OrderTwins({.running = true, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 1.0; }));
+    Signal(SIGSTOP);
+    const auto shows = [&](PlayerEngine& engine) {
+        const auto grey = Grey(engine);
+        return grey && std::abs(*grey - GreyAt(engine.Position())) < 8.0;
+    };
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 1.6 && !shows(Stage()); })) << "pictures stand";
+    EXPECT_TRUE(WaitUntil([&] { return shows(Stage()) && shows(Preview()); }, 3.0));
+    EXPECT_NEAR(Stage().Position(), Preview().Position(), 0.05);
+}
 
 } // namespace kirolane::tests

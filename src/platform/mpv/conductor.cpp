@@ -115,8 +115,9 @@ void Conductor::Run() {
             const TimePoint now = Clock::now();
             for (Player* player : m_players)
                 player->GiveUpSeek(now);
+            for (Player* player : m_sound.Advance(m_players, now))
+                GoOnWithoutDevice(*player, now);
             Advance(now);
-            m_sound.Advance(m_players, now);
             deadline = NextDeadline();
         }
         m_loadWait->Ring();
@@ -188,6 +189,22 @@ void Conductor::Advance(TimePoint now) {
         StartTogether(together, now);
     }
     m_trim.Advance(now);
+}
+
+void Conductor::GoOnWithoutDevice(Player& player, TimePoint now) {
+    m_trim.Leave(player);
+    try {
+        Bury(player.GoOnIn(MakeDeck(player.GetRole()), now));
+    } catch (const std::exception& e) {
+        TellOnce(player.File(), e.what());
+        return;
+    }
+    Player* twin = TwinOf(player);
+    if (twin == nullptr || !twin->Plays() || twin->File() != player.File() || !player.WantsToRun())
+        return;
+    ++m_lastGroup;
+    player.StartAgainWith(m_lastGroup, now);
+    twin->StartAgainWith(m_lastGroup, now);
 }
 
 void Conductor::StartTogether(const std::vector<Player*>& players, TimePoint now) {

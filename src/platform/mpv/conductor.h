@@ -83,6 +83,11 @@ private:
     template <class Result> std::optional<Result> Await(std::function<Result()> work, TimePoint deadline);
     /// The new pictures of the players that play on while a load is waited for.
     void ShowPictures();
+    [[nodiscard]] bool SoundServerHangs();
+    /// Before a load: where the player's sound goes. What may wait for a server that hangs is replaced.
+    void SettleOutputs(Player& player, bool hangs);
+    /// Under the lock: has a player that waits for such a server go on without it.
+    void GoOnWithoutDevice(Player& player, TimePoint now);
     Preparation Prepared(const MediaFile& file);
     Length Measured(const MediaFile& file, const std::string& format, double told);
     bool Fail(Player& player, const std::string& path, const std::string& cause);
@@ -109,7 +114,7 @@ private:
     bool m_woken = false; ///< these two under m_wakeMutex
     bool m_quit = false;
 
-    SoundReturn m_sound{m_options.audioOutput, [this] { Wake(); }}; ///< Advance and Deadline under m_mutex
+    SoundReturn m_sound{m_options.audioOutput, [this] { Wake(); }}; ///< but for Hangs under m_mutex
 
     std::shared_ptr<Graveyard> m_graveyard = std::make_shared<Graveyard>();
 

@@ -29,6 +29,13 @@ constexpr Observed kObserved[] = {
     {"current-ao", MPV_FORMAT_STRING, Topic::Output},
 };
 
+/// As libmpv reads them.
+std::string Seconds(double seconds) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.9f", seconds);
+    return text;
+}
+
 void Check(int status, const char* what) {
     if (status < 0)
         throw RuntimeException(std::string("libmpv: ") + what + ": " + mpv_error_string(status));
@@ -72,8 +79,10 @@ void Deck::SetWakeUp(std::function<void()> wakeUp) {
             m_handle, [](void* self) { static_cast<Deck*>(self)->m_wakeUp(); }, this);
 }
 
-void Deck::Load(const std::string& uri, bool pictures, const std::string& filters) {
+void Deck::Load(const std::string& uri, bool pictures, const std::string& filters, double start) {
     std::string options = pictures ? "vid=auto" : "vid=no";
+    if (start > 0.0)
+        options += ",start=" + Seconds(start);
     if (!filters.empty()) {
         const std::string chain = "lavfi=[" + filters + "]";
         options += ",vf=%" + std::to_string(chain.size()) + "%" + chain; // whatever commas are in it
@@ -115,9 +124,8 @@ void Deck::SetPause(bool pause) {
 }
 
 void Deck::Seek(double seconds) {
-    char target[64];
-    std::snprintf(target, sizeof target, "%.9f", seconds);
-    const char* command[] = {"seek", target, "absolute+exact", nullptr};
+    const std::string target = Seconds(seconds);
+    const char* command[] = {"seek", target.c_str(), "absolute+exact", nullptr};
     mpv_command_async(m_handle, Id(Topic::None), command);
 }
 
@@ -128,7 +136,7 @@ void Deck::DecodePictures(bool decode) {
 void Deck::TakeSoundUp(const std::string& outputs) {
     // By way of no sound at all: the command to open it anew would hold the picture up for half a second.
     SetText("aid", "no");
-    SetText("ao", outputs.c_str());
+    SetOutputs(outputs);
     SetText("aid", "auto");
 }
 

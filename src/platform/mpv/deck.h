@@ -51,13 +51,16 @@ public:
     const mpv_event& Next() { return *mpv_wait_event(m_handle, 0); }
 
     /// With `pictures` false its sound alone. Pictures go through `filters`, a chain of libavfilter's; "" for
-    /// none.
-    void Load(const std::string& uri, bool pictures, const std::string& filters);
+    /// none. Stands at `start` seconds.
+    void Load(const std::string& uri, bool pictures, const std::string& filters, double start);
     void Stop();
     void SetPause(bool pause);
     void Seek(double seconds);
     /// Of the file now loaded.
     void DecodePictures(bool decode);
+    /// Where sound goes, of this file and the next: libmpv's names of outputs, comma-separated, to be tried
+    /// in turn.
+    void SetOutputs(const std::string& outputs) { SetText("ao", outputs.c_str()); }
     /// Of the file now loaded: opens the first output that can be, of these, comma-separated.
     void TakeSoundUp(const std::string& outputs);
     void SetNumber(const char* property, double value);

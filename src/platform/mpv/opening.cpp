@@ -73,6 +73,12 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
         Furnish(player);
         if (twin != nullptr)
             Furnish(*twin);
+        if (cause.empty()) {
+            const bool hangs = SoundServerHangs();
+            SettleOutputs(player, hangs);
+            if (twin != nullptr && twin->Free())
+                SettleOutputs(*twin, hangs);
+        }
     } catch (const std::exception& e) {
         cause = e.what();
     }
@@ -127,6 +133,27 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     lock.unlock();
     Wake();
     return true;
+}
+
+bool Conductor::SoundServerHangs() {
+    if (!m_sound.Needed() || m_sound.ServerHangs())
+        return m_sound.ServerHangs();
+    const auto look = [] { return LookForSoundDevices(kServerPatience); };
+    m_sound.Take(Await<SoundDevices>(look, *m_loadDeadline).value_or(SoundDevices{}));
+    return m_sound.ServerHangs();
+}
+
+void Conductor::SettleOutputs(Player& player, bool hangs) {
+    if (player.GetRole().role == Role::Preview)
+        return;
+    std::unique_lock lock(m_mutex);
+    if (hangs && player.NearDevice()) {
+        lock.unlock();
+        auto deck = MakeDeck(player.GetRole());
+        lock.lock();
+        Bury(player.Replace(std::move(deck)));
+    }
+    player.SetOutputs(hangs ? std::string(kNoOutput) : m_options.audioOutput);
 }
 
 Preparation Conductor::Prepared(const MediaFile& file) {

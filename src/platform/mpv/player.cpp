@@ -13,6 +13,9 @@ namespace {
 constexpr double kSlowest = 0.01;
 constexpr double kFastest = 100.0;
 
+/// A player with a sound device that runs so long without a new position: the device may hold it up.
+constexpr std::chrono::seconds kWordless{1};
+
 /// libmpv's volume is cubic.
 double CubicVolume(std::int32_t linear) {
     return 100.0 * std::cbrt(static_cast<double>(linear) / 256.0);
@@ -37,6 +40,7 @@ Player::~Player() {
 
 void Player::Furnish(std::unique_ptr<Deck> deck) {
     m_deck = std::move(deck);
+    m_outputs = m_conductor->Options().audioOutput;
     m_pictures.Attach(m_deck->Renderer());
     m_deck->SetWakeUp([conductor = m_conductor.get()] { conductor->Wake(); });
 }
@@ -118,13 +122,14 @@ void Player::Open(const MediaFile& file, const Preparation& preparation, bool ah
     m_pictureTurn = preparation.pictureTurn;
     TellLevels(Clock::now()); // before anything is decoded ahead at others
     SetResting(resting && m_midi == nullptr);
-    LoadFile(m_midi == nullptr ? file.path : preparation.midi.uri, !m_rests && m_role.role != Role::Sound);
+    m_uri = m_midi == nullptr ? file.path : preparation.midi.uri;
+    LoadFile(!m_rests && m_role.role != Role::Sound);
 }
 
-void Player::LoadFile(const std::string& uri, bool pictures) {
+void Player::LoadFile(bool pictures, double start) {
     m_askedForPictures = pictures;
     ++m_loadsUnderWay;
-    m_deck->Load(uri, pictures, m_pictureTurn);
+    m_deck->Load(m_uri, pictures, m_pictureTurn, start);
 }
 
 void Player::Opened(double duration, bool exact, TimePoint now) {
@@ -143,7 +148,7 @@ void Player::Unload() {
     m_phase = Phase::Empty;
 }
 
-std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
+std::unique_ptr<Deck> Player::Exchange(std::unique_ptr<Deck> deck) {
     m_deck->SetWakeUp({});
     m_pictures.Detach();
     std::unique_ptr<Deck> old = std::move(m_deck);
@@ -152,11 +157,36 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     m_toldVolume = 256;
     m_toldSeekLead = 0.0;
     m_loadsUnderWay = 0;
+    m_started = false;
     m_output.clear();
-    Reset();
-    m_phase = Phase::Empty;
     Furnish(std::move(deck));
     return old;
+}
+
+std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
+    std::unique_ptr<Deck> old = Exchange(std::move(deck));
+    Reset();
+    m_phase = Phase::Empty;
+    return old;
+}
+
+std::unique_ptr<Deck> Player::GoOnIn(std::unique_ptr<Deck> deck, TimePoint now) {
+    const double place = AimAt(now);
+    std::unique_ptr<Deck> old = Exchange(std::move(deck));
+    m_pictures.SetResting(false); // what is seen stays until the first picture
+    m_clock.Set(place);
+    m_nextSeek.reset();
+    m_flight = Flight{place, now + m_conductor->Options().seekLimit};
+    TellLevels(now);
+    SetOutputs(std::string(kNoOutput));
+    LoadFile(m_askedForPictures, place);
+    return old;
+}
+
+void Player::StartAgainWith(unsigned group, TimePoint now) {
+    if (!m_flight)
+        m_nextSeek = AimAt(now);
+    m_group = group;
 }
 
 void Player::Want(const PlayerOrder& order) {
@@ -186,6 +216,7 @@ void Player::Start() {
     m_toldRunning = true;
     m_standsAt.reset();
     m_group = 0;
+    m_lastWord = Clock::now();
 }
 
 void Player::Halt(TimePoint now) {
@@ -271,12 +302,27 @@ void Player::ShowOwnPictures(TimePoint now) {
 Player::Hearing Player::GetHearing() const {
     if (m_role.role == Role::Preview || m_phase != Phase::Open || !m_hasSound || m_output.empty())
         return Hearing::None;
-    return m_output == "null" ? Hearing::Silent : Hearing::Heard;
+    return m_output == kNoOutput ? Hearing::Silent : Hearing::Heard;
+}
+
+void Player::SetOutputs(const std::string& outputs) {
+    if (m_outputs == outputs)
+        return;
+    m_deck->SetOutputs(outputs);
+    m_outputs = outputs;
 }
 
 void Player::TakeSoundUp(const std::string& outputs) {
-    if (!m_eof)
-        m_deck->TakeSoundUp(outputs);
+    if (m_eof)
+        return;
+    m_deck->TakeSoundUp(outputs);
+    m_outputs = outputs;
+}
+
+std::optional<TimePoint> Player::DoubtedFrom() const {
+    if (GetHearing() != Hearing::Heard || !Plays())
+        return std::nullopt;
+    return m_lastWord + kWordless;
 }
 
 void Player::EndWithTwin() {
@@ -287,6 +333,7 @@ void Player::Land(TimePoint now) {
     const double target = m_flight->target;
     m_flight.reset();
     m_clock.Set(target);
+    m_lastWord = now;
     if (m_toldRunning)
         m_clock.Start(now);
     else

@@ -10,10 +10,14 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace kirolane::mpv {
 
 class Conductor;
+
+/// libmpv's name of the output that needs no device.
+constexpr std::string_view kNoOutput = "null";
 
 /// One player: what is wanted of it, what libmpv has been told, and what libmpv said. PlayerEngine's calls
 /// are the main thread's and lock; everything else is the conductor's, under its lock.
@@ -65,8 +69,12 @@ public:
     void Opened(double duration, bool exact, TimePoint now);
     /// Empties the player.
     void Unload();
-    /// Takes a new deck in place of one that does not answer, and gives that back.
+    /// Takes a new deck in place of one that does not answer, and gives that back. Empties the player.
     std::unique_ptr<Deck> Replace(std::unique_ptr<Deck> deck);
+    /// The same, but goes on in the new one where it is, without a sound device.
+    std::unique_ptr<Deck> GoOnIn(std::unique_ptr<Deck> deck, TimePoint now);
+    /// Starts together with those of the group once all stand where they are to be.
+    void StartAgainWith(unsigned group, TimePoint now);
 
     // Playing.
 
@@ -121,6 +129,13 @@ public:
         Heard,
     };
     [[nodiscard]] Hearing GetHearing() const;
+    /// It may wait for a sound device, or come to.
+    [[nodiscard]] bool NearDevice() const { return m_role.role != Role::Preview && m_outputs != kNoOutput; }
+    void SetOutputs(const std::string& outputs);
+    /// When it will have run without a word for too long; its device may hold it up.
+    [[nodiscard]] std::optional<TimePoint> DoubtedFrom() const;
+    /// The device does not.
+    void ClearDoubt(TimePoint now) { m_lastWord = now; }
     /// Has libmpv try these outputs, but at the end of a file, which it would have to come to once more.
     void TakeSoundUp(const std::string& outputs);
 
@@ -139,7 +154,8 @@ private:
     void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
-    void LoadFile(const std::string& uri, bool pictures);
+    void LoadFile(bool pictures, double start = 0.0);
+    std::unique_ptr<Deck> Exchange(std::unique_ptr<Deck> deck);
     void SetResting(bool resting);
     void TakeRestart();
     void SetSeekLead();
@@ -160,6 +176,7 @@ private:
 
     Phase m_phase = Phase::Empty;
     MediaFile m_file;
+    std::string m_uri;                 ///< what libmpv loads in its name
     std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
     std::string m_pictureTurn;         ///< as PictureTurn gives it
     bool m_ahead = false;
@@ -192,12 +209,14 @@ private:
     double m_toldRate = 1.0; ///< with the nudge
     std::int32_t m_toldVolume = 256;
     double m_toldSeekLead = 0.0;
+    std::string m_outputs;
     std::optional<Flight> m_flight;
     std::optional<double> m_standsAt; ///< it has not run since it was set there
 
     // What it said.
     PlayClock m_clock;
     std::string m_output; ///< where its sound goes or went last
+    TimePoint m_lastWord; ///< of its position, or its start
     bool m_eof = false;
     bool m_endTold = false;
     bool m_moreTracks = false; ///< than the one that plays, maybe longer ones

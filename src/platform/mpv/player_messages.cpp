@@ -65,11 +65,12 @@ void Player::Take(const mpv_event& event, TimePoint now) {
         TakeReply(topic, event, now);
         break;
     case MPV_EVENT_START_FILE:
-        if (m_phase != Phase::Opening || m_loadsUnderWay > 0)
+        if (m_phase == Phase::Empty || m_loadsUnderWay > 0)
             break;
         m_started = true;
         m_entry = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
-        m_pictures.FileStarted();
+        if (m_phase == Phase::Opening)
+            m_pictures.FileStarted();
         break;
     case MPV_EVENT_FILE_LOADED:
         if (!m_started || m_loadsUnderWay > 0)
@@ -100,8 +101,10 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
     switch (topic) {
     case Topic::TimePos:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE);
-            seconds != nullptr && m_toldRunning && !m_flight)
+            seconds != nullptr && m_toldRunning && !m_flight) {
             m_clock.Observe(*seconds, now);
+            m_lastWord = now;
+        }
         break;
     case Topic::EofReached:
         SetEof(Flag(property), now);
@@ -209,7 +212,7 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
     const std::string cause = CauseOf(end.error);
     if (m_phase == Phase::Opening && !m_askedForPictures && end.error == MPV_ERROR_NOTHING_TO_PLAY) {
         SetResting(false); // it has no sound: its pictures are its clock
-        LoadFile(m_file.path, true);
+        LoadFile(true);
     } else if (m_phase == Phase::Opening) {
         m_failure = cause;
     } else if (m_phase == Phase::Open) {

@@ -26,6 +26,9 @@ struct SoundDevices {
     [[nodiscard]] bool Hang() const { return pipewire == ServerState::Hangs || pulse == ServerState::Hangs; }
 };
 
+/// A server that is well answers within a millisecond.
+constexpr std::chrono::milliseconds kServerPatience{500};
+
 /// Looks where the libraries of the sound servers would look, but not by them: they wait for an answer for
 /// half a minute and more. A server on another machine is taken to answer. Any thread.
 SoundDevices LookForSoundDevices(std::chrono::milliseconds limit);

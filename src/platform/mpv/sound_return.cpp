@@ -4,6 +4,7 @@
 #include "platform/mpv/player.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kirolane::mpv {
 
@@ -11,8 +12,11 @@ namespace {
 constexpr std::chrono::seconds kLook{1};
 /// For the same devices: a server may be there before the cards it plays on.
 constexpr std::chrono::seconds kTryAgain{3};
-/// A server that is well answers within a millisecond.
-constexpr std::chrono::milliseconds kPatience{500};
+
+bool Any(std::span<Player* const> players, Player::Hearing hearing) {
+    return std::any_of(players.begin(), players.end(),
+                       [&](const Player* player) { return player->GetHearing() == hearing; });
+}
 } // namespace
 
 SoundReturn::SoundReturn(std::string outputs, std::function<void()> wake)
@@ -35,10 +39,8 @@ void SoundReturn::Run() {
             return;
         m_ask = false;
         lock.unlock();
-        const SoundDevices devices = LookForSoundDevices(kPatience);
+        Take(LookForSoundDevices(kServerPatience));
         lock.lock();
-        m_answer = devices;
-        m_wake();
     }
 }
 
@@ -50,45 +52,75 @@ void SoundReturn::Ask() {
     m_asked.notify_one();
 }
 
+void SoundReturn::Take(const SoundDevices& devices) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_answer = devices;
+        m_hangs = devices.Hang();
+    }
+    m_wake();
+}
+
+bool SoundReturn::ServerHangs() const {
+    const std::lock_guard lock(m_mutex);
+    return m_hangs;
+}
+
 std::optional<SoundDevices> SoundReturn::TakeAnswer() {
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_answer, std::nullopt);
 }
 
-void SoundReturn::Advance(std::span<Player* const> players, TimePoint now) {
+std::vector<Player*> SoundReturn::Advance(std::span<Player* const> players, TimePoint now) {
+    m_deadline.reset();
+    if (!Needed())
+        return {};
     const auto answer = TakeAnswer();
-    if (m_outputs.find(',') == std::string::npos)
-        return;
-    const auto any = [&](Player::Hearing hearing) {
-        return std::any_of(players.begin(), players.end(),
-                           [&](const Player* player) { return player->GetHearing() == hearing; });
-    };
-    if (!any(Player::Hearing::Silent)) {
-        m_nextLook.reset();
-        m_told = m_told && !any(Player::Hearing::Heard);
-        return;
+    std::vector<Player*> heldUp;
+    bool doubt = false;
+    for (Player* player : players) {
+        const auto doubtedFrom = player->DoubtedFrom();
+        if (doubtedFrom && *doubtedFrom <= now) {
+            if (answer && answer->Hang())
+                heldUp.push_back(player);
+            else if (answer)
+                player->ClearDoubt(now);
+            doubt = doubt || !answer;
+        } else if (doubtedFrom && (!m_deadline || *doubtedFrom < *m_deadline)) {
+            m_deadline = doubtedFrom;
+        }
     }
-    if (!m_told)
+
+    const bool silent = Any(players, Player::Hearing::Silent);
+    if (silent && !std::exchange(m_told, true))
         Runtime::WriteLine("sound: no device answers; the show goes on without, until one does");
-    m_told = true;
-    if (!m_nextLook)
+    if (!silent && Any(players, Player::Hearing::Heard))
+        m_told = false;
+    if (silent != std::exchange(m_silent, silent))
         m_triedWith.reset();
-    if (answer && answer->There() && !answer->Hang() &&
-        (answer != m_triedWith || m_tried + kTryAgain <= now)) {
-        m_triedWith = answer;
-        m_tried = now;
-        for (Player* player : players)
-            if (player->GetHearing() == Player::Hearing::Silent)
-                player->TakeSoundUp(m_outputs);
+    if (silent && answer && answer->There() && !answer->Hang())
+        TakeSoundUp(players, *answer, now);
+
+    if (!silent && !doubt && !ServerHangs()) {
+        m_nextLook.reset();
+        return heldUp;
     }
     if (!m_nextLook || *m_nextLook <= now) {
         m_nextLook = now + kLook;
         Ask();
     }
+    m_deadline = m_deadline ? std::min(*m_deadline, *m_nextLook) : *m_nextLook;
+    return heldUp;
 }
 
-std::optional<TimePoint> SoundReturn::Deadline() const {
-    return m_nextLook;
+void SoundReturn::TakeSoundUp(std::span<Player* const> players, const SoundDevices& devices, TimePoint now) {
+    if (devices == m_triedWith && now < m_tried + kTryAgain)
+        return;
+    m_triedWith = devices;
+    m_tried = now;
+    for (Player* player : players)
+        if (player->GetHearing() == Player::Hearing::Silent)
+            player->TakeSoundUp(m_outputs);
 }
 
 } // namespace kirolane::mpv

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace kirolane::mpv {
 
@@ -28,29 +29,45 @@ public:
     SoundReturn(const SoundReturn&) = delete;
     SoundReturn& operator=(const SoundReturn&) = delete;
 
-    /// To be called when the deadline has come and after each message. The conductor's, under its lock.
-    void Advance(std::span<Player* const> players, TimePoint now);
-    [[nodiscard]] std::optional<TimePoint> Deadline() const;
+    // Any thread.
+
+    /// There are devices to look at.
+    [[nodiscard]] bool Needed() const { return m_outputs.find(',') != std::string::npos; }
+    /// At the last look; nobody is to go near its device.
+    [[nodiscard]] bool ServerHangs() const;
+    /// Someone else has looked.
+    void Take(const SoundDevices& devices);
+
+    // The conductor's, under its lock.
+
+    /// To be called when the deadline has come and after each message. Gives the players that a server holds
+    /// up, which have to go on without it.
+    [[nodiscard]] std::vector<Player*> Advance(std::span<Player* const> players, TimePoint now);
+    [[nodiscard]] std::optional<TimePoint> Deadline() const { return m_deadline; }
 
 private:
     void Run();
     void Ask();
     std::optional<SoundDevices> TakeAnswer();
+    void TakeSoundUp(std::span<Player* const> players, const SoundDevices& devices, TimePoint now);
 
     const std::string m_outputs;
     const std::function<void()> m_wake;
 
     // The conductor's.
-    bool m_told = false; ///< that sound is lost
+    bool m_silent = false; ///< someone plays in silence
+    bool m_told = false;   ///< that sound is lost
     std::optional<TimePoint> m_nextLook;
+    std::optional<TimePoint> m_deadline;
     std::optional<SoundDevices> m_triedWith; ///< in vain, as far as is known
     TimePoint m_tried;
 
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable m_asked;
     // Under m_mutex.
     bool m_ask = false;
     bool m_quit = false;
+    bool m_hangs = false;
     std::optional<SoundDevices> m_answer; ///< not yet taken
 
     std::thread m_looker;
