@@ -93,6 +93,21 @@ TEST_F(Pictures, ASeekWhileHaltedShowsItsPictureAndTellsTheListener) {
     EXPECT_EQ(told, before);
 }
 
+TEST_F(Pictures, OneThatIsBeingPaintedStaysAsItIsAndTheNextOnesDoNotWait) {
+    LoadShown("clip.mp4");
+    std::atomic<int> told = 0;
+    Stage().Frames()->SetListener([&] { ++told; });
+    OrderTwins({.running = true, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return told > 3; }));
+    Stage().Frames()->Visit([&](const FrameView& view) {
+        const int before = told;
+        const int grey = view.pixels[1];
+        EXPECT_TRUE(WaitUntil([&] { return told > before + 10; }));
+        EXPECT_EQ(view.pixels[1], grey);
+    });
+    Stage().Frames()->SetListener({});
+}
+
 TEST_F(Pictures, AnEmptiedPlayerHasNone) {
     LoadShown("clip.mp4");
     EXPECT_TRUE(Stage().Frames()->HasPicture());

@@ -34,7 +34,8 @@ public:
     /// The file now loaded has moving or still pictures.
     [[nodiscard]] virtual bool HasPicture() const = 0;
     /// Shows the newest picture, of the file before where HasFrame is false, to visit, which must not keep
-    /// it. Nothing if there has been none. Any thread.
+    /// it; it stays as it is meanwhile, and new ones do not wait for that. Nothing if there has been none.
+    /// Any thread.
     virtual void Visit(const std::function<void(const FrameView&)>& visit) const = 0;
 };
 

@@ -3,6 +3,7 @@
 #include "platform/mpv/thread_niceness.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace kirolane::mpv {
 
@@ -177,9 +178,13 @@ bool PicturePath::HasPicture() const {
 }
 
 void PicturePath::Visit(const std::function<void(const FrameView&)>& visit) const {
-    const std::lock_guard lock(m_frontMutex);
-    if (m_front.pixels != nullptr)
-        visit(m_front.view);
+    Buffer shown;
+    {
+        const std::lock_guard lock(m_frontMutex);
+        shown = m_front;
+    }
+    if (shown.pixels != nullptr) // without the lock: the worker's next picture waits for no painter
+        visit(shown.view);
 }
 
 void PicturePath::Run(int niceness) {
@@ -250,7 +255,8 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
         buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)), &std::free);
         buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
     }
-    int wait = 0; // libmpv gives a picture at its time
+    std::atomic_thread_fence(std::memory_order_acquire); // after the last look of who held it, too
+    int wait = 0;                                        // libmpv gives a picture at its time
     int skip = buffer.pixels == nullptr || (present && redraw && !again) ? 1 : 0; // drawn already
     mpv_render_param params[] = {
         {MPV_RENDER_PARAM_SW_SIZE, size},

@@ -61,7 +61,7 @@ public:
 
 private:
     struct Buffer {
-        std::shared_ptr<std::uint8_t> pixels; ///< a follower's too
+        std::shared_ptr<std::uint8_t> pixels; ///< a follower's and a visitor's too
         bool lent = false;                    ///< by the leader
         std::size_t bytes = 0;
         FrameView view;
