@@ -86,24 +86,13 @@ TEST_F(SeekingTest, TheMarkIsAWholeSecondAndClearsTheDrift) {
 TEST_F(SeekingTest, ThePersonsMoveOfTheSliderSeeksBothPlayersOnce) {
     Place(10.0, 10.5);
     const auto bar = Console().QTM_PosBar();
-    EXPECT_FALSE(bar->ReportMouseDown(3, 3)) << "the slider tracks the press itself";
-    bar->ReportValue(300);
+    bar->ReportPressAndValue(3, 3, 300);
     ExpectPositions(300.0, 300.0);
     EXPECT_FALSE(Console().PosBar_Flag);
     Do([] { Console().QTM_PosBar()->SetValue(400); });
     ExpectPositions(300.0, 300.0);
     Choose("PlayStatusChangeKey"); // a resume starts at the slider
     ExpectPositions(400.0, 400.0);
-}
-
-TEST_F(SeekingTest, ATickBetweenPressAndReleaseTakesTheSeekForItself) {
-    Place(10.7, 10.9);
-    const auto bar = Console().QTM_PosBar();
-    bar->ReportMouseDown(3, 3);
-    Advance(1000);
-    ExpectPositions(10.0, 10.0);
-    bar->ReportValue(300);
-    ExpectPositions(10.0, 10.0);
 }
 
 TEST_F(SeekingTest, WithNothingOpenNoCommandDoesAnything) {

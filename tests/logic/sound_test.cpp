@@ -139,8 +139,7 @@ TEST_F(SoundTest, TheSliderSeeksAfterAPress) {
     OpenSound(0);
     Advance(1500);
     EXPECT_NEAR(Position(), 1.5, 1e-9) << "the tick's write is no seek";
-    Sound().QTM_PosBar()->ReportMouseDown(1, 1);
-    Sound().QTM_PosBar()->ReportValue(150);
+    Sound().QTM_PosBar()->ReportPressAndValue(1, 1, 150);
     EXPECT_EQ(Position(), 150.0);
     EXPECT_FALSE(Console().mPosBar_Flag);
     EXPECT_FALSE(Console().PosBar_Flag);

@@ -5,6 +5,7 @@
 #include "show_forms.h"
 
 #include <QAccessible>
+#include <QMouseEvent>
 #include <QSlider>
 #include <QWheelEvent>
 
@@ -45,49 +46,72 @@ protected:
 
 using Names = std::vector<std::string>;
 
-TEST_F(SliderTest, WithoutLiveScrollADragIsToldAtItsEnd) {
+TEST_F(SliderTest, WithoutLiveScrollADragIsToldAtItsEndAndTheThumbIsTheHandsUntilThen) {
     QSlider* bar = BarWidget();
     QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 0));
     QTest::mouseMove(bar, Thumb(bar, 20));
-    QTest::mouseMove(bar, Thumb(bar, 50));
-    EXPECT_EQ(TakeLog(), Names{"down"});
-    EXPECT_EQ(Bar()->Value(), 0);
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 50));
-    const auto log = TakeLog();
-    ASSERT_EQ(log.size(), 2U);
-    EXPECT_NEAR(std::stoi(log[0]), 50, 2);
-    EXPECT_EQ(log[1], "up");
-    EXPECT_EQ(bar->value(), Bar()->Value());
-}
+    QTest::mouseMove(bar, Thumb(bar, 60));
+    const int held = bar->sliderPosition();
+    EXPECT_NEAR(held, 60, 2);
+    EXPECT_EQ(TakeLog(), Names());
+    for (const int tick : {7, 8}) {
+        Do([&] { Bar()->SetValue(tick); });
+        EXPECT_EQ(bar->sliderPosition(), held);
+        EXPECT_EQ(Bar()->Value(), tick);
+    }
+    Do([&] { Bar()->SetMaximum(200); });
+    EXPECT_EQ(bar->sliderPosition(), held);
+    TakeLog();
+    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, held));
+    EXPECT_EQ(TakeLog(), (Names{"down", std::to_string(held), "up"}));
 
-TEST_F(SliderTest, APressBesideTheThumbIsToldAtItsEndToo) {
-    QSlider* bar = BarWidget();
-    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 80));
-    EXPECT_EQ(TakeLog(), Names{"down"});
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 80));
-    EXPECT_EQ(TakeLog(), (Names{"20", "up"})) << "one page";
-    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 20));
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 180));
+    EXPECT_EQ(TakeLog(), (Names{"down", std::to_string(held + 20), "up"})) << "one page";
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, held + 20));
     EXPECT_EQ(TakeLog(), (Names{"down", "up"})) << "nothing changed";
 }
 
-TEST_F(SliderTest, WritesOfTheLogicWaitForTheHand) {
+TEST_F(SliderTest, TheLogicHasTheLastWord) {
     QSlider* bar = BarWidget();
+    Bar()->OnValueChanged = [&] { Bar()->OnValueChanged = nullptr, Bar()->SetValue(9); };
     QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 0));
     QTest::mouseMove(bar, Thumb(bar, 60));
-    const int held = bar->sliderPosition();
-    Do([&] { Bar()->SetValue(7); });
-    EXPECT_EQ(bar->sliderPosition(), held) << "the thumb stays with the hand";
-    TakeLog();
-    Bar()->OnValueChanged = [&] { Bar()->OnValueChanged = nullptr, Bar()->SetValue(9); }; // the logic objects
     QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 60));
     EXPECT_EQ(bar->value(), 9);
+    TakeLog();
 
     QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 9));
     QTest::mouseMove(bar, Thumb(bar, 90));
     Do([&] { Bar()->SetEnabled(false); });
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 90));
     Do([&] { Bar()->SetEnabled(true); });
-    EXPECT_EQ(bar->value(), 9) << "disabled under the hand: nothing is set";
+    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 90));
+    EXPECT_EQ(bar->value(), 9);
+    EXPECT_EQ(TakeLog(), Names()) << "disabled under the hand: nothing is told";
+}
+
+TEST_F(SliderTest, TheLeftButtonAloneMovesTheThumb) {
+    for (const char* name : {"QTM_PosBar", "Rate"}) {
+        auto* slider = Find<QSlider>("Mainform", name);
+        const int last = slider->maximum();
+        for (const auto button : {Qt::MiddleButton, Qt::RightButton})
+            QTest::mouseClick(slider, button, Qt::NoModifier, Thumb(slider, last));
+        EXPECT_EQ(TakeLog(), Names()) << name;
+
+        const auto send = [&](QEvent::Type type, int value, Qt::MouseButton button, Qt::MouseButtons down) {
+            const QPointF at = Thumb(slider, value);
+            QMouseEvent event(type, at, slider->mapToGlobal(at), button, down, Qt::NoModifier);
+            QCoreApplication::sendEvent(slider, &event);
+        };
+        const Qt::MouseButtons both = Qt::LeftButton | Qt::RightButton;
+        send(QEvent::MouseButtonPress, slider->value(), Qt::LeftButton, Qt::LeftButton);
+        send(QEvent::MouseButtonPress, slider->value(), Qt::RightButton, both);
+        send(QEvent::MouseMove, last, Qt::NoButton, both);
+        send(QEvent::MouseButtonRelease, last, Qt::LeftButton, Qt::RightButton);
+        EXPECT_EQ(TakeLog(), (Names{"down", std::to_string(last), "up"})) << name;
+        send(QEvent::MouseMove, 0, Qt::NoButton, Qt::RightButton);
+        send(QEvent::MouseButtonRelease, 0, Qt::RightButton, Qt::NoButton);
+        EXPECT_EQ(TakeLog(), Names()) << name;
+    }
 }
 
 TEST_F(SliderTest, WithLiveScrollEveryStepIsTold) {

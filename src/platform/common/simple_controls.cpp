@@ -53,15 +53,28 @@ void Slider::SetMaximum(std::int32_t maximum) {
 void Slider::ReportValue(std::int32_t value) {
     if (!Enabled())
         return;
-    Runtime::Current().Deliver(Window(), Path() + " ValueChanged", [this, value] {
-        const std::int32_t clamped = std::clamp(value, Minimum(), m_maximum);
-        Changed(); // shows the value held, whatever the person's hand left on the screen
-        if (clamped == m_value)
-            return;
-        m_value = clamped;
-        if (OnValueChanged)
-            OnValueChanged();
+    Runtime::Current().Deliver(Window(), Path() + " ValueChanged", [this, value] { TakeValue(value); });
+}
+
+void Slider::ReportPressAndValue(std::int32_t x, std::int32_t y, std::int32_t value) {
+    if (!Enabled())
+        return;
+    Runtime::Current().Deliver(Window(), Path() + " MouseDown", [this, x, y, value] {
+        if (OnMouseDown && OnMouseDown(x, y))
+            Changed();
+        else
+            TakeValue(value);
     });
+}
+
+void Slider::TakeValue(std::int32_t value) {
+    const std::int32_t clamped = std::clamp(value, Minimum(), m_maximum);
+    Changed(); // shows the value held, whatever the person's hand left on the screen
+    if (clamped == m_value)
+        return;
+    m_value = clamped;
+    if (OnValueChanged)
+        OnValueChanged();
 }
 
 ProgressBar::ProgressBar(class Window& window, const ControlDesign& design)

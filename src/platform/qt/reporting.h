@@ -19,8 +19,8 @@ protected:
 
     void mousePressEvent(QMouseEvent* event) override {
         const QPoint at = event->position().toPoint();
-        m_kept = event->button() == Qt::LeftButton && Held<RectControl>() != nullptr &&
-                 Held<RectControl>()->ReportMouseDown(at.x(), at.y());
+        if (event->button() == Qt::LeftButton)
+            m_kept = Held<RectControl>() != nullptr && Held<RectControl>()->ReportMouseDown(at.x(), at.y());
         if (!m_kept)
             Widget::mousePressEvent(event);
     }

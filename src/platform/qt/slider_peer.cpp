@@ -1,7 +1,7 @@
 #include "platform/qt/controlpeers.h"
-#include "platform/qt/reporting.h"
 #include "platform/slider.h"
 
+#include <QMouseEvent>
 #include <QSlider>
 #include <QWheelEvent>
 
@@ -11,32 +11,64 @@ namespace kirolane::qt {
 
 namespace {
 
-/// While the button is down the thumb is the person's: what the control holds is shown at the release.
-class ThumbWidget : public QSlider {
+/// The left button alone moves the thumb, which is the hand's until it lets go: what the control holds is
+/// shown then. Without LiveScroll press and value are told together, at the release; a press that ends
+/// without one, because the slider was disabled or hidden under the hand, is not told at all.
+class SliderWidget : public QSlider {
 public:
-    explicit ThumbWidget(QWidget* parent) : QSlider(Qt::Horizontal, parent) { setFocusPolicy(Qt::NoFocus); }
+    SliderWidget(ControlLink link, QWidget* parent)
+        : QSlider(Qt::Horizontal, parent), m_control(std::move(link)) {
+        setFocusPolicy(Qt::NoFocus);
+        connect(this, &QSlider::valueChanged, this, [this](int value) {
+            if (auto* slider = Held(); slider != nullptr && !m_showing && (slider->LiveScroll() || !m_inHand))
+                slider->ReportValue(value); // without a press it comes from an assistive tool
+        });
+    }
 
-    [[nodiscard]] bool InHand() const { return m_inHand; }
+    void ShowControl() {
+        const auto* slider = Held();
+        if (slider == nullptr)
+            return;
+        m_showing = true;
+        const int thumb = sliderPosition();
+        setRange(slider->Minimum(), slider->Maximum());
+        setValue(m_inHand ? thumb : slider->Value());
+        m_showing = false;
+    }
 
 protected:
-    /// A value that a person has set, at the time that LiveScroll says.
-    virtual void ValueSet(int value) = 0;
-    /// The button is up, and what it set has been told.
-    virtual void LetGo() = 0;
-
     void mousePressEvent(QMouseEvent* event) override {
-        m_inHand = event->button() == Qt::LeftButton;
+        auto* slider = Held();
+        if (slider == nullptr || event->buttons() != Qt::LeftButton)
+            return;
+        m_pressed = true;
+        m_pressedAt = event->position().toPoint();
+        if (slider->LiveScroll() && slider->ReportMouseDown(m_pressedAt.x(), m_pressedAt.y()))
+            return;
+        m_inHand = true;
         QSlider::mousePressEvent(event);
     }
-    void mouseReleaseEvent(QMouseEvent* event) override {
-        QSlider::mouseReleaseEvent(event);
-        if (!m_inHand || event->button() != Qt::LeftButton)
-            return;
-        m_inHand = false;
-        ValueSet(sliderPosition());
-        LetGo();
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (m_inHand)
+            QSlider::mouseMoveEvent(event);
     }
-    /// A slider that is disabled or hidden under the hand gets no release.
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        if (event->button() != Qt::LeftButton || !std::exchange(m_pressed, false))
+            return;
+        if (m_inHand) {
+            // Another button that is still down would keep the thumb at the pointer.
+            QMouseEvent alone(event->type(), event->position(), event->globalPosition(), event->button(),
+                              Qt::NoButton, event->modifiers());
+            QSlider::mouseReleaseEvent(&alone);
+            m_inHand = false;
+            if (auto* slider = Held(); slider != nullptr && !slider->LiveScroll())
+                slider->ReportPressAndValue(m_pressedAt.x(), m_pressedAt.y(), sliderPosition());
+            ShowControl();
+        }
+        const QPoint at = event->position().toPoint();
+        if (auto* slider = Held())
+            slider->ReportMouseUp(at.x(), at.y());
+    }
     void changeEvent(QEvent* event) override {
         QSlider::changeEvent(event);
         if (event->type() == QEvent::EnabledChange && !isEnabled())
@@ -50,51 +82,24 @@ protected:
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
 private:
+    [[nodiscard]] Slider* Held() const { return m_control.As<Slider>(); }
+
+    /// No release will come.
     void Drop() {
+        m_pressed = false;
         if (!std::exchange(m_inHand, false))
             return;
+        m_showing = true; // a page step under way ends with it
         setSliderDown(false);
-        LetGo();
-    }
-
-    bool m_inHand = false;
-};
-
-class SliderWidget : public Reporting<ThumbWidget> {
-public:
-    SliderWidget(ControlLink link, QWidget* parent) : Reporting<ThumbWidget>(std::move(link), parent) {
-        connect(this, &QSlider::valueChanged, this, [this](int value) {
-            if (!m_showing && Live())
-                ValueSet(value);
-        });
-    }
-
-    void ShowControl() {
-        const auto* slider = Held<Slider>();
-        if (slider == nullptr)
-            return;
-        m_showing = true;
-        setRange(slider->Minimum(), slider->Maximum());
-        if (!InHand())
-            setValue(slider->Value());
+        setRepeatAction(SliderNoAction);
         m_showing = false;
+        ShowControl();
     }
 
-protected:
-    void ValueSet(int value) override {
-        if (auto* slider = Held<Slider>())
-            slider->ReportValue(value);
-    }
-    void LetGo() override { ShowControl(); }
-
-private:
-    /// Values are told as they come: always but within a press on a slider without LiveScroll. Those set
-    /// through the desktop's accessibility come without a press.
-    [[nodiscard]] bool Live() const {
-        const auto* slider = Held<Slider>();
-        return slider != nullptr && (slider->LiveScroll() || !InHand());
-    }
-
+    ControlLink m_control;
+    QPoint m_pressedAt;
+    bool m_pressed = false; ///< the left button is down
+    bool m_inHand = false;  ///< and moves the thumb
     bool m_showing = false;
 };
 
