@@ -45,21 +45,6 @@ protected:
     Ref<ConsoleShow> m_console;
 };
 
-TEST_F(ControlsTest, EveryControlStandsInItsPlaceUnderItsName) {
-    for (const ControlDesign& row : design::kMainformControls) {
-        if (row.rect == Rect{})
-            continue; // timers and threads are not seen
-        const std::string name(row.name);
-        QWidget* widget = Find("Mainform", name);
-        ASSERT_NE(widget, nullptr) << name;
-        EXPECT_EQ(widget->pos(), QPoint(row.rect.left, row.rect.top)) << name;
-        EXPECT_EQ(widget->accessibleDescription().toStdString(), name);
-        EXPECT_EQ(widget->isEnabled(), row.enabled) << name;
-        const bool onPage = row.page != 2 && row.visible;
-        EXPECT_EQ(!widget->isHidden(), onPage) << name;
-    }
-}
-
 TEST_F(ControlsTest, ALabelShowsItsTextAndLooksDisabled) {
     Do([&] { Get<StaticText>("FileLabel")->SetText("映画\xFF & <b>.mov"); });
     const auto* label = Find<QLabel>("Mainform", "FileLabel");
@@ -227,8 +212,6 @@ TEST_F(ControlsTest, AssistiveToolsReadNamesAndValues) {
     EXPECT_EQ(read("Rate")->valueInterface()->currentValue().toInt(), 5);
     EXPECT_EQ(read("VolumeProgress")->valueInterface()->currentValue().toInt(), 80);
     EXPECT_EQ(read("QTM")->text(QAccessible::Name), QStringLiteral("QTM"));
-    EXPECT_EQ(read("QTM")->role(), QAccessible::Animation);
-    EXPECT_EQ(read("DummyQTM")->role(), QAccessible::Graphic);
 }
 
 class SettingControlsTest : public ControlsTest {
@@ -261,6 +244,21 @@ TEST_F(SettingControlsTest, ATickFollowsItsControl) {
     Do([&] { box->SetValue(false); });
     QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(8, 10));
     EXPECT_FALSE(widget->isChecked());
+}
+
+TEST_F(SettingControlsTest, WhatAToolPressesAsTheWindowGoesIsLeftAlone) {
+    int actions = 0;
+    Do([&] {
+        m_setting->Control<CheckBox>("FullScreen_Check")->SetEnabled(true);
+        m_setting->Control<CheckBox>("FullScreen_Check")->OnAction = [&] { ++actions; };
+        m_setting->Control<BevelButton>("Folder1_Bevel")->OnAction = [&] { ++actions; };
+    });
+    Do([&] { m_setting->Close(); });
+    m_setting = nullptr; // the window goes from the loop, ahead of what the presses post
+    for (const char* name : {"FullScreen_Check", "Folder1_Bevel"})
+        PressByTool(*Find("SettingForm", name));
+    Settle();
+    EXPECT_EQ(actions, 0);
 }
 
 TEST_F(SettingControlsTest, APopupOffersItsRowsAndReportsAChoice) {

@@ -174,6 +174,7 @@ TEST_F(PlayerTest, AnEngineIsLeftAloneOnceItsWindowHasGone) {
     Do([] { Instance<MusicShow>()->Show(); });
     EXPECT_TRUE(Media().Player("MusicForm.QTM").Watched());
     Do([] { Instance<MusicShow>()->Close(); }); // the engine itself looks whether it is still listened to
+    Media().Player("MusicForm.QTM").MakePicture(kFirst); // comes to the widget, which is the last to go
     Settle();
 }
 

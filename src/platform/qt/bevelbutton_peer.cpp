@@ -81,8 +81,8 @@ public:
             if (link.As<BevelButton>() == nullptr || m_showing)
                 return;
             ShowOwn();
-            QMetaObject::invokeMethod(
-                m_button, [this] { Q_EMIT m_button->clicked(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod( // the widget's, which may outlast its peer
+                m_button, [widget = m_button] { Q_EMIT widget->clicked(); }, Qt::QueuedConnection);
         });
         Adopt(*m_button);
     }

@@ -35,8 +35,8 @@ public:
             if (link.As<CheckBox>() == nullptr || m_showing)
                 return;
             ShowOwn();
-            QMetaObject::invokeMethod(
-                m_box, [this] { Q_EMIT m_box->clicked(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod( // the widget's, which may outlast its peer
+                m_box, [widget = m_box] { Q_EMIT widget->clicked(); }, Qt::QueuedConnection);
         });
         Adopt(*m_box);
     }

@@ -40,6 +40,11 @@ Stage::Stage(const std::vector<std::unique_ptr<ControlPeer>>& peers) {
         });
 }
 
+Stage::~Stage() {
+    for (const Place& place : m_places)
+        place.peer->OnReady({});
+}
+
 std::vector<Stage::Page> Stage::PagesOf(const RectControl& control) const {
     std::vector<Page> pages;
     const ControlDesign* design = &control.Design();

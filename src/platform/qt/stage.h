@@ -20,6 +20,10 @@ namespace kirolane::qt {
 class Stage : public QObject {
 public:
     explicit Stage(const std::vector<std::unique_ptr<ControlPeer>>& peers);
+    /// Ahead of the peers: their widgets, and the pictures on the way to them, may outlast both.
+    ~Stage() override;
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
 
     /// Brings every widget's visibility up to date.
     void Show();
