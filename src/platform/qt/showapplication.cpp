@@ -7,6 +7,7 @@
 
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace kirolane::qt {
 
@@ -23,14 +24,18 @@ ShowApplication::ShowApplication(int& argc, char** argv) : QApplication(argc, ar
 
 bool ShowApplication::notify(QObject* receiver, QEvent* event) {
     NoteKey(*event);
+    const bool ofKey = event->type() == QEvent::KeyPress || event->type() == QEvent::Shortcut;
+    const bool outer = std::exchange(m_inKey, ofKey); // events nest
+    bool handled = false;
     try {
-        return QApplication::notify(receiver, event);
+        handled = QApplication::notify(receiver, event);
     } catch (const std::exception& e) {
         Runtime::WriteLine(std::string("event: ") + e.what());
     } catch (...) {
         Runtime::WriteLine("event: unknown failure");
     }
-    return false;
+    m_inKey = outer;
+    return handled;
 }
 
 void ShowApplication::NoteKey(const QEvent& event) {

@@ -19,9 +19,10 @@ public:
     /// released while no window has the keyboard.
     [[nodiscard]] bool KeyHeld(Qt::Key key) const { return m_held.contains(key); }
 
-    /// The newest key press comes of a key held down. Qt on X11 tells such a press by the next event in its
-    /// queue, and takes it for a press of its own where that has not come yet.
-    [[nodiscard]] bool KeyRepeated() const { return m_repeated; }
+    /// What is being handled is a key press that comes of a key held down, and no choice by mouse or by an
+    /// assistive tool. Qt on X11 tells such a press by the next event in its queue, and takes it for a press
+    /// of its own where that has not come yet.
+    [[nodiscard]] bool KeyRepeated() const { return m_inKey && m_repeated; }
 
     /// Any thread: has the runtime run what was posted.
     void Wake();
@@ -36,8 +37,9 @@ private:
     void NoteKey(const QEvent& event);
 
     std::set<int> m_held;
-    bool m_repeated = false;
-    int m_releasedKey = 0; ///< the newest release; one that is part of a repetition has its press's time
+    bool m_inKey = false;    ///< the event being handled is a key press, or the command that one stands for
+    bool m_repeated = false; ///< the newest key press; a key whose release went elsewhere leaves it standing
+    int m_releasedKey = 0;   ///< the newest release; one that is part of a repetition has its press's time
     quint64 m_releasedAt = 0;
     std::atomic<bool> m_wakePosted = false;
     int m_idleTimer = 0;
