@@ -32,7 +32,8 @@ public:
     void SetCell(std::int32_t row, std::int32_t column, std::string text);
     /// Appends a row with text in column 0.
     void AddRow(std::string text);
-    /// Removes all rows, then takes the selection to -1, which fires Change if there was one.
+    /// Removes all rows, and with them the order they were sorted in; then takes the selection to -1, which
+    /// fires Change if there was one.
     void DeleteAllRows();
 
     [[nodiscard]] const std::string& Heading(std::int32_t column) const;

@@ -89,6 +89,13 @@ TEST_F(ListboxTest, AHeadingSortsByItsColumnAndAgainToReverseWithBlankRowsLast) 
     EXPECT_EQ(Names(), (std::vector<std::string>{"clip 10.mov", "clip 1.mov", "Clip 2.mov", "", ""}));
     Grid().ReportHeadingClick(2);
     EXPECT_EQ(Names(), (std::vector<std::string>{"Clip 2.mov", "clip 10.mov", "clip 1.mov", "", ""}));
+
+    Grid().ReportHeadingClick(1);
+    Grid().DeleteAllRows();
+    Fill({"b", "a", "c"});
+    EXPECT_EQ(Grid().ColumnSortDirection(1), 0) << "filled anew, it is not sorted";
+    Grid().ReportHeadingClick(1);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"a", "b", "c"}));
 }
 
 TEST_F(ListboxTest, SortColumnMayPreventTheSort) {
@@ -107,20 +114,6 @@ TEST_F(ListboxTest, SortColumnMayPreventTheSort) {
     Fill({"0"});
     Grid().Sort();
     EXPECT_EQ(Names(), (std::vector<std::string>{"a", "b", "0"})) << "no direction, no sort";
-}
-
-TEST_F(ListboxTest, KeysAndDoubleClicksReachTheirHandlers) {
-    std::vector<std::string> seen;
-    EXPECT_FALSE(Grid().ReportKey("a")) << "without a handler the list keeps its own handling";
-    Grid().OnKeyDown = [&](const std::string& key) {
-        seen.push_back(key);
-        return key == "return";
-    };
-    Grid().OnDoubleClick = [&] { seen.emplace_back("double"); };
-    EXPECT_TRUE(Grid().ReportKey("return"));
-    EXPECT_FALSE(Grid().ReportKey("x"));
-    Grid().ReportDoubleClick();
-    EXPECT_EQ(seen, (std::vector<std::string>{"return", "x", "double"}));
 }
 
 /// A back end's copy of the list, kept by TakeChanges alone as a view's model is.

@@ -64,6 +64,8 @@ void Listbox::AddRow(std::string text) {
 void Listbox::DeleteAllRows() {
     m_rows.clear();
     m_changes = {.reset = true};
+    m_directions.fill(0); // what comes next stands in no order of this list's
+    m_sortedColumn = -1;
     m_scrollPosition = 0;
     Changed();
     SetListIndex(-1);
