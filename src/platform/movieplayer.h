@@ -4,6 +4,7 @@
 #include "platform/rectcontrol.h"
 #include "platform/ref.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -39,7 +40,8 @@ public:
 
     /// Seconds from the start, 0 on an empty player, never above Duration. A stopped player reads exactly
     /// what was written or what it last read at the stop; a running one never goes backwards but for a write,
-    /// and reads exactly Duration once its data has run out.
+    /// and reads exactly Duration once its data has run out. Within one handler, until it yields or loads,
+    /// all readings of running players are those of one instant.
     [[nodiscard]] double Position() const;
     /// Clamped to 0 and Duration (0 if it is no number); reads back at once. A running player goes on from
     /// there, also one that had run out. Nothing on an empty player.
@@ -77,6 +79,7 @@ private:
     bool m_ordered = false;          ///< waits in the runtime's list of orders
     bool m_loaded = false;           ///< the engine holds a file, wanted or not
     mutable double m_lastRead = 0.0; ///< of a running player: what keeps readings from going backwards
+    mutable std::chrono::steady_clock::time_point m_readAsOf{}; ///< and as of when it was read
 };
 
 } // namespace kirolane

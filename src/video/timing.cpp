@@ -9,7 +9,6 @@ void Mainform::QTM_Timing_Func() {
     const auto console = QTM();
     const auto monitor = Instance<MonitorForm>()->QTM();
     const auto drift = static_cast<float>(monitor->Position() - console->Position());
-    // Read afresh at each step: the players run on.
     if (monitor->Position() == console->Position())
         TimingLabel()->SetText(kNoDriftText);
     else if (console->Position() < monitor->Position())

@@ -33,6 +33,39 @@ private:
     Ref<ConsoleForm> m_form;
 };
 
+TEST_F(DeliveryTest, RunningPlayersAreReadAsOfOneInstantUntilTheHandlerYieldsOrLoads) {
+    auto& a = Get<MoviePlayer>("A");
+    auto& b = Get<MoviePlayer>("B");
+    Do([&] {
+        for (MoviePlayer* player : {&a, &b}) {
+            player->SetMovie(Clip());
+            player->Play();
+        }
+    });
+    const auto passes = [&](double from) {
+        EXPECT_EQ(a.Position(), from);
+        Clock().Leap(250);
+        EXPECT_EQ(b.Position(), from);
+        EXPECT_EQ(a.Position(), from);
+    };
+    Clock().Leap(1000);
+    EXPECT_EQ(a.Position(), 1.0);
+    Clock().Leap(1000);
+    Do([&] {
+        passes(2.0);
+        YieldToThreads();
+        passes(2.25);
+        b.SetPosition(7.0);
+        EXPECT_EQ(b.Position(), 7.0);
+        b.Stop();
+        EXPECT_EQ(b.Position(), 7.0);
+        b.SetMovie(Clip());
+        EXPECT_EQ(a.Position(), 2.5);
+        Clock().Leap(250);
+    });
+    EXPECT_EQ(a.Position(), 2.75);
+}
+
 TEST_F(DeliveryTest, PlayersAreToldOnceTogetherWhatIsWantedAtTheEnd) {
     auto& a = Get<MoviePlayer>("A");
     auto& b = Get<MoviePlayer>("B");

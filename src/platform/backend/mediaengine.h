@@ -2,6 +2,7 @@
 
 #include "platform/backend/framesource.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -19,6 +20,9 @@ struct PlayerOrder {
     double rate = 1.0;
     std::int32_t volume = 256; ///< linear, 256 is unity
 };
+
+/// A point of the time that players play in.
+using Instant = std::chrono::steady_clock::time_point;
 
 /// The engine behind one MoviePlayer. All calls come on the main thread and none but Load waits.
 class PlayerEngine {
@@ -39,6 +43,10 @@ public:
     /// Seconds, smooth between frames while running. From an order with a seek until the engine plays from
     /// there: the target. May be called at any time; never blocks.
     [[nodiscard]] virtual double Position() const = 0;
+    /// Position as of that instant, now or shortly before; Duration once AtEnd.
+    [[nodiscard]] virtual double PositionAsOf(Instant /*at*/) const {
+        return AtEnd() ? Duration() : Position();
+    }
     /// The data has run out, and no seek has been ordered since.
     [[nodiscard]] virtual bool AtEnd() const = 0;
 
@@ -62,6 +70,8 @@ public:
     /// Called once, when the first windows have been shown: the engine may make ready in the background what
     /// the first loads will need.
     virtual void Prepare() {}
+    /// By the clock that players play by.
+    [[nodiscard]] virtual Instant Now() const { return std::chrono::steady_clock::now(); }
     /// The orders of one handler, in the order given: players that start here start together.
     virtual void Apply(std::span<const EngineOrder> orders) = 0;
 };

@@ -26,6 +26,7 @@ void MoviePlayer::SetMovie(const Ref<class Movie>& movie) {
             m_engine->Release();
     } else {
         m_loaded = m_engine->Load(movie->NativePath());
+        Runtime::Current().LetTimePass();
         if (!m_loaded)
             m_movie = nullptr;
     }
@@ -58,8 +59,10 @@ double MoviePlayer::Position() const {
         return 0.0;
     if (!m_running || m_seekTo.has_value())
         return m_position;
-    const double duration = Duration();
-    m_lastRead = m_engine->AtEnd() ? duration : std::clamp(m_engine->Position(), m_lastRead, duration);
+    if (const Instant at = Runtime::Current().ReadingTime(); at != m_readAsOf) {
+        m_readAsOf = at;
+        m_lastRead = std::clamp(m_engine->PositionAsOf(at), m_lastRead, Duration());
+    }
     return m_lastRead;
 }
 

@@ -109,6 +109,7 @@ void Runtime::ReportScreensChanged() {
 void Runtime::RunGuarded(const std::string& what, const std::function<void()>& handler) {
     const FileFailureScope own(*this);
     m_saidOnce.clear();
+    LetTimePass();
     try {
         const Flag delivering(m_delivering);
         handler();
@@ -308,7 +309,17 @@ std::string Runtime::ChooseFolder() {
         return {};
     Flush();
     const Flag modal(m_modal);
-    return m_windows.ChooseFolder();
+    std::string chosen = m_windows.ChooseFolder();
+    LetTimePass();
+    return chosen;
+}
+
+Instant Runtime::ReadingTime() {
+    if (!m_delivering)
+        return m_media.Now();
+    if (!m_readingTime)
+        m_readingTime = m_media.Now();
+    return *m_readingTime;
 }
 
 void Runtime::NoteFileFailure(const std::string& path, const std::string& cause) {

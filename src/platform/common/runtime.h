@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <typeindex>
@@ -78,6 +79,11 @@ public:
     bool RunIdleSlice();
     /// Brings the back ends up to date with the contract objects.
     void Flush();
+
+    /// As of when players are read: now. A handler, and a turn of a thread, keeps the instant of its first
+    /// reading until it yields, loads or asks for a folder.
+    [[nodiscard]] Instant ReadingTime();
+    void LetTimePass() { m_readingTime.reset(); }
 
     /// The folder chooser; "" if cancelled.
     std::string ChooseFolder();
@@ -169,6 +175,8 @@ private:
     std::deque<std::function<void()>> m_posted;
     std::condition_variable m_workerDone;
     int m_workers = 0; ///< under m_postMutex
+
+    std::optional<Instant> m_readingTime;
 
     std::string m_fileFailure;
     std::string m_saidOnce; ///< by the running handler

@@ -38,6 +38,7 @@ void Scheduler::OneTurnEach() {
         if (thread == nullptr || thread->Waiting())
             continue;
         m_inTurn = thread;
+        Runtime::Current().LetTimePass();
         if (!thread->TakeTurn())
             Remove(*thread);
         m_inTurn = nullptr;
@@ -61,8 +62,10 @@ bool Scheduler::RunSlice() {
 }
 
 void YieldToThreads() {
-    if (Runtime::Exists())
-        Runtime::Current().Threads().OneTurnEach();
+    if (!Runtime::Exists())
+        return;
+    Runtime::Current().Threads().OneTurnEach();
+    Runtime::Current().LetTimePass();
 }
 
 } // namespace kirolane

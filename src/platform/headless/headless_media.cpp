@@ -84,16 +84,21 @@ ScriptedDrift ScriptedEngine::Drift() const {
     return it == m_media.m_drifts.end() ? ScriptedDrift{} : it->second;
 }
 
-double ScriptedEngine::Position() const {
+double ScriptedEngine::PositionAt(std::int64_t time) const {
     if (!m_running)
         return m_from;
-    const double ran = static_cast<double>(std::max<std::int64_t>(m_media.m_clock.Now() - m_since, 0)) / 1000;
+    const double ran = static_cast<double>(std::max<std::int64_t>(time - m_since, 0)) / 1000;
     // A seek past the end of the data stays where it went.
     return std::max(m_from, std::min(m_from + ran * m_rate * Drift().rate, DataEnd()));
 }
 
-bool ScriptedEngine::AtEnd() const {
-    return m_movie.has_value() && m_media.m_clock.Now() >= m_since && Position() >= DataEnd();
+double ScriptedEngine::PositionAsOf(Instant at) const {
+    const auto time = std::chrono::duration_cast<std::chrono::milliseconds>(at.time_since_epoch()).count();
+    return AtEndAt(time) ? Duration() : PositionAt(time);
+}
+
+bool ScriptedEngine::AtEndAt(std::int64_t time) const {
+    return m_movie.has_value() && time >= m_since && PositionAt(time) >= DataEnd();
 }
 
 void ScriptedEngine::Halt(double position) {

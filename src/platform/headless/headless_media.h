@@ -58,6 +58,7 @@ public:
 
     // MediaEngine.
     std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) override;
+    [[nodiscard]] Instant Now() const override { return Instant(std::chrono::milliseconds(m_clock.Now())); }
     void Apply(std::span<const EngineOrder> orders) override;
 
 private:
@@ -96,11 +97,14 @@ public:
     // PlayerEngine.
     bool Load(const std::string& nativePath) override;
     [[nodiscard]] double Duration() const override { return m_movie ? m_movie->length : 0.0; }
-    [[nodiscard]] double Position() const override;
-    [[nodiscard]] bool AtEnd() const override;
+    [[nodiscard]] double Position() const override { return PositionAt(m_media.m_clock.Now()); }
+    [[nodiscard]] double PositionAsOf(Instant at) const override;
+    [[nodiscard]] bool AtEnd() const override { return AtEndAt(m_media.m_clock.Now()); }
     [[nodiscard]] FrameSource* Frames() override { return nullptr; }
 
 private:
+    [[nodiscard]] double PositionAt(std::int64_t time) const;
+    [[nodiscard]] bool AtEndAt(std::int64_t time) const;
     [[nodiscard]] double DataEnd() const;
     [[nodiscard]] ScriptedDrift Drift() const;
     void Halt(double position);

@@ -60,10 +60,12 @@ double Player::Duration() const {
 }
 
 double Player::Position() const {
+    return PositionAsOf(Clock::now());
+}
+
+double Player::PositionAsOf(Instant at) const {
     const std::lock_guard lock(m_conductor->Mutex());
-    if (m_phase != Phase::Open)
-        return 0.0;
-    return AimAt(Clock::now());
+    return m_phase == Phase::Open ? AimAt(at) : 0.0;
 }
 
 double Player::AimAt(TimePoint now) const {

@@ -33,6 +33,7 @@ public:
     void Release() override;
     [[nodiscard]] double Duration() const override;
     [[nodiscard]] double Position() const override;
+    [[nodiscard]] double PositionAsOf(Instant at) const override;
     [[nodiscard]] bool AtEnd() const override;
     [[nodiscard]] FrameSource* Frames() override { return &m_pictures; }
 
