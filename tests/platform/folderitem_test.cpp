@@ -2,6 +2,7 @@
 
 #include "platform/common/colon_path.h"
 #include "platform/exceptions.h"
+#include "platform/posix/posix_folders.h"
 #include "support/as_user.h"
 #include "support/captured_stderr.h"
 #include "support/platform_test.h"
@@ -10,6 +11,7 @@
 #include <filesystem>
 
 #include <csignal>
+#include <cstdlib>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -89,6 +91,16 @@ TEST_F(FolderItemTest, TheDesktopIsInTheHomeFolderWhetherOrNotItExists) {
     Folder().MakeFolder("home/Desktop");
     EXPECT_EQ(DesktopFolder()->AbsolutePath(), Colon("home/Desktop", true));
     EXPECT_FALSE(GetFolderItem(Colon("home/Library/Application Support", true)).IsNil());
+}
+
+TEST_F(FolderItemTest, TheHomeFolderIsNamedWithoutDots) {
+    const std::string before = posix::HomeFolder();
+    Folder().MakeFolder("home/x");
+    for (const char* given : {"home/x/..", "home/./", "other/../home"}) {
+        ::setenv("HOME", Folder().Path(given).c_str(), 1);
+        EXPECT_EQ(posix::HomeFolder(), Folder().Path("home")) << given;
+    }
+    ::setenv("HOME", before.c_str(), 1);
 }
 
 TEST_F(FolderItemTest, ItemsStandInOrderWithoutCompanionFiles) {

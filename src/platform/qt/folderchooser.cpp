@@ -3,14 +3,30 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QSettings>
 
 #include <algorithm>
 
 namespace kirolane::qt {
 
+namespace {
+
+/// The path without the "." and ".." that a person may have typed: they are no names to store. Where a link
+/// stands before them the folder decides, not the text.
+QString WithoutDots(const QString& path) {
+    const QString clean = QDir::cleanPath(path);
+    const QString real = QFileInfo(path).canonicalFilePath();
+    return QFileInfo(clean).canonicalFilePath() == real ? clean : real;
+}
+
+} // namespace
+
 std::string AskForFolder(QWidget* near, std::string& start) {
+    // Qt's dialog would keep sizes and visits in the home folder, and read those of other programs.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     QFileDialog dialog(near, QStringLiteral("フォルダを選択"));
     dialog.setObjectName(QStringLiteral("FolderChooser"));
     dialog.setOptions(QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
@@ -39,7 +55,7 @@ std::string AskForFolder(QWidget* near, std::string& start) {
     }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
-    start = QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString();
+    start = QFile::encodeName(WithoutDots(dialog.selectedFiles().constFirst())).toStdString();
     return start;
 }
 
