@@ -1,6 +1,7 @@
 """Each rule finds a breach that is planted in a small tree, and leaves its neighbour alone."""
 
 import pathlib
+import re
 import tempfile
 import unittest
 
@@ -58,14 +59,20 @@ class Lint(unittest.TestCase):
         self.assertEqual(breaches, ["src/a.h:1:"])
 
     def test_twins(self):
-        movie = "void Mainform::Pause_Action() {\n    QTM()->Stop(); // twice\n    monitor->QTM()->Stop();\n}\n"
+        movie = ("void Mainform::Pause_Action() {\n    QTM()->Stop(); // twice\n    monitor->QTM()->Stop();\n"
+                 "    File_Number = 0;\n}\n")
         sound = ("void Mainform::mPause_Action() {\n    const auto form = Instance<MusicForm>();\n"
-                 "    form->QTM()->Stop();\n}\n")
-        tree = {"src/video/a.cpp": movie, "src/sound/a.cpp": sound,
+                 "    form->QTM()->Stop();\n    mFile_Number = 0;\n}\n")
+        other = "void Mainform::Other() {\n    File_Number = QTM()->Position();\n}\n"
+        sound_other = re.sub("(?=Other|File)", "m", other).replace("QTM", "Instance<MusicForm>()->QTM")
+        tree = {"src/video/a.cpp": movie, "src/video/b.cpp": other,
+                "src/sound/a.cpp": sound, "src/sound/b.cpp": sound_other,
                 "tests/lint/twins.diff": "Pause_Action\n- monitor->QTM()->Stop();\n"}
         self.assertEqual(found("twins", tree), [])
-        self.assertEqual(len(found("twins", {**tree, "src/sound/a.cpp": sound.replace("Stop", "Play")})), 1)
-        self.assertEqual(len(found("twins", {**tree, "src/sound/b.cpp": "void Mainform::mNew() {\n}\n"})), 1)
+        for right, slip in [("Stop", "Play"), ("form->QTM", "QTM"), ("mFile_", "File_"), ("= 0", "= 1")]:
+            breaches = found("twins", {**tree, "src/sound/a.cpp": sound.replace(right, slip)})
+            self.assertEqual(len(breaches), 1, slip)
+        self.assertEqual(len(found("twins", {**tree, "src/sound/c.cpp": "void Mainform::mNew() {\n}\n"})), 1)
 
 
 if __name__ == "__main__":

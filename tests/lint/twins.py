@@ -12,6 +12,8 @@ import sys
 
 FOLDERS = ["video", "sound", "lists", "shell"]
 LIST = pathlib.Path("tests/lint/twins.diff")
+OURS = r"form->|Instance<MusicForm>\(\)->"  # before a control of the sound's window
+TWIN = r"m(?=[A-Z]|file\b|folder\b|f_)"  # before a name of the console's that has a twin
 METHOD = re.compile(r"^(?:void|bool|Task) Mainform::(\w+)\([^)]*\)[^{]*\{(.*?)^\}", re.M | re.S)
 
 
@@ -25,11 +27,24 @@ def methods(root):
     return found
 
 
-def in_movie_names(body):
-    """A sound method's body as its twin would be written: the window's controls as the console's own, no m."""
-    body = re.sub(r"const auto form = Instance<MusicForm>\(\);|Instance<MusicForm>\(\)->|\bform->", "", body)
-    body = re.sub(r"\bPosTime\b", "PosTIme", body)  # sic, on the console
-    return re.sub(r"\bm(?=[A-Z]|file\b|folder\b|f_)", "", body)
+def movie_name(name):
+    return "PosTIme" if name == "PosTime" else name  # sic, on the console
+
+
+def sound_names(bodies):
+    """What sound methods take of the window, and what of the console has a twin for sound, in movie names."""
+    text = " ".join(bodies.values())
+    return set(map(movie_name, re.findall(rf"(?:{OURS}|\b{TWIN})(\w+)", text)))
+
+
+def in_movie_names(body, names):
+    """A sound method's body as its twin would be written: the window's controls as the console's own, no m. What
+    is the movie's, though there is one for sound, is told apart."""
+    def translated(match):
+        ours, twin, name = match.groups()
+        return movie_name(name) if ours or twin or name not in names else f"movie's {name}"
+    body = body.replace("const auto form = Instance<MusicForm>();", "")
+    return re.sub(rf"(?<![\w.>:\"])({OURS})?({TWIN})?([A-Za-z]\w*)\b(?!<)", translated, body)
 
 
 def statements(body):
@@ -40,12 +55,13 @@ def statements(body):
 def differences(root):
     """A block of lines for each pair that differs, and a line for each sound method without a twin."""
     bodies = methods(root)
+    names = sound_names(bodies)
     for sound in sorted(name for name in bodies if re.match(r"m[A-Z]", name)):
         movie = sound[1:]
         if movie not in bodies:
             yield f"{sound}: no twin"
             continue
-        lines = difflib.unified_diff(statements(bodies[movie]), statements(in_movie_names(bodies[sound])), n=0,
+        lines = difflib.unified_diff(statements(bodies[movie]), statements(in_movie_names(bodies[sound], names)), n=0,
                                      lineterm="")
         differing = [f"{line[0]} {line[1:]}" for line in list(lines)[2:] if not line.startswith("@")]
         if differing:
