@@ -3,7 +3,6 @@
 from case import CLIP_NAMES, CLIPS, Case, seen, unittest
 from rig.clips import FRAMES_PER_SECOND
 
-SOUND = "音.wav"
 BAR_LEVELS = {362: 100, 372: 70, 395: 0}  # height in the console to the level that the pointer gives
 
 
@@ -82,23 +81,6 @@ class Keys(Case):
         show.until_text("PlayModeLabel", "停止")
         self.assertEqual(self.until_still(show), ((2, 0), (2, 0)))
         self.assertEqual(show.program.errors, [])
-
-    def test_sound_beside_the_movie(self):
-        self.desk.put(CLIPS / SOUND)
-        show = self.start_playing()
-        show.click(*self.tab(show, "サウンド"))
-        show.until(lambda: show.rows(1, grid="mStrGrid") == [SOUND], "the sound in its list")
-        show.press("Return")
-        show.until(lambda: any(title.endswith(" / 00：00：20") for title in self.desk.screen.windows()),
-                   "the sound's time in the title of its window")
-        show.until(lambda: show.rows(1, column=0, grid="mStrGrid") == ["●"], "the sound's mark")
-        frame = show.codes()[1][1]
-        show.until_playing(1, frame + FRAMES_PER_SECOND)
-        self.shoot("playing")
-        self.assertEqual(show.program.errors, [])
-
-    def tab(self, show, text):
-        return seen.centre(seen.named(show.control("ListTab"), text))
 
 
 if __name__ == "__main__":
