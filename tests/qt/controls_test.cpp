@@ -207,7 +207,6 @@ TEST_F(ControlsTest, AssistiveToolsReadNamesAndValues) {
         return QAccessible::queryAccessibleInterface(Find("Mainform", name));
     };
     EXPECT_EQ(read("MaxTime")->text(QAccessible::Name), QStringLiteral("00：00：00"));
-    EXPECT_EQ(read("StrGrid")->text(QAccessible::Name), QStringLiteral("StrGrid"));
     EXPECT_EQ(read("GroupBox1")->text(QAccessible::Name), QStringLiteral("コンソール"));
     EXPECT_EQ(read("Rate")->valueInterface()->currentValue().toInt(), 5);
     EXPECT_EQ(read("VolumeProgress")->valueInterface()->currentValue().toInt(), 80);

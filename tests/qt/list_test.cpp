@@ -60,7 +60,6 @@ TEST_F(ListTest, TwentySixRowsAndThreeColumnsFillIt) {
     EXPECT_LE(m_view->visualRect(m_view->model()->index(25, 0)).bottom(), m_view->viewport()->height());
     EXPECT_EQ(m_view->viewport()->width(), 18 + 348 + 50);
     EXPECT_TRUE(m_view->verticalScrollBar()->isVisible());
-    EXPECT_FALSE(m_view->horizontalScrollBar()->isVisible());
 }
 
 TEST_F(ListTest, StripesRunThroughBlankRowsAndTheSelectionCoversThem) {
