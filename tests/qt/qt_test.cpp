@@ -22,17 +22,18 @@ char* g_argv[] = {g_name, nullptr};
 
 const std::vector<TestScreen> kTwoScreens = {{"Main", {0, 0, 1920, 1200}}, {"Stage", {1920, 0, 1920, 1080}}};
 
+/// A fine screen tells of itself as an X server's does: by its pixels and how close they lie.
 QJsonObject Describe(const std::vector<TestScreen>& screens) {
     QJsonArray list;
     for (const TestScreen& screen : screens)
         list.append(QJsonObject{{"name", QString::fromStdString(screen.name)},
                                 {"x", screen.rect.left},
                                 {"y", screen.rect.top},
-                                {"width", screen.rect.width},
-                                {"height", screen.rect.height},
-                                {"logicalDpi", 96},
+                                {"width", screen.rect.width * screen.pixelRatio},
+                                {"height", screen.rect.height * screen.pixelRatio},
+                                {"logicalDpi", 96 * screen.pixelRatio},
                                 {"logicalBaseDpi", 96},
-                                {"dpr", screen.pixelRatio}});
+                                {"dpr", 1}});
     return {{"synchronousWindowSystemEvents", false}, {"windowFrameMargins", false}, {"screens", list}};
 }
 

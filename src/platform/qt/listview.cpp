@@ -202,6 +202,8 @@ QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
 
 void ListView::mousePressEvent(QMouseEvent* event) {
     QTableView::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton && !indexAt(event->position().toPoint()).isValid())
+        clearSelection(); // which the toolkit's newer versions leave as it is
     ReportSelected();
 }
 
