@@ -1,7 +1,7 @@
-# Steps that ./run and ./test share; to be sourced by bash at the root of the tree. Each prints one short line,
-# and ends the script with a clear message where it cannot go on.
+# Steps that ./run, ./test and ./bench/run share; to be sourced by bash at the root of the tree. Each prints one
+# short line, and ends the script with a clear message where it cannot go on.
 
-binary_dir=build/release
+preset=release
 log_dir=build/log
 
 say() { printf 'kirolane: %s\n' "$*"; }
@@ -21,21 +21,26 @@ logged() {
 
 show_log() { tail -n 40 "$log_dir/$1.log" >&2; }
 
-listed_packages() { sed -e 's/#.*//' -e '/^[[:space:]]*$/d' packaging/debian-packages.txt; }
+# listed_packages [COMMAND]: what every command needs, and what that one needs besides.
+listed_packages() {
+    sed 's/#.*//' packaging/debian-packages.txt | awk -v command="${1:-}" '$2 == "" || $2 == command { print $1 }' |
+        sed '/^$/d'
+}
 
 missing_packages() {
-    comm -23 <(listed_packages | sort) \
-        <(listed_packages | xargs dpkg-query -W -f='${db:Status-Status} ${Package}\n' 2>/dev/null |
+    comm -23 <(listed_packages "$@" | sort) \
+        <(listed_packages "$@" | xargs dpkg-query -W -f='${db:Status-Status} ${Package}\n' 2>/dev/null |
             sed -n 's/^installed //p' | sort -u)
 }
 
+# install_packages [COMMAND], as listed_packages names them.
 install_packages() {
     if [[ ! -e /etc/debian_version ]] || ! command -v dpkg-query apt-get >/dev/null; then
-        check_tools
+        check_tools "$@"
         return
     fi
     local missing as_root=()
-    mapfile -t missing < <(missing_packages)
+    mapfile -t missing < <(missing_packages "$@")
     ((${#missing[@]})) || return 0
     if ((EUID != 0)); then
         as_root=(sudo)
@@ -62,14 +67,16 @@ check_tools() {
         command -v "$tool" >/dev/null || absent+=("$tool")
     done
     say "this is no Debian system; by their Debian names these packages are needed:"
-    listed_packages | sed 's/^/    /'
+    listed_packages "$@" | sed 's/^/    /'
     ((${#absent[@]} == 0)) || fail "tools are missing: ${absent[*]}"
 }
 
-# build_targets TARGET...: without a word where everything is up to date; on a terminal with a count.
+# build_targets TARGET...: those of the preset, without a word where everything is up to date; on a terminal with
+# a count. Sets binary_dir.
 build_targets() {
+    binary_dir=build/$preset
     if [[ ! -e $binary_dir/build.ninja ]]; then
-        logged configure cmake --preset release || {
+        logged configure cmake --preset "$preset" || {
             show_log configure
             fail "the build could not be configured"
         }
