@@ -165,4 +165,27 @@ void App::Close() const {
     Deliver([this] { Console().QTM_Close_Action(); });
 }
 
+void App::ListSounds(const std::string& folder) const {
+    Mainform& console = Console();
+    Deliver([&] {
+        console.Setting_Data.Set(line::kFirstSoundFolder, ColonPath(folder));
+        console.mFold_Action(1);
+    });
+    Until([&] { return !console.mFolderThread()->Running(); });
+}
+
+void App::OpenSound(std::int32_t row) const {
+    Mainform& console = Console();
+    Deliver([&] {
+        console.mStrGrid()->SetListIndex(row);
+        console.mStrGridDblClick_Action();
+    });
+    if (!console.mFileOpen_Flag)
+        throw RuntimeException("a sound did not open");
+}
+
+void App::CloseSound() const {
+    Deliver([this] { Console().mQTM_Close_Action(); });
+}
+
 } // namespace kirolane::bench

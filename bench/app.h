@@ -46,6 +46,12 @@ public:
     void OpenRow(std::int32_t row) const;
     void Close() const;
 
+    /// Has the sound list show that folder (a native path) and waits for its scan to end.
+    void ListSounds(const std::string& folder) const;
+    /// As OpenRow and Close, for the sounds.
+    void OpenSound(std::int32_t row) const;
+    void CloseSound() const;
+
 private:
     struct Parts;
     std::unique_ptr<Parts> m_parts;

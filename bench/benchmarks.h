@@ -43,6 +43,7 @@ std::vector<Row> MeasureLongDrift(const Inputs& inputs);
 std::vector<Row> MeasureKeys(const Inputs& inputs);
 std::vector<Row> MeasureTick(const Inputs& inputs);
 std::vector<Row> MeasureSoundBeside(const Inputs& inputs);
+std::vector<Row> MeasureSoundOpened(const Inputs& inputs);
 std::vector<Row> MeasurePreferences(const Inputs& inputs);
 std::vector<Row> MeasureFolderPress(const Inputs& inputs);
 

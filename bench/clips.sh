@@ -2,11 +2,12 @@
 # clips.sh FOLDER [long]: makes the clips of the measurements, each once; with "long" also the one of ten minutes.
 #
 # stage.mp4 is 20 s of 1080p30 H.264 with AAC and a key frame each second, small.mp4 a short one of few pixels,
-# sound/1.m4a a minute of noise. The rest carry numbers: the picture is 8 rows of 20 blocks, a column a bit, white for
+# sound/1.m4a a minute of noise. opened/ holds sounds whose true length is known only to who reads or renders all of
+# them: an hour of MP3 without a header and of ADTS, and just under a minute of MIDI; and a WAV file beside. The rest carry numbers: the picture is 8 rows of 20 blocks, a column a bit, white for
 # a set one, the lowest at the left: 4 bits of clip, 16 of frame; every second row is turned over. A moving test
 # picture shines through.
 set -euo pipefail
-mkdir -p "$1"/{show,seek,long,sound}
+mkdir -p "$1"/{show,seek,long,sound,opened}
 cd "$1"
 
 # encode NAME RATE SECONDS PRESET GRAPH
@@ -37,6 +38,40 @@ if [[ ! -e sound/1.m4a ]]; then
         sound/1.part.m4a
     mv sound/1.part.m4a sound/1.m4a
 fi
+
+# hour NAME ENCODING...: a minute of noise sixty times over; frames of these formats may simply follow each other.
+hour() {
+    [[ -e $1 ]] && return
+    ffmpeg -nostdin -v error -y -f lavfi -i "anoisesrc=color=pink:sample_rate=44100:duration=60" -ac 2 "${@:2}" \
+        minute.part
+    for _ in {1..60}; do cat minute.part; done >"$1.part"
+    mv "$1.part" "$1"
+    rm minute.part
+}
+
+# Sixteen voices, a chord every half second, each at another pitch.
+midi() {
+    [[ -e $1 ]] && return
+    /usr/bin/python3 - "$1" <<'END'
+import sys
+track = b""
+for beat in range(116):
+    chord = [(voice, 30 + (beat * (voice + 3) + 5 * voice) % 60) for voice in range(16)]
+    track += b"".join(b"\0" + bytes([0x90 + voice, note, 90]) for voice, note in chord)
+    track += b"\x60" + b"\0".join(bytes([0x80 + voice, note, 0]) for voice, note in chord)
+track += b"\0\xff\x2f\0"
+with open(sys.argv[1], "wb") as file:  # 96 ticks a beat of half a second
+    file.write(b"MThd\0\0\0\6\0\0\0\1\0\x60MTrk" + len(track).to_bytes(4, "big") + track)
+END
+}
+
+[[ -e opened/1.wav ]] || {
+    ffmpeg -nostdin -v error -y -i sound/1.m4a opened/1.part.wav
+    mv opened/1.part.wav opened/1.wav
+}
+hour opened/2.mp3 -c:a libmp3lame -b:a 320k -write_xing 0 -id3v2_version 0 -f mp3
+hour opened/3.aac -c:a aac -b:a 256k -f adts
+midi opened/4.mid
 
 # One after the other on stage: other sizes and frame rates.
 numbered show/1 1 1920x1080 30 3

@@ -30,6 +30,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"keys",        Place::Desktop,  true,  MeasureKeys},
     {"tick",        Place::Anywhere, true,  MeasureTick},
     {"sound",       Place::Anywhere, true,  MeasureSoundBeside},
+    {"opened",      Place::Desktop,  true,  MeasureSoundOpened},
     {"preferences", Place::Anywhere, true,  MeasurePreferences},
     {"folder",      Place::Anywhere, true,  MeasureFolderPress},
 };

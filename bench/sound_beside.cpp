@@ -4,7 +4,6 @@
 #include "folders.h"
 
 #include "platform/exceptions.h"
-#include "settings/setting_lines.h"
 #include "shell/mainform.h"
 
 #include <filesystem>
@@ -29,12 +28,8 @@ std::vector<Row> MeasureSoundBeside(const Inputs& inputs) {
     std::filesystem::copy_file(inputs.clip, folder + "/Clip.mp4");
     const App app(folder);
     app.UntilScanned();
-    Mainform& console = app.Console();
-    app.Deliver([&] {
-        console.Setting_Data.Set(line::kFirstSoundFolder, ColonPath(inputs.clips + "/sound"));
-        console.mFold_Action(1);
-    });
-    app.Until([&] { return !console.mFolderThread()->Running(); });
+    const Mainform& console = app.Console();
+    app.ListSounds(inputs.clips + "/sound");
     Samples both;
     Samples movie;
     for (int run = 0; run < kRuns; ++run) {
@@ -42,14 +37,11 @@ std::vector<Row> MeasureSoundBeside(const Inputs& inputs) {
         movie.Add(Playing(app));
         app.Close();
         app.OpenRow(0);
-        app.Deliver([&] {
-            console.mStrGrid()->SetListIndex(0);
-            console.mStrGridDblClick_Action();
-        });
+        app.OpenSound(0);
         both.Add(Playing(app));
         if (!console.mPlay_Flag || !console.Play_Flag)
             throw RuntimeException("the movie and the sound do not play at once");
-        app.Deliver([&] { console.mQTM_Close_Action(); });
+        app.CloseSound();
         app.Close();
     }
     return {RatioRow("processor, movie and sound / movie", both, movie, "ms", 1.15)};
