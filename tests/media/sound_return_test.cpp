@@ -31,7 +31,7 @@ struct PrivateSession {
 
 class SoundDevice : PrivateSession, public EngineTest {
 protected:
-    SoundDevice() {
+    SoundDevice() : EngineTest(mpv::MpvOptions{}) {
         mkfifo(m_pipe.c_str(), 0600);
         m_heard = open(m_pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     }

@@ -56,7 +56,7 @@ constexpr Option kAllRoles[] = {
     {"vo",                     "libmpv"},
     {"hwdec",                  "no"},
     {"keepaspect",             "no"},
-    {"video-rotate",           "no"}, // libmpv's renderer ends the program over a picture on its side; see PictureTurn
+    {"video-rotate",           "no"}, // libmpv's renderer ends the program over a picture on its side; see MovieHeader
     {"video-timing-offset",    "0"},
     {"sws-fast",               "yes"},
     {"sws-scaler",             "fast-bilinear"},

@@ -121,7 +121,7 @@ void Player::Open(const MediaFile& file, const Preparation& preparation, bool ah
     m_ahead = ahead;
     m_flight = Flight{0.0, TimePoint::max()};
     m_midi = preparation.midi.sound;
-    m_pictureTurn = preparation.pictureTurn;
+    m_header = preparation.header;
     TellLevels(Clock::now()); // before anything is decoded ahead at others
     SetResting(resting && m_midi == nullptr);
     m_uri = m_midi == nullptr ? file.path : preparation.midi.uri;
@@ -131,7 +131,7 @@ void Player::Open(const MediaFile& file, const Preparation& preparation, bool ah
 void Player::LoadFile(bool pictures, double start) {
     m_askedForPictures = pictures;
     ++m_loadsUnderWay;
-    m_deck->Load(m_uri, pictures, m_pictureTurn, start);
+    m_deck->Load(m_uri, pictures, m_header.turn, start);
 }
 
 void Player::Opened(double duration, bool exact, TimePoint now) {

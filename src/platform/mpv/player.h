@@ -63,7 +63,10 @@ public:
     /// libmpv has opened the container: format and duration are known.
     [[nodiscard]] bool Described() const { return m_described; }
     [[nodiscard]] const std::string& Format() const { return m_format; }
-    [[nodiscard]] double ContainerDuration() const { return m_containerDuration; } ///< 0 for unknown
+    /// 0 for unknown
+    [[nodiscard]] double ContainerDuration() const {
+        return m_header.seconds > 0.0 ? m_header.seconds : m_containerDuration;
+    }
     /// A picture or sound of the file has been decoded.
     [[nodiscard]] bool Decoded() const { return m_decoded; }
     /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
@@ -179,7 +182,7 @@ private:
     MediaFile m_file;
     std::string m_uri;                 ///< what libmpv loads in its name
     std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
-    std::string m_pictureTurn;         ///< as PictureTurn gives it
+    MovieHeader m_header;
     bool m_ahead = false;
     bool m_released = false;
     double m_duration = 0.0;

@@ -1,7 +1,5 @@
 #include "platform/mpv/preparation.h"
 
-#include "platform/mpv/picture_turn.h"
-
 namespace kirolane::mpv {
 
 Preparation PrepareFile(const MediaFile& file, MidiShelf& shelf, const std::string& soundFont,
@@ -10,7 +8,7 @@ Preparation PrepareFile(const MediaFile& file, MidiShelf& shelf, const std::stri
     if (IsMidiFile(file))
         preparation.midi = shelf.Get(file, soundFont, preparation.cause);
     else
-        preparation.pictureTurn = PictureTurn(file.path, limit);
+        preparation.header = ReadMovieHeader(file.path, limit);
     return preparation;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/mpv/media_file.h"
 #include "platform/mpv/midi_shelf.h"
+#include "platform/mpv/movie_header.h"
 
 #include <chrono>
 #include <string>
@@ -10,9 +11,9 @@ namespace kirolane::mpv {
 
 /// What has to be known of a file before libmpv opens it.
 struct Preparation {
-    MidiShelf::Item midi;    ///< what is played in place of a MIDI file
-    std::string pictureTurn; ///< as PictureTurn gives it
-    std::string cause;       ///< "" or why it cannot be played
+    MovieHeader header;
+    MidiShelf::Item midi; ///< what is played in place of a MIDI file
+    std::string cause;    ///< "" or why it cannot be played
 };
 
 /// Takes at most about that long, but for a file that does not answer. Any thread.

@@ -1,22 +1,24 @@
-#include "platform/mpv/picture_turn.h"
+#include "platform/mpv/movie_header.h"
 
 #include "platform/mpv/media_input.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <string_view>
 #include <unistd.h>
 
 namespace kirolane::mpv {
 
 namespace {
 
-/// The only containers that can say so.
+/// The only containers that can turn their pictures.
 constexpr const char* kCapable = "mov,matroska";
 
 /// Whether the first bytes are those of such a container: a look that costs others next to nothing.
-bool CanSaySo(const std::string& path) {
+bool IsCapable(const std::string& path) {
     std::array<char, 8> front{};
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0)
@@ -61,15 +63,46 @@ std::string Turn(std::int64_t a, std::int64_t b, std::int64_t c, std::int64_t d)
     return c > 0 ? "transpose=cclock" : "transpose=clock_flip";
 }
 
+/// Of movies alone whose index tells where every sample is: other tracks tell a part or nothing of their
+/// length.
+double LongestTrack(const AVFormatContext& context) {
+    if (!std::string_view(context.iformat->name).starts_with("mov"))
+        return 0.0;
+    double begin = 0.0;
+    double end = 0.0;
+    bool any = false;
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        const AVStream& stream = *context.streams[i];
+        const AVMediaType type = stream.codecpar->codec_type;
+        if ((type != AVMEDIA_TYPE_VIDEO && type != AVMEDIA_TYPE_AUDIO) || stream.duration <= 0)
+            continue;
+        if (stream.start_time == AV_NOPTS_VALUE)
+            return 0.0;
+        const double tick = av_q2d(stream.time_base);
+        const double from = static_cast<double>(stream.start_time) * tick;
+        const double to = from + static_cast<double>(stream.duration) * tick;
+        begin = any ? std::min(begin, from) : from;
+        end = any ? std::max(end, to) : to;
+        any = true;
+    }
+    return end - begin;
+}
+
 } // namespace
 
-std::string PictureTurn(const std::string& path, std::chrono::milliseconds limit) {
-    if (!CanSaySo(path))
-        return "";
+MovieHeader ReadMovieHeader(const std::string& path, std::chrono::milliseconds limit) {
+    MovieHeader header;
+    if (!IsCapable(path))
+        return header;
     const MediaInput input(path, kCapable, limit);
-    const AVStream* pictures = input.Context() != nullptr ? Pictures(*input.Context()) : nullptr;
+    if (input.Context() == nullptr)
+        return header;
+    header.seconds = LongestTrack(*input.Context());
+    const AVStream* pictures = Pictures(*input.Context());
     const std::int32_t* matrix = pictures != nullptr ? DisplayMatrix(*pictures) : nullptr;
-    return matrix != nullptr ? Turn(matrix[0], matrix[1], matrix[3], matrix[4]) : "";
+    if (matrix != nullptr)
+        header.turn = Turn(matrix[0], matrix[1], matrix[3], matrix[4]);
+    return header;
 }
 
 } // namespace kirolane::mpv
