@@ -17,6 +17,7 @@
 #include "platform/window.h"
 
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
@@ -59,6 +60,8 @@ void ChoosePlatform() {
 
 QtWindows::QtWindows(int& argc, char** argv) {
     ChoosePlatform();
+    // A tool that asks for a control which has just gone is no fault of the show.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
     {
         const StartingMessages messages;
         m_application = std::make_unique<ShowApplication>(argc, argv);

@@ -5,6 +5,7 @@ import select
 import time
 
 LOOK_AGAIN = 1.0  # seconds, as the program's own tick: what a hidden window writes raises no event
+PATIENCE = float(os.environ.get("KIROLANE_PATIENCE", 1))  # by which a build is slower
 
 
 class DeadlineMissed(AssertionError):
@@ -43,7 +44,7 @@ class Waiter:
 
     def until(self, condition, what, seconds=10.0):
         """The first true answer of the condition, which is asked again after each event."""
-        deadline = time.monotonic() + seconds
+        deadline = time.monotonic() + seconds * PATIENCE
         while True:
             answer = condition()
             if answer:
@@ -58,7 +59,7 @@ class Waiter:
         begin = since = time.monotonic()
         seen = look()
         while (now := time.monotonic()) < since + still:
-            if now > begin + seconds:
+            if now > begin + seconds * PATIENCE:
                 raise DeadlineMissed(f"never still for {still:g} s: {seen}")
             self._next(since + still - now)
             if look() != seen:
