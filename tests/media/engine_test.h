@@ -17,8 +17,8 @@ namespace kirolane::tests {
 /// The engines of libmpv by themselves, without the contract's players above them: the twins and the sound's.
 class EngineTest : public ::testing::Test {
 protected:
-    /// What is not given is as the program has it, but for the roles, which belong to the paths used here, and
-    /// the device, so that it is no matter whether the machine has one.
+    /// What is not given is as the program has it, but for the roles, which belong to the paths used here,
+    /// and the device, so that it is no matter whether the machine has one.
     explicit EngineTest(mpv::MpvOptions options = {.audioOutput = "null"});
     ~EngineTest() override;
 
