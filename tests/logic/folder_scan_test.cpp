@@ -1,4 +1,3 @@
-#include "lists/extensions.h"
 #include "logic_test.h"
 #include "support/captured_stderr.h"
 
@@ -38,19 +37,6 @@ TEST_F(FolderScanTest, ListsTheFilesOfOneFolderByTheTailOfTheirNames) {
     EXPECT_EQ(Console().Current_Folder, Console().Setting_Data(22));
     EXPECT_TRUE(Console().Fold_Flag);
     EXPECT_EQ(Console().StrGrid()->Cell(0, 0) + Console().StrGrid()->Cell(0, 2), "");
-}
-
-TEST_F(FolderScanTest, EveryExtensionIsListedInItsOwnList) {
-    MakeMedia("all", {});
-    for (const auto& row : kMovieExtensions)
-        static_cast<void>(Folder().Write("all/m" + std::string(row.extension), ""));
-    for (const auto& row : kSoundExtensions)
-        static_cast<void>(Folder().Write("all/s" + std::string(row.extension), ""));
-    const std::string all = MakeMedia("all", {});
-    WriteSettings({{22, all}, {33, all}});
-    Start();
-    EXPECT_EQ(Console().File_Count, 18) << "17, and the other list's .asf";
-    EXPECT_EQ(Console().mFile_Count, 15);
 }
 
 TEST_F(FolderScanTest, ShortListsAreFilledWithBlankRows) {
@@ -133,17 +119,6 @@ TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) 
     EXPECT_EQ(Names(Console().StrGrid()).front(), "1.mov");
 }
 
-TEST_F(FolderScanTest, AFolderNumberOfNoButtonScansTheFolderBefore) {
-    StartWithMedia({"a.mov"});
-    Do([] {
-        Console().FoldNumber = 0;
-        Console().StrGrid()->DeleteAllRows();
-        Console().FolderThread()->Run();
-    });
-    Settle();
-    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
-}
-
 TEST_F(FolderScanTest, ARescanClearsTheMarkWhileTheMoviePlaysOn) {
     StartWithMedia({"a.mov", "b.mov"});
     Open(1);
@@ -184,20 +159,6 @@ TEST_F(FolderScanTest, ARowClosedAgainOrOfAnotherFolderDoesNotCount) {
     Choose("CloseKey");
     Settle();
     EXPECT_EQ(Counter(), "30");
-}
-
-TEST_F(FolderScanTest, AKilledScanLeavesItsPartAndTheNextRepairsIt) {
-    Start();
-    ScanUntil(MakeMovies("many", 40), 7);
-    Do([] { Console().FolderThread()->Kill(); });
-    Settle();
-    EXPECT_EQ(Names(Console().StrGrid()).size(), 7U);
-    EXPECT_TRUE(Console().CountLabel()->Visible());
-    Scan(MakeMovies("few", 3));
-    EXPECT_EQ(Names(Console().StrGrid()).size(), 3U);
-    EXPECT_EQ(Console().File_Count, 3);
-    EXPECT_EQ(Console().f_all(7) + Console().f_box(6), "") << "the buffers hold one scan alone";
-    EXPECT_FALSE(Console().CountLabel()->Visible());
 }
 
 TEST_F(FolderScanTest, AFileRemovedDuringTheScanIsListedAndFailsToOpen) {

@@ -135,32 +135,6 @@ TEST_F(MovieListTest, ASortMovesTheMarkAndTheListGoesOnFromTheRowSelectedBefore)
     EXPECT_EQ(Marked(List()), std::vector<std::int32_t>{0});
 }
 
-TEST_F(MovieListTest, RowsAreStriped) {
-    class Recorder : public Graphics {
-    public:
-        std::int32_t Width() const override { return 348; }
-        std::int32_t Height() const override { return 11; }
-        void SetForeColor(Color color) override { m_color = color; }
-        void FillRect(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) override {
-            filled = Rect{x, y, width, height};
-            fill = m_color;
-        }
-        Rect filled;
-        Color fill;
-
-    private:
-        Color m_color;
-    } recorder;
-    Start();
-    for (const auto& list : {Console().StrGrid(), Console().mStrGrid()}) {
-        for (const std::int32_t row : {0, 1, 24, 25}) {
-            EXPECT_FALSE(list->OnCellBackgroundPaint(recorder, row, 1));
-            EXPECT_EQ(recorder.filled, (Rect{0, 0, 348, 11}));
-            EXPECT_EQ(recorder.fill, row % 2 == 0 ? RGB(237, 243, 254) : kWhite);
-        }
-    }
-}
-
 TEST_F(MovieListTest, TheCounterOfTheListOpenedLastIsReset) {
     StartWithMedia({"a.mov", "b.mov"}, {"s.wav"});
     Open(1);

@@ -1,6 +1,5 @@
 #include "logic_test.h"
 #include "platform/common/colon_path.h"
-#include "support/as_user.h"
 #include "support/captured_stderr.h"
 
 #include <algorithm>
@@ -65,20 +64,6 @@ TEST_F(SettingsFileTest, AShortFileLeavesTheOtherLinesEmpty) {
     EXPECT_EQ(SettingsText(), "x");
 }
 
-TEST_F(SettingsFileTest, LineEndsMayBeCrLfAndLinesAfterTheLastDoNotCount) {
-    WriteSettings({{16, "3"}});
-    std::string text;
-    for (const char c : SettingsText())
-        text += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    text += "more\r\nand more\r\n";
-    WriteText(text);
-    Start();
-    EXPECT_EQ(Console().Setting_Data(16), "3");
-    EXPECT_EQ(Console().FoldNumber, 3);
-    EXPECT_EQ(Console().Setting_Data(200), "nil");
-    EXPECT_EQ(SettingsText(), text);
-}
-
 TEST_F(SettingsFileTest, BytesOfAPathComeBackAsTheyAre) {
     const std::string names[] = {"日本語", "\xE3\x82.\xFF", "a b "};
     for (const std::string& name : names) {
@@ -103,28 +88,6 @@ TEST_F(SettingsFileTest, AFileMissingInItsFolderFailsTheStartAndIsNamed) {
     ASSERT_EQ(lines.size(), 1U);
     EXPECT_NE(lines[0].find(failure), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(Folder().Path(kSettings))) << "it is not made anew";
-}
-
-TEST_F(SettingsFileTest, AnUnreadableFileOrAReadOnlyHomeFailsTheStartAndIsNamed) {
-    WriteSettings({});
-    const std::string file = Folder().Path(kSettings);
-    OpenToAll(Folder().Path("home"));
-    OpenToAll(Folder().Path());
-    std::filesystem::permissions(file, std::filesystem::perms::none);
-    RunAsOrdinaryUser([&] {
-        const std::string failure = StartFailure();
-        EXPECT_NE(failure.find(file), std::string::npos) << failure;
-    });
-    // The first start in a home that takes nothing.
-    std::filesystem::remove_all(Folder().Path("home/Library/Application Support/Kirolane"));
-    std::filesystem::permissions(Folder().Path("home/Library/Application Support"),
-                                 std::filesystem::perms::owner_write | std::filesystem::perms::group_write |
-                                     std::filesystem::perms::others_write,
-                                 std::filesystem::perm_options::remove);
-    RunAsOrdinaryUser([&] {
-        const std::string failure = StartFailure();
-        EXPECT_NE(failure.find("Kirolane"), std::string::npos) << failure;
-    });
 }
 
 } // namespace kirolane::tests

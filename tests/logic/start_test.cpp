@@ -1,6 +1,12 @@
 #include "about/verform.h"
 #include "logic_test.h"
 #include "platform/common/colon_path.h"
+#include "support/captured_stderr.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
 
 namespace kirolane::tests {
 
@@ -21,9 +27,6 @@ TEST_F(StartTest, StandsIdleWithTheCurtainUpAndTheOtherFormsHidden) {
     for (const auto& list : {console.StrGrid(), console.mStrGrid()}) {
         EXPECT_EQ(list->ListCount(), 26);
         EXPECT_EQ(list->Cell(0, 1), "");
-        EXPECT_EQ(list->Heading(0), " ");
-        EXPECT_EQ(list->Heading(1), "ファイル名");
-        EXPECT_EQ(list->Heading(2), "時間");
     }
     EXPECT_EQ(console.Volume_Flag, 80);
     EXPECT_EQ(console.mVolume_Flag, 80);
@@ -107,6 +110,78 @@ TEST_F(StartTest, TheConsoleTakesItsColour) {
         EXPECT_EQ(Console().BackColor(), flat ? kFlat : kWhite);
         End();
     }
+}
+
+/// Below a folder "dead" lies a mount whose server has gone.
+class DeadMount : public posix::PosixFileSystem {
+public:
+    using PosixFileSystem::PosixFileSystem;
+    ~DeadMount() override {
+        Return();
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_waiting == 0; });
+    }
+    FileKind Kind(const std::string& path) const override {
+        if (path.find("/dead/") == std::string::npos)
+            return PosixFileSystem::Kind(path);
+        std::unique_lock lock(m_mutex);
+        ++m_waiting;
+        m_changed.wait(lock, [this] { return m_back; });
+        --m_waiting;
+        m_changed.notify_all();
+        return FileKind::Missing;
+    }
+    void Return() {
+        const std::lock_guard lock(m_mutex);
+        m_back = true;
+        m_changed.notify_all();
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_changed;
+    mutable int m_waiting = 0;
+    bool m_back = false;
+};
+
+TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
+    const TemporaryFolder folder;
+    DeadMount files(folder.MakeFolder("home"), folder.MakeFolder("application"));
+    ASSERT_EQ(files.Prepare(), "");
+    headless::Headless headless;
+    std::optional<Runtime> runtime;
+    std::unique_ptr<App> app;
+    const auto start = [&] {
+        app.reset();
+        runtime.emplace(headless.windows, headless.media, files);
+        std::string failure;
+        ASSERT_TRUE(runtime->Start([&] { app = StartKirolane(); }, failure)) << failure;
+    };
+    const auto secondsOf = [](const std::function<void()>& work) {
+        const auto begin = std::chrono::steady_clock::now();
+        work();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    };
+    start();
+    ASSERT_TRUE(headless.windows.RunUntilIdle());
+    auto form = Instance<SettingForm>();
+    Instance<Mainform>()->SettingFormShow_Action();
+    for (std::int32_t n = 1; n <= 10; ++n) {
+        form->Folder_Edit(n)->SetText("Root:dead:" + std::to_string(n) + ":");
+        form->mFolder_Edit(n)->SetText(n < 10 ? "Root:dead:s" + std::to_string(n) + ":" : "Root:gone:");
+    }
+    CapturedStderr captured;
+    EXPECT_LT(secondsOf([&] { form->SettingButton()->ReportClick(); }), 1.5);
+    EXPECT_EQ(form->MessageLabel()->Caption(), "設定を確定しました");
+    EXPECT_EQ(captured.Lines().size(), 19U) << "one a folder";
+    form = nullptr;
+
+    EXPECT_LT(secondsOf(start), 1.5);
+    const Mainform& console = *Instance<Mainform>();
+    EXPECT_TRUE(console.Visible());
+    EXPECT_EQ(console.Setting_Data(31), "Root:dead:10:") << "it counts as there";
+    EXPECT_NE(console.Setting_Data(42), "Root:gone:") << "a disk that is well is still asked";
+    files.Return();
 }
 
 } // namespace kirolane::tests

@@ -10,9 +10,8 @@
 
 #include <filesystem>
 
-#include <csignal>
 #include <cstdlib>
-#include <sys/resource.h>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -238,23 +237,17 @@ TEST_F(FolderItemTest, TextIsWrittenInOnePieceByClose) {
 }
 
 TEST_F(FolderItemTest, AWriteThatFailsIsRaisedByCloseAndNamesTheFile) {
-    Folder().Write("text", "old");
-    rlimit before{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{.rlim_cur = 16, .rlim_max = before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    std::string what;
+    struct FullDisk : TextSink {
+        std::string Write(std::string_view) override { return "No space left on device"; }
+        const std::string& Path() const override { return path; }
+        std::string path = "/settings";
+    };
     try {
-        const auto stream = FolderItem(Folder().Path("text")).CreateTextFile();
-        stream->WriteLine(std::string(4096, 'x'));
-        stream->Close();
+        TextOutputStream(std::make_unique<FullDisk>()).Close();
+        FAIL();
     } catch (const FileWriteException& e) {
-        what = e.what();
+        EXPECT_STREQ(e.what(), "FileWriteException: /settings: No space left on device");
     }
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    ::signal(SIGXFSZ, handler);
-    EXPECT_EQ(what, "FileWriteException: " + Folder().Path("text") + ": File too large");
 }
 
 } // namespace

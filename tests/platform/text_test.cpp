@@ -1,10 +1,7 @@
 #include "platform/text.h"
 
 #include "platform/common/characters.h"
-#include "platform/exceptions.h"
 #include "platform/numbers.h"
-#include "platform/ref.h"
-#include "platform/stringarray.h"
 
 #include <algorithm>
 #include <limits>
@@ -132,28 +129,6 @@ TEST(Names, OnlyIdenticalNamesCompareEqual) {
         EXPECT_EQ(CompareNames(a, b) < 0, CompareNames(b, a) > 0);
     }
     EXPECT_LT(CompareNames("99999999999999999999998", "99999999999999999999999"), 0) << "beyond any integer";
-}
-
-TEST(Arrays, HoldTheirBoundsAndThrowOutsideThem) {
-    StringArray lines(200);
-    EXPECT_EQ(lines(200), "");
-    lines.Set(0, "a");
-    EXPECT_EQ(lines(0), "a");
-    for (const std::int32_t outside :
-         std::vector<std::int32_t>{201, -1, std::numeric_limits<std::int32_t>::max()}) {
-        EXPECT_THROW(lines.Set(outside, ""), OutOfBoundsException);
-        EXPECT_THROW((void)lines(outside), OutOfBoundsException);
-    }
-}
-
-TEST(References, ToNilAreCopiedAndComparedButNotUsed) {
-    const Ref<StringArray> nil;
-    Ref<StringArray> copy;
-    copy = nil;
-    EXPECT_TRUE(copy.IsNil());
-    EXPECT_EQ(nil, copy);
-    EXPECT_THROW((void)(*copy)(0), NilObjectException);
-    EXPECT_THROW(copy->Set(0, ""), NilObjectException);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ public:
 };
 
 /// The files back end, in native byte paths. Each call asks the system. Where `cause` is given, a failure
-/// puts one phrase there ("No such file or directory"). ReadFolder and Kind may be called on any thread.
+/// puts one phrase there ("No such file or directory"). What is const may be called on any thread.
 class FileSystem {
 public:
     virtual ~FileSystem() = default;

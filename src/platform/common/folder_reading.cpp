@@ -34,7 +34,9 @@ void ReadFolder::await_suspend(std::coroutine_handle<>) {
     runtime.WorkerStarts();
     std::thread([job = m_job, &runtime] {
         const auto& files = runtime.Files();
-        const std::string native = ResolveFolderPath(files, job->path, job->cause);
+        const auto isFolder = [&](const std::string& path) { return files.Kind(path) == FileKind::Folder; };
+        const std::string native =
+            ResolveFolderPath(job->path, files.ApplicationFolder(), isFolder, job->cause);
         if (!native.empty()) {
             auto snapshot = FolderSnapshot::Read(files, native, job->cause);
             job->snapshot = std::make_shared<const FolderSnapshot>(std::move(snapshot));

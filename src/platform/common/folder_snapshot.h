@@ -61,7 +61,9 @@ private:
     std::shared_ptr<const FolderSnapshot> m_snapshot;
 };
 
-/// The native path that GetFolderItem's `path` leads to, or "" with a cause where that is nil. Any thread.
-std::string ResolveFolderPath(const FileSystem& files, const std::string& path, std::string& cause);
+/// The native path that GetFolderItem's `path` leads to, or "" with a cause where that is nil. Any thread
+/// that `isFolder` may be called on.
+std::string ResolveFolderPath(const std::string& path, const std::string& applicationFolder,
+                              const std::function<bool(const std::string&)>& isFolder, std::string& cause);
 
 } // namespace kirolane

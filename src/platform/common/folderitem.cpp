@@ -22,11 +22,12 @@ std::string Join(const std::string& folder, std::string_view name) {
 
 } // namespace
 
-std::string ResolveFolderPath(const FileSystem& files, const std::string& path, std::string& cause) {
+std::string ResolveFolderPath(const std::string& path, const std::string& applicationFolder,
+                              const std::function<bool(const std::string&)>& isFolder, std::string& cause) {
     if (path.empty())
-        return files.ApplicationFolder();
-    std::string native = ToNativePath(path, files.ApplicationFolder());
-    if (!native.empty() && files.Kind(path.back() == ':' ? native : ParentOf(native)) == FileKind::Folder)
+        return applicationFolder;
+    std::string native = ToNativePath(path, applicationFolder);
+    if (!native.empty() && isFolder(path.back() == ':' ? native : ParentOf(native)))
         return native;
     cause = "no such folder";
     return {};
@@ -63,7 +64,7 @@ bool FolderItem::Directory() const {
         return m_snapshot->IsFolder(m_index);
     if (m_contents != nullptr && m_contents->WasRead())
         return true;
-    return Runtime::Current().Files().Kind(NativePath()) == FileKind::Folder;
+    return Runtime::Current().Looks().IsFolder(NativePath());
 }
 
 const FolderSnapshot& FolderItem::Contents() const {
@@ -129,7 +130,7 @@ Ref<Movie> FolderItem::OpenAsMovie() const {
     auto& runtime = Runtime::Current();
     std::string cause;
     std::string path = NativePath();
-    if (runtime.Files().IsReadableFile(path, cause))
+    if (runtime.Looks().IsReadableFile(path, cause))
         return Ref(std::make_shared<Movie>(std::move(path)));
     runtime.WriteLineOnce(path + ": " + cause);
     return nullptr;
@@ -140,7 +141,9 @@ Ref<FolderItem> GetFolderItem(std::string_view path) {
     if (auto snapshot = runtime.FindSnapshot(path))
         return Ref(std::make_shared<FolderItem>(std::move(snapshot)));
     std::string cause;
-    std::string native = ResolveFolderPath(runtime.Files(), std::string(path), cause);
+    const auto isFolder = [&](const std::string& native) { return runtime.Looks().IsFolder(native); };
+    std::string native =
+        ResolveFolderPath(std::string(path), runtime.Files().ApplicationFolder(), isFolder, cause);
     if (native.empty()) {
         runtime.NoteFileFailure(std::string(path), cause);
         return nullptr;

@@ -28,7 +28,7 @@ private:
 } // namespace
 
 Runtime::Runtime(WindowSystem& windows, MediaEngine& media, FileSystem& files)
-    : m_windows(windows), m_media(media), m_files(files) {
+    : m_windows(windows), m_media(media), m_files(files), m_looks(files) {
     g_current = this;
 }
 
@@ -110,6 +110,7 @@ void Runtime::RunGuarded(const std::string& what, const std::function<void()>& h
     const FileFailureScope own(*this);
     m_saidOnce.clear();
     LetTimePass();
+    m_looks.BeginHandler();
     try {
         const Flag delivering(m_delivering);
         handler();
@@ -189,6 +190,7 @@ bool Runtime::RunIdleSlice() {
         // A chooser runs within a delivery of its own; turns of threads are let through there.
         const bool delivering = m_delivering;
         m_delivering = true;
+        m_looks.BeginHandler();
         more = m_scheduler.RunSlice();
         m_delivering = delivering;
     }

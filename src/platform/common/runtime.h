@@ -3,6 +3,7 @@
 #include "platform/backend/filesystem.h"
 #include "platform/backend/mediaengine.h"
 #include "platform/backend/windowsystem.h"
+#include "platform/common/lookout.h"
 #include "platform/common/scheduler.h"
 
 #include <condition_variable>
@@ -45,6 +46,8 @@ public:
     [[nodiscard]] MediaEngine& Media() const { return m_media; }
     [[nodiscard]] FileSystem& Files() const { return m_files; }
     [[nodiscard]] Scheduler& Threads() { return m_scheduler; }
+    /// For looks at files that may lie anywhere; Files for those in the home folder, and for workers.
+    [[nodiscard]] Lookout& Looks() { return m_looks; }
 
     /// Runs the making of the first window. False if it failed: one line has then gone to standard error, and
     /// `failure` holds it.
@@ -161,6 +164,7 @@ private:
     FileSystem& m_files;
     Application* m_application = nullptr;
     Scheduler m_scheduler;
+    Lookout m_looks;
 
     std::vector<Form> m_forms;
     std::vector<std::shared_ptr<Window>> m_closed;   ///< since the last showing

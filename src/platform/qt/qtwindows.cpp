@@ -127,6 +127,8 @@ bool QtWindows::KeyDown(int code) const {
 
 std::string QtWindows::ChooseFolder() {
     const QtWindowPeer* console = Console();
+    if (!m_lastFolder.empty() && !Runtime::Current().Looks().Answers(m_lastFolder))
+        m_lastFolder.clear();
     return AskForFolder(console == nullptr ? nullptr : &console->Form(), m_lastFolder);
 }
 
