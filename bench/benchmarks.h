@@ -37,6 +37,7 @@ std::vector<Row> MeasureTwinCost(const Inputs& inputs);
 std::vector<Row> MeasureStart(const Inputs& inputs);
 std::vector<Row> MeasureMemory(const Inputs& inputs);
 std::vector<Row> MeasureIdle(const Inputs& inputs);
+std::vector<Row> MeasureOpenings(const Inputs& inputs);
 std::vector<Row> MeasureChangeOver(const Inputs& inputs);
 std::vector<Row> MeasureDrift(const Inputs& inputs);
 std::vector<Row> MeasureLongDrift(const Inputs& inputs);

@@ -24,6 +24,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"start",       Place::Anywhere, true,  MeasureStart},
     {"memory",      Place::Anywhere, true,  MeasureMemory},
     {"idle",        Place::Anywhere, true,  MeasureIdle},
+    {"openings",    Place::Anywhere, true,  MeasureOpenings},
     {"change-over", Place::Desktop,  true,  MeasureChangeOver},
     {"drift",       Place::Desktop,  true,  MeasureDrift},
     {"drift-long",  Place::Desktop,  false, MeasureLongDrift},

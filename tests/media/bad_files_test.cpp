@@ -1,6 +1,7 @@
 // Files that cannot be played: one line that says why, and the players go on.
 
 #include "engine_test.h"
+#include "stalled_medium.h"
 #include "support/as_user.h"
 #include "support/captured_stderr.h"
 #include "support/temporary_folder.h"
@@ -205,6 +206,29 @@ TEST_F(SlowFiles, AFileThatDoesNotAnswerInTimeIsRefusedAndTheNextPlays) {
     EXPECT_FALSE(Sound().Load(path));
     Stage().Frames()->SetPainter({});
     EXPECT_GT(painted, 4) << "of ten pictures";
+}
+
+/// With patience enough for another player to be made.
+class StalledFiles : public BadFiles {
+protected:
+    StalledFiles() : BadFiles(mpv::MpvOptions{.loadLimit = std::chrono::milliseconds(1500)}) {}
+};
+
+TEST_F(StalledFiles, AMediumThatStopsAnsweringHoldsUpNeitherTheNextFileNorTheEnd) {
+    m_folder.MakeFolder("stick");
+    const std::string path = m_folder.Write("stick/clip.dv", Content("clip.dv"));
+    StalledMedium medium(m_folder.Path("stick"));
+    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
+    OrderTwins({.running = true, .seekTo = 0.0});
+    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 0.1; }));
+    medium.Stall();
+    ASSERT_TRUE(WaitUntil([&] { return medium.Waiting() == 2; })) << "both twins read";
+    Preview().Release();
+    Stage().Release();
+    EXPECT_LT(SecondsOf([&] { ExpectPlays(); }), 2.5);
+    EXPECT_LT(SecondsOf([&] { ExpectRefused(path); }), 2.5);
+    ExpectPlays();
+    EXPECT_LT(SecondsOf([&] { EndPlayers(); }), 1.0);
 }
 
 } // namespace kirolane::tests

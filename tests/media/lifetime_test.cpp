@@ -56,8 +56,7 @@ TEST_F(Lifetime, SixtyOpeningsAreFlatInThreadsAndMemory) {
     EXPECT_TRUE(WaitUntil([&] { return Status("Threads") <= threads; })) << Status("Threads");
     EXPECT_TRUE(WaitUntil([&] { return InUse() < inUse + 2'000'000; }))
         << InUse() << " bytes, from " << inUse;
-    // What the allocator's arenas, one for each of libmpv's threads, keep in pieces settles after some 200.
-    EXPECT_LT(Status("VmRSS") - memory, 64 * 1024) << "kilobytes, from " << memory;
+    EXPECT_LT(Status("VmRSS") - memory, 16 * 1024) << "kilobytes, from " << memory;
 }
 
 TEST_F(Lifetime, PlayersThatGoWhilePlayingLeaveNoThread) {

@@ -1,6 +1,7 @@
 #include "platform/mpv/conductor.h"
 
 #include "platform/common/runtime.h"
+#include "platform/mpv/memory.h"
 #include "platform/mpv/shared_decoding.h"
 #include "platform/mpv/thread_niceness.h"
 
@@ -118,6 +119,13 @@ void Conductor::Run() {
             for (Player* player : m_sound.Advance(m_players, now))
                 GoOnWithoutDevice(*player, now);
             Advance(now);
+            if (m_tidyAt && *m_tidyAt <= now) {
+                m_tidyAt.reset();
+                for (Player* player : m_players)
+                    if (player->GetPhase() == Player::Phase::Empty)
+                        player->Pictures().Forget();
+                RunAside(GiveMemoryBack);
+            }
             deadline = NextDeadline();
         }
         m_loadWait->Ring();
@@ -129,7 +137,7 @@ std::optional<TimePoint> Conductor::NextDeadline() const {
     for (const Player* player : m_players)
         if (const auto deadline = player->Deadline(); deadline && (!next || *deadline < *next))
             next = deadline;
-    for (const auto& deadline : {m_trim.Deadline(), m_sound.Deadline()})
+    for (const auto& deadline : {m_trim.Deadline(), m_sound.Deadline(), m_tidyAt})
         if (deadline && (!next || *deadline < *next))
             next = deadline;
     return next;
@@ -147,8 +155,10 @@ void Conductor::Apply(std::span<const EngineOrder> orders) {
         std::vector<Player*> starters;
         for (const EngineOrder& each : orders) {
             auto& player = static_cast<Player&>(*each.engine);
-            if (each.order.unload)
+            if (each.order.unload) {
                 player.Unload();
+                m_tidyAt = now + kLetGo;
+            }
             player.Want(each.order);
             if (player.StartsBy(each.order))
                 starters.push_back(&player);

@@ -71,6 +71,8 @@ private:
     /// The deck made ready for that role, or a new one. Throws RuntimeException.
     std::unique_ptr<Deck> TakeDeck(const PlayerRole& role);
     void Furnish(Player& player);
+    /// LookAt, within the deadline.
+    [[nodiscard]] std::optional<MediaFile> Looked(const std::string& nativePath, std::string& cause);
     /// Under the lock.
     void Advance(TimePoint now);
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
@@ -101,11 +103,13 @@ private:
     std::vector<Player*> m_players;
     unsigned m_lastGroup = 0;
     StartTrim m_trim;
-    MediaFile m_toldOf; ///< the file of the last such line
+    MediaFile m_toldOf;                ///< the file of the last such line
+    std::optional<TimePoint> m_tidyAt; ///< something has been closed, and nothing opened since
 
     // The main thread's.
     std::map<std::string, std::future<std::unique_ptr<Deck>>, std::less<>> m_decks; ///< being made
     std::optional<TimePoint> m_loadDeadline; ///< of the handler that runs
+    TimePoint m_takeOver{};                  ///< until then libmpv may be busy with the file before
     std::string m_lastFailure;               ///< said in this handler
     Measurement m_measured;                  ///< the file measured last
 

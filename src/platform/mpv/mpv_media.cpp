@@ -1,6 +1,7 @@
 #include "platform/mpv/mpv_media.h"
 
 #include "platform/mpv/conductor.h"
+#include "platform/mpv/memory.h"
 #include "platform/mpv/quiet_libraries.h"
 
 #include <algorithm>
@@ -10,6 +11,7 @@ namespace kirolane::mpv {
 
 MpvMedia::MpvMedia(MpvOptions options) {
     QuietLibraries();
+    LimitMemoryRegions();
     std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe): at the start of the process
     m_conductor = std::make_shared<Conductor>(std::move(options));
 }

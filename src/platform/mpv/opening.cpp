@@ -10,6 +10,10 @@ namespace {
 
 constexpr const char* kNoAnswer = "does not answer in time";
 
+/// How long libmpv may take to let go of the file before. One on a medium that does not answer holds it for
+/// ever.
+constexpr std::chrono::milliseconds kTakeOver{500};
+
 /// What the measuring of a length has on top of its own limit, on a busy machine.
 constexpr std::chrono::milliseconds kMeasureGrace{500};
 
@@ -62,10 +66,11 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     std::string cause;
     if (!m_loadDeadline)
         m_loadDeadline = Clock::now() + m_options.loadLimit;
-    const auto file = LookAt(nativePath, cause);
+    const auto file = Looked(nativePath, cause);
     Player* twin = TwinOf(player);
     Preparation preparation;
-    if (file && !(player.Ahead() && player.File() == *file))
+    const bool prepared = file && !(player.Ahead() && player.File() == *file);
+    if (prepared)
         preparation = Prepared(*file);
     if (cause.empty())
         cause = preparation.cause;
@@ -83,6 +88,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
         cause = e.what();
     }
     std::unique_lock lock(m_mutex);
+    m_tidyAt.reset();
     if (!cause.empty())
         return Fail(player, nativePath, cause);
 
@@ -91,6 +97,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     const bool stage = player.GetRole().role == Role::Stage;
     if (!player.Ahead() || player.File() != *file) {
         player.Open(*file, preparation, false, both && !stage);
+        m_takeOver = Clock::now() + kTakeOver;
         m_toldOf = {};
     }
     player.Claim();
@@ -99,6 +106,32 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
         (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
     }
     lock.unlock();
+
+    const auto taken = [&] {
+        const std::lock_guard locked(m_mutex);
+        return player.Taken();
+    };
+    if (!m_loadWait->Until(m_takeOver, taken, [this] { ShowPictures(); })) {
+        // In a player of its own, then; the other comes to its end when its medium lets it.
+        try {
+            if (!prepared)
+                preparation = Prepared(*file);
+            auto deck = MakeDeck(player.GetRole());
+            lock.lock();
+            Bury(player.Replace(std::move(deck)));
+            lock.unlock();
+            SettleOutputs(player, m_sound.ServerHangs());
+            lock.lock();
+        } catch (const std::exception& e) {
+            if (!lock.owns_lock())
+                lock.lock();
+            return Fail(player, nativePath, e.what());
+        }
+        player.Open(*file, preparation, false, both && !stage);
+        if (twin != nullptr && twin->GetPhase() != Player::Phase::Empty && twin->File() == *file)
+            (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
+        lock.unlock();
+    }
 
     const auto done = [&] {
         const std::lock_guard locked(m_mutex);
@@ -154,6 +187,22 @@ void Conductor::SettleOutputs(Player& player, bool hangs) {
         Bury(player.Replace(std::move(deck)));
     }
     player.SetOutputs(hangs ? std::string(kNoOutput) : m_options.audioOutput);
+}
+
+std::optional<MediaFile> Conductor::Looked(const std::string& nativePath, std::string& cause) {
+    struct Look {
+        std::optional<MediaFile> file;
+        std::string cause;
+    };
+    const auto look = Await<Look>(
+        [nativePath] {
+            Look found;
+            found.file = LookAt(nativePath, found.cause);
+            return found;
+        },
+        *m_loadDeadline);
+    cause = look ? look->cause : kNoAnswer;
+    return look ? look->file : std::nullopt;
 }
 
 Preparation Conductor::Prepared(const MediaFile& file) {

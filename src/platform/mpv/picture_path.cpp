@@ -187,6 +187,14 @@ void PicturePath::Visit(const std::function<void(const FrameView&)>& visit) cons
         visit(shown.view);
 }
 
+void PicturePath::Forget() {
+    std::unique_lock lock(m_mutex);
+    m_rested.wait(lock, [this] { return !m_busy; });
+    m_back = {};
+    const std::lock_guard front(m_frontMutex);
+    m_front = {};
+}
+
 void PicturePath::Run(int niceness) {
     SetThreadNiceness(niceness);
     std::unique_lock lock(m_mutex);

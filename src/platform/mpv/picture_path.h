@@ -59,6 +59,9 @@ public:
     [[nodiscard]] bool HasPicture() const override;
     void Visit(const std::function<void(const FrameView&)>& visit) const override;
 
+    /// Lets go of the pictures that it keeps.
+    void Forget();
+
 private:
     struct Buffer {
         std::shared_ptr<std::uint8_t> pixels; ///< a follower's and a visitor's too

@@ -58,6 +58,8 @@ public:
     [[nodiscard]] bool Ahead() const { return m_ahead; }
     /// Nothing in it is wanted.
     [[nodiscard]] bool Free() const { return m_phase == Phase::Empty || m_released; }
+    /// libmpv is done with the file before.
+    [[nodiscard]] bool Taken() const { return m_started || !m_failure.empty(); }
     /// "" or why the file cannot be played.
     [[nodiscard]] const std::string& Failure() const { return m_failure; }
     /// libmpv has opened the container: format and duration are known.
