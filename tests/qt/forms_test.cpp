@@ -27,6 +27,8 @@
 #include <string>
 #include <utility>
 
+#include <qpa/qwindowsysteminterface.h>
+
 namespace kirolane::tests {
 
 namespace {
@@ -339,6 +341,27 @@ TEST_F(FormsTest, EachWindowIsWhatItsTableSays) {
         ExpectLines(Seen(form), Expected(*table, 0));
         Find<QTabBar>(form, "ListTab.Tabs")->setCurrentIndex(1);
         ExpectLines(Seen(form), Expected(*table, 1));
+    }
+}
+
+TEST_F(FormsTest, AWheelThatPassesOverChangesNothing) {
+    Do([] { Instance<SettingForm>()->Show(); });
+    for (const char* form : {"Mainform", "SettingForm"}) {
+        Find<QTabBar>(form, "ListTab.Tabs")->setCurrentIndex(0);
+        for (auto* slider : Find(form)->findChildren<QSlider*>())
+            slider->setEnabled(true);
+        const Lines before = Seen(form);
+        for (QWidget* widget : Find(form)->findChildren<QWidget*>()) {
+            if (!widget->isVisible())
+                continue;
+            const QPointF at = widget->mapTo(widget->window(), widget->rect().center());
+            for (const int turn : {-240, 240})
+                QWindowSystemInterface::handleWheelEvent(Find(form)->windowHandle(), at,
+                                                         widget->mapToGlobal(at), {}, {turn, turn},
+                                                         Qt::NoModifier);
+            Settle();
+        }
+        ExpectLines(Seen(form), before);
     }
 }
 

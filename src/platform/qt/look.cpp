@@ -38,6 +38,7 @@ int Look::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* w
     case SH_MenuBar_AltKeyNavigation: // Alt is half of many commands; tapped alone it must not take the keys
     case SH_Widget_Animation_Duration:
     case SH_ComboBox_Popup:
+    case SH_TabBar_AllowWheelScrolling:
     case SH_ComboBox_AllowWheelScrolling: // a wheel that passes over must change nothing
         return 0;
     default:
