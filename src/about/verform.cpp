@@ -1,7 +1,6 @@
 #include "about/verform.h"
 
 #include "about/verform_controls.h"
-#include "platform/numbers.h"
 #include "platform/screen.h"
 #include "shell/mainform.h"
 
@@ -15,8 +14,7 @@ void VerForm::CreateControls() {
 }
 
 void VerForm::Event_Open() {
-    SetTop(ToInteger(Screen(0).Height() / 2.0 - Height() / 2.0));
-    SetLeft(ToInteger(Screen(0).Width() / 2.0 - Width() / 2.0));
+    CentreOn(Screen(0));
 }
 
 void VerForm::OKButton_Action() {

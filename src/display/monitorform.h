@@ -24,7 +24,11 @@ public:
     /// Brings the console back in front unless it is hidden on purpose.
     void Event_Activate() override;
     void Event_EnableMenuItems() override;
+    /// Curtain and player follow at once, also while a movie plays.
+    void Event_ScreenChanged(std::int32_t width, std::int32_t height) override { FillScreen(width, height); }
 
+    /// Everything but the window's own place, on a screen of that size which the window covers.
+    void FillScreen(std::int32_t width, std::int32_t height);
     /// Opens the selected row of the console's list in front; both keys.
     bool OpenKey_Action();
     /// Closes this window alone; the program goes on.

@@ -52,31 +52,36 @@ void Resize(const Ref<MoviePlayer>& player, Size size) {
     player->SetHeight(size.height);
 }
 
-/// Everything but the window's own place, on a screen that the window covers. The console's picture gives the
-/// size from which the place of the monitor's is reckoned, though the two differ a little.
-void CoverScreen(const Ref<MonitorForm>& monitor, const Screen& screen, const Ref<Canvas>& consolePicture) {
+void Cover(const Ref<MonitorForm>& monitor, const Screen& screen) {
     monitor->SetFullScreen(true);
-    monitor->DummyBack()->SetTop(0);
-    monitor->DummyBack()->SetLeft(0);
-    monitor->DummyBack()->SetWidth(screen.Width() + 1);
-    monitor->DummyBack()->SetHeight(screen.Height() + 1);
-    monitor->DummyQTM()->SetTop(ToInteger(screen.Height() / 2.0 - consolePicture->Height() / 2.0));
-    monitor->DummyQTM()->SetLeft(ToInteger(screen.Width() / 2.0 - consolePicture->Width() / 2.0));
-    Resize(monitor->QTM(), {screen.Width(), screen.Height() + kStrip});
+    monitor->FillScreen(screen.Width(), screen.Height());
 }
 
 } // namespace
+
+/// The console's picture gives the size from which the place of this one is reckoned, though the two differ a
+/// little.
+void MonitorForm::FillScreen(std::int32_t width, std::int32_t height) {
+    const auto consolePicture = Instance<Mainform>()->DummyQTM();
+    DummyBack()->SetTop(0);
+    DummyBack()->SetLeft(0);
+    DummyBack()->SetWidth(width + 1);
+    DummyBack()->SetHeight(height + 1);
+    DummyQTM()->SetTop(ToInteger(height / 2.0 - consolePicture->Height() / 2.0));
+    DummyQTM()->SetLeft(ToInteger(width / 2.0 - consolePicture->Width() / 2.0));
+    Resize(QTM(), {width, height + kStrip});
+}
 
 void Mainform::PlaceOnSecondScreen() {
     const auto monitor = Instance<MonitorForm>();
     const Screen screen(1);
     monitor->SetTop(screen.Top()); // before it goes full screen, so that it stands on that screen
     monitor->SetLeft(screen.Left());
-    CoverScreen(monitor, screen, DummyQTM());
+    Cover(monitor, screen);
 }
 
 void Mainform::PlaceOnFirstScreen() {
-    CoverScreen(Instance<MonitorForm>(), Screen(0), DummyQTM());
+    Cover(Instance<MonitorForm>(), Screen(0));
 }
 
 void Mainform::PlaceBelowConsole() {

@@ -18,6 +18,10 @@ struct Rect {
     std::int32_t width = 0;
     std::int32_t height = 0;
 
+    [[nodiscard]] constexpr bool Holds(Point point) const {
+        return left <= point.left && point.left < left + width && top <= point.top &&
+               point.top < top + height;
+    }
     friend constexpr bool operator==(const Rect&, const Rect&) = default;
 };
 

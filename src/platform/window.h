@@ -17,6 +17,7 @@ namespace kirolane {
 
 class RectControl;
 class Runtime;
+class Screen;
 class WindowPeer;
 
 /// Base of the forms. A form describes itself in Layout, CreateControls and AddMenuHandlers and implements
@@ -51,6 +52,8 @@ public:
     void SetTop(std::int32_t top);
     void SetWidth(std::int32_t width);
     void SetHeight(std::int32_t height);
+    /// Puts the middle of the content area on the middle of the screen.
+    void CentreOn(const Screen& screen);
 
     [[nodiscard]] bool Visible() const { return m_visible; }
     [[nodiscard]] const std::string& Title() const { return m_title; }
@@ -95,6 +98,8 @@ public:
     virtual void Event_Deactivate() {}
     virtual void Event_Restore() {}
     virtual void Event_EnableMenuItems() {}
+    /// Displays came, went or changed, and this full-screen window covers one of this size now.
+    virtual void Event_ScreenChanged(std::int32_t /*width*/, std::int32_t /*height*/) {}
 
     // What a person or the desktop did, told by the back end. Each is a delivery of its own. While the folder
     // chooser is up the place and the activity are still kept, without an event.
@@ -133,6 +138,10 @@ private:
     void Make();
     [[nodiscard]] std::shared_ptr<class Control> Find(std::string_view name) const;
     [[nodiscard]] std::vector<RectControl*> RectControls() const;
+    /// The displays have changed. Tells a full-screen window what it covers now, and brings a window of the
+    /// operator's that has lost its display, or has it covered, to the main one; that fires Moved.
+    void FollowScreens();
+    [[nodiscard]] bool HasLostScreen() const;
     void MarkControl(RectControl& control);
     /// Parts with the items of the bar, which others may still hold.
     void Disown();

@@ -1,7 +1,6 @@
 #include "settings/settingform.h"
 
 #include "platform/exceptions.h"
-#include "platform/numbers.h"
 #include "platform/screen.h"
 #include "settings/setting_lines.h"
 #include "settings/settingform_controls.h"
@@ -37,8 +36,7 @@ void SettingForm::CreateControls() {
 }
 
 void SettingForm::Event_Open() {
-    SetTop(ToInteger(Screen(0).Height() / 2.0 - Height() / 2.0));
-    SetLeft(ToInteger(Screen(0).Width() / 2.0 - Width() / 2.0));
+    CentreOn(Screen(0));
     for (const auto& popup : {FreeSeek_Popup(), mFreeSeek_Popup()})
         for (const FreeStep& step : kFreeSteps)
             popup->AddRow(std::string(step.label));

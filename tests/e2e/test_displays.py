@@ -3,12 +3,15 @@
 import itertools
 
 from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen, unittest
+from rig import clips
 from rig.clips import FRAMES_PER_SECOND
-from rig.desk import LEFT, RIGHT
+from rig.desk import LEFT, PREFERENCES, RIGHT, inside
+from rig.display import MAIN, SECOND
 from rig.sound import FileDevice
 
 GAP = 6  # between the console and a monitor under it
 ONLY = (0, 0, 1280, 1024)
+ABOUT = "バージョン情報"
 
 
 class Displays(Case):
@@ -95,20 +98,6 @@ class Displays(Case):
         self.assert_covers(MONITOR, ONLY)
         self.assertEqual(show.program.errors, [])
 
-    def test_hidden_monitor(self):
-        self.set_up([LEFT])
-        self.desk.settings({2: "false", 4: "false", 8: "true"})
-        show = self.start()
-        self.play_hidden(show)
-        self.drag_console(show, 50, 50)
-        self.assertNotIn(MONITOR, self.desk.screen.windows())
-
-    def play_hidden(self, show):
-        show.until_rows(CLIP_NAMES)
-        show.press("Return")
-        show.until_text("MonitorPosTime", "00：00：01")
-        self.assertNotIn(MONITOR, self.desk.screen.windows())
-
     def test_no_window_manager(self):
         self.set_up([LEFT, RIGHT], window_manager=False)
         show = self.start()
@@ -138,7 +127,7 @@ class Displays(Case):
         screen = self.desk.screen
         self.until_monitor(show, RIGHT)
         _, stage = self.play_first(show)
-        screen.unplug(1)
+        screen.unplug(SECOND)
         show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
         self.until_console_in_front(show)
         show.until(lambda: (show.codes()[0] or (0, 0))[1] > stage[1] + FRAMES_PER_SECOND, "the preview going on")
@@ -149,24 +138,88 @@ class Displays(Case):
         show.until(lambda: min(show.text("PosTIme"), show.text("MonitorPosTime")) > "00：00：02", "both players going on")
         self.until_console_in_front(show)
         self.shoot("gone")
-        screen.plug(1)
+        screen.plug(SECOND, RIGHT)
         self.until_monitor(show, RIGHT)
         show.until_playing(1, frame=stage[1] + FRAMES_PER_SECOND)
         self.until_console_in_front(show)
-        # A movie opened without the display gets its size at the next open with it.
-        screen.unplug(1)
+        # A movie opened without the display fills it when it comes.
+        screen.unplug(SECOND)
         show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
         show.press("Down")
         show.press("Return")
         show.until_text("FileLabel", CLIP_NAMES[1])
-        screen.plug(1)
+        screen.plug(SECOND, RIGHT)
         self.until_monitor(show, RIGHT)
-        show.press("Down")
-        show.press("Return")
-        show.until_playing(3, frame=5)
+        show.until_playing(2, frame=5)
         self.assertEqual(show.picture_area(MONITOR), RIGHT)
         self.shoot("back")
         self.assertEqual(show.program.errors, [])
+
+    def test_any_order(self):
+        for name, main, stage in (("left", (1280, 0, 1920, 1200), (0, 120, 1280, 720)),
+                                  ("above", (200, 768, 1366, 768), (0, 0, 1024, 768)),
+                                  ("on end", (1080, 400, 1280, 1024), (0, 0, 1080, 1920))):
+            self.set_up([main, stage])
+            with self.desk.started() as show:
+                windows = self.desk.screen.windows
+                self.until_monitor(show, stage)
+                self.play_first(show)
+                show.open_preferences()
+                seen.act(seen.named(show.window(CONSOLE), ABOUT))
+                show.window(ABOUT)
+                for title in (PREFERENCES, ABOUT):
+                    _, _, width, height = windows()[title]
+                    middle = main[0] + (main[2] - width) // 2, main[1] + (main[3] - height) // 2, width, height
+                    show.until(lambda: windows()[title] == middle, f"{title} on {middle}, not {windows()[title]}")
+                left, top, _, _ = windows()[CONSOLE]
+                self.assertLess(max(left - main[0], top - main[1]), 40)
+                show.until_playing(1, frame=20)  # nothing stands on any of it
+                self.shoot(name)
+                self.assertEqual(show.program.errors, [])
+
+    def test_its_display_comes_back_otherwise(self):
+        left, right = (0, 0, 1920, 1200), (1600, 0, 1920, 1200)
+        self.set_up([left, (1920, 0, 1600, 900)])
+        show = self.start()
+        screen = self.desk.screen
+        self.play_first(show)
+
+        def until_followed(stage, keyboard):
+            self.until_monitor(show, stage)
+            show.until(lambda: show.picture_area(MONITOR) == stage, f"the picture on {stage}")
+            show.until(lambda: show.codes()[1], "the movie")
+            self.assertEqual(screen.active_title(), keyboard)
+        for keyboard in (CONSOLE, MONITOR):
+            show.until(lambda: screen.active_title() == keyboard, f"the keyboard in {keyboard}")
+            screen.plug("HDMI", (1920, 100, 1024, 768), instead=SECOND)
+            until_followed((1920, 100, 1024, 768), keyboard)
+            screen.unplug("HDMI")
+            show.until_gone(MONITOR)
+            screen.plug(MAIN + "b", right, instead=MAIN)
+            screen.plug("DVI", (0, 0, 1600, 900))
+            until_followed((0, 0, 1600, 900), CONSOLE)
+            show.until(lambda: inside(screen.windows()[CONSOLE], right), "the console on the operator's display")
+            self.shoot(keyboard)
+            screen.plug(MAIN, left, instead=MAIN + "b")
+            screen.plug(SECOND, (1920, 0, 1600, 900), instead="DVI")
+            show.until(lambda: inside(screen.windows()[CONSOLE], left), "the console on the operator's display")
+            until_followed((1920, 0, 1600, 900), CONSOLE)
+            show.press("Alt_L", "x")
+        self.assertEqual(show.program.errors, [])
+
+    def test_virtual_desktops(self):
+        self.set_up([LEFT, RIGHT])
+        show = self.start()
+        screen = self.desk.screen
+        _, stage = self.play_first(show)
+        screen.turn_to_desktop(1)
+        show.until(lambda: CONSOLE not in screen.windows(), "the other desktop")
+        show.until(lambda: (clips.read_code(screen.picture, RIGHT) or (0, 0))[1] > stage[1] + FRAMES_PER_SECOND,
+                   "the movie going on")
+        self.shoot("other")
+        screen.turn_to_desktop(0)
+        self.until_console_in_front(show)
+        self.until_monitor(show, RIGHT)
 
 
 if __name__ == "__main__":

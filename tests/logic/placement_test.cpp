@@ -1,3 +1,4 @@
+#include "about/verform.h"
 #include "logic_test.h"
 
 namespace kirolane::tests {
@@ -56,17 +57,47 @@ TEST_F(PlacementTest, TheSettingsPickOneOfThePlacements) {
     }
 }
 
-TEST_F(PlacementTest, FullScreenGivesTheCurtainOneMoreAndThePlayerTheHiddenStrip) {
-    SetScreens(2);
-    Start();
-    const MonitorForm& monitor = Monitor();
-    EXPECT_EQ(monitor.DummyBack()->Left(), 0);
-    EXPECT_EQ(monitor.DummyBack()->Top(), 0);
-    EXPECT_EQ(monitor.DummyBack()->Width(), 1921);
-    EXPECT_EQ(monitor.DummyBack()->Height(), 1081);
-    EXPECT_EQ(monitor.DummyQTM()->Left(), 880) << "from the console's width of 160, not its own 157";
-    EXPECT_EQ(monitor.DummyQTM()->Top(), 480);
-    ExpectSize(monitor.QTM(), 1920, 1096);
+TEST_F(PlacementTest, TheDisplaysMayStandInAnyOrderAndChange) {
+    Windows().UseDesktop();
+    const Rect layouts[][2] = {
+        {{0, 0, 1600, 1200}, {1600, 100, 1920, 1080}},  // the audience's at the right of the main one
+        {{1920, 0, 1600, 1200}, {0, 120, 1920, 1080}},  // at its left
+        {{0, 1080, 1600, 900}, {-160, 0, 1920, 1080}},  // above
+        {{0, 0, 1366, 767}, {0, 767, 1024, 768}},       // below
+        {{1080, 0, 2560, 1440}, {0, -480, 1080, 1920}}, // on end
+    };
+    const auto place = [](const auto& thing) {
+        return Rect{thing.Left(), thing.Top(), thing.Width(), thing.Height()};
+    };
+    const auto expect = [&](const Rect& main, const Rect& stage) {
+        for (const Window* own : std::initializer_list<const Window*>{
+                 &Console(), &Sound(), &*Instance<SettingForm>(), &*Instance<VerForm>()})
+            EXPECT_TRUE(main.Holds({own->Left() + own->Width() / 2, own->Top() + own->Height() / 2}))
+                << own->Name();
+        // The curtain has one more, the player the hidden strip.
+        EXPECT_EQ(place(*Monitor().DummyBack()), (Rect{0, 0, stage.width + 1, stage.height + 1}));
+        const auto& logo = Monitor().DummyQTM(); // by the console's width of 160, not its own of 157
+        EXPECT_EQ(logo->Left(), stage.width / 2 - 80);
+        EXPECT_EQ(logo->Top(), stage.height / 2 - 60);
+        ExpectSize(Monitor().QTM(), stage.width, stage.height + 16);
+    };
+    for (const auto& [main, stage] : layouts) {
+        Windows().SetScreens({main, stage});
+        Start();
+        EXPECT_EQ((Point{Monitor().Left(), Monitor().Top()}), (Point{stage.left, stage.top}));
+        EXPECT_EQ(place(*Instance<SettingForm>()),
+                  (Rect{main.left + (main.width - 688) / 2, main.top + (main.height - 400) / 2, 688, 400}));
+        EXPECT_EQ(place(*Instance<VerForm>()),
+                  (Rect{main.left + (main.width - 245) / 2, main.top + (main.height - 300) / 2, 245, 300}));
+        expect(main, stage);
+        for (const auto& [newMain, newStage] : layouts) {
+            SCOPED_TRACE(std::to_string(main.left) + " to " + std::to_string(newMain.left));
+            Windows().SetScreens({newMain, newStage});
+            Platform().ReportScreensChanged();
+            expect(newMain, newStage);
+        }
+        End();
+    }
 }
 
 TEST_F(PlacementTest, TheWindowedMonitorGrowsWithTheScreen) {

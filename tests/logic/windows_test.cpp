@@ -51,13 +51,6 @@ TEST_F(WindowsTest, FullScreenOnOneDisplayTakesTheMenuBarAlong) {
     EXPECT_TRUE(Monitor().MenuBarVisible());
 }
 
-TEST_F(WindowsTest, AMonitorHiddenAtStartTakesTheCommandAway) {
-    StartWith({{2, "false"}, {8, "true"}});
-    Choose("AltX_Key");
-    EXPECT_FALSE(Console().AltX_Flag);
-    EXPECT_TRUE(Console().Visible());
-}
-
 TEST_F(WindowsTest, MovesOfTheConsoleTakeTheWindowedMonitorAlong) {
     const struct {
         Lines lines;
@@ -123,23 +116,6 @@ TEST_F(WindowsTest, TheMonitorBringsTheConsoleBackUnlessItIsHiddenOnPurpose) {
     EXPECT_EQ(Windows().ActiveWindow(), "MonitorForm");
     Monitor().ReportActivated();
     EXPECT_FALSE(Console().Visible());
-}
-
-TEST_F(WindowsTest, TheMonitorHasEveryKeyButThoseOfTheSpeed) {
-    StartWith({});
-    Open(0);
-    Do([] { Monitor().UpdateMenuEnabling(); });
-    Monitor().MenuBar()->ForEach([](MenuItem& item) {
-        const bool speed = item.Name().find("Speed") != std::string::npos;
-        const bool command = item.Children().empty() && !item.IsSeparator();
-        EXPECT_TRUE(!command || item.Enabled() == !speed) << item.Name();
-    });
-    Monitor().ReportMenuChosen("SpeedUp");
-    EXPECT_EQ(Console().Rate()->Value(), 5);
-    Monitor().ReportMenuChosen("PlayStatusChangeKey");
-    EXPECT_EQ(Console().PlayModeLabel()->Caption(), "一時停止");
-    Monitor().ReportMenuChosen("CloseKey");
-    EXPECT_TRUE(Console().QTM()->Movie().IsNil());
 }
 
 TEST_F(WindowsTest, QuittingTheMonitorClosesItAloneAndTheNextUseMakesItAnew) {

@@ -145,44 +145,6 @@ TEST_F(WindowTest, TheKeyboardIsNotTakenTwiceForOneWindowThatWent) {
     EXPECT_TRUE(Windows().TakeRaised().empty());
 }
 
-TEST_F(WindowTest, AMoveByHandFiresMovedAndAWriteDoesNot) {
-    Console().ReportMoved(30, 40);
-    EXPECT_EQ(Console().TakeLog(), Names{"Moved"});
-    Console().ReportMoved(30, 40);
-    Do([this] { Console().SetLeft(100); });
-    EXPECT_TRUE(Console().TakeLog().empty());
-    EXPECT_EQ(Console().Left(), 100);
-    EXPECT_EQ(Console().Top(), 40);
-    Do([this] {
-        Console().SetFullScreen(true);
-        Console().SetWidth(-3);
-    });
-    Console().ReportMoved(0, 0);
-    EXPECT_TRUE(Console().TakeLog().empty());
-    EXPECT_EQ(Console().Left(), 100) << "kept as a value";
-    EXPECT_EQ(Console().Width(), 0);
-}
-
-TEST_F(WindowTest, TheFirstWindowOpensAtTheTopLeftOfTheMainScreenAndAPaletteBesideIt) {
-    EXPECT_EQ(Console().Left(), 0);
-    EXPECT_EQ(Instance<PaletteForm>()->Left(), Console().Width());
-}
-
-TEST_F(WindowTest, TheCloseBoxHidesAPaletteAndClosesOthers) {
-    const auto palette = Instance<PaletteForm>();
-    Do([&] { palette->Show(); });
-    palette->TakeLog();
-    palette->ReportCloseRequested();
-    EXPECT_FALSE(palette->Visible());
-    EXPECT_TRUE(palette->TakeLog().empty());
-    EXPECT_EQ(palette, Instance<PaletteForm>());
-
-    const auto audience = Instance<AudienceForm>();
-    audience->TakeLog();
-    audience->ReportCloseRequested();
-    EXPECT_EQ(audience->TakeLog(), Names{"Close"});
-}
-
 TEST_F(WindowTest, NothingReachesAClosedWindow) {
     const auto console = Instance<ConsoleForm>();
     int ticks = 0;

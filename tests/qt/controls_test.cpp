@@ -202,17 +202,6 @@ TEST_F(ControlsTest, ControlsShowWithTheirPageOnly) {
     EXPECT_TRUE(Find("Mainform", "StrGrid")->isVisible());
 }
 
-TEST_F(ControlsTest, AssistiveToolsReadNamesAndValues) {
-    const auto read = [](const std::string& name) {
-        return QAccessible::queryAccessibleInterface(Find("Mainform", name));
-    };
-    EXPECT_EQ(read("MaxTime")->text(QAccessible::Name), QStringLiteral("00：00：00"));
-    EXPECT_EQ(read("GroupBox1")->text(QAccessible::Name), QStringLiteral("コンソール"));
-    EXPECT_EQ(read("Rate")->valueInterface()->currentValue().toInt(), 5);
-    EXPECT_EQ(read("VolumeProgress")->valueInterface()->currentValue().toInt(), 80);
-    EXPECT_EQ(read("QTM")->text(QAccessible::Name), QStringLiteral("QTM"));
-}
-
 class SettingControlsTest : public ControlsTest {
 protected:
     void SetUp() override {

@@ -56,40 +56,6 @@ TEST_F(FullScreenTest, CoversTheDisplayThatHoldsItAndKeepsLaterPlacesAsValues) {
     EXPECT_TRUE(Covers(Area(kStage))) << "its display is the one that it first covered";
 }
 
-TEST_F(FullScreenTest, OnOneDisplayItCoversTheMainOne) {
-    StartWith<ConsoleShow>();
-    Do([] {
-        Instance<MonitorShow>()->SetFullScreen(true);
-        Instance<MonitorShow>()->Show();
-    });
-    Settle();
-    EXPECT_TRUE(Covers(Area(kMain)));
-}
-
-TEST_F(FullScreenTest, ADisplayThatGoesTakesTheWindowAlongAndBringsItBack) {
-    auto console = StartWith<ConsoleShow>();
-    auto monitor = CoverStage();
-    ASSERT_TRUE(Covers(Area(kStage)));
-    for (int times = 0; times < 3; ++times) {
-        SetScreens({{"Main", kMain}});
-        ASSERT_TRUE(Until([] { return !Find("MonitorForm")->isVisible(); }))
-            << "it would stand before the console";
-        EXPECT_TRUE(monitor->Visible()) << "what the logic holds stays";
-        EXPECT_TRUE(Find("Mainform")->isVisible());
-        // The logic goes on placing and showing what it holds.
-        Do([&] {
-            monitor->SetLeft(console->Left());
-            monitor->Show();
-            console->Show();
-        });
-        Settle();
-        EXPECT_FALSE(Find("MonitorForm")->isVisible());
-
-        SetScreens({{"Main", kMain}, {"Stage", kStage}});
-        ASSERT_TRUE(Until([] { return Covers(Area(kStage)); }));
-    }
-}
-
 TEST_F(FullScreenTest, WithItsDisplayGoneAHiddenConsoleComesBack) {
     auto console = StartWith<ConsoleShow>();
     CoverStage();
@@ -114,12 +80,66 @@ TEST_F(FullScreenTest, AWindowMadeAnewStandsUnderTheConsole) {
     }));
 }
 
-TEST_F(FullScreenTest, ADisplayThatChangesIsCoveredAnew) {
+TEST_F(FullScreenTest, WhateverBecomesOfItsDisplayIsCoveredAnewAndTheKeyboardStays) {
+    const std::vector<TestScreen> layouts[] = {
+        {{"Main", kMain}, {"Stage", {1920, 0, 1280, 720}}},                  // another mode
+        {{"Main", {1280, 0, 1920, 1200}}, {"Stage", {0, 40, 1280, 720}}},    // at the operator's left
+        {{"Main", {0, 1080, 1920, 1200}}, {"Other", {-200, 0, 1920, 1080}}}, // another connector, above
+        {{"Main", kMain}, {"Last", {1920, -480, 1080, 1920}, 2.0}},          // on end, another scale
+    };
+    auto console = StartWith<ConsoleShow>();
+    auto monitor = CoverStage();
+    const auto home = [&](const Window& window) {
+        return QGuiApplication::primaryScreen()->geometry().contains(window.Left() + window.Width() / 2,
+                                                                     window.Top() + window.Height() / 2);
+    };
+    for (const bool hidden : {false, true}) {
+        if (hidden)
+            Do([&] { console->Hide(); });
+        ASSERT_TRUE(Until([&] { return hidden ? monitor->Active() : console->Active(); }));
+        for (const auto& screens : layouts) {
+            SCOPED_TRACE(screens[1].name + (hidden ? " hidden" : ""));
+            monitor->TakeLog();
+            SetScreens(screens);
+            const Rect& stage = screens[1].rect;
+            EXPECT_TRUE(Until([&] { return Covers(Area(stage)); }));
+            EXPECT_TRUE(Until([&] { return hidden ? monitor->Active() : console->Active(); }));
+            const std::string told =
+                "ScreenChanged " + std::to_string(stage.width) + "x" + std::to_string(stage.height);
+            const auto log = monitor->TakeLog();
+            EXPECT_NE(std::find(log.begin(), log.end(), told), log.end()) << told;
+            EXPECT_TRUE(Until([&] { return home(*console); })) << "the operator's windows stand apart";
+        }
+    }
+}
+
+TEST_F(FullScreenTest, AWindowManagerThatInsistsOnAnotherPlaceHasIt) {
     StartWith<ConsoleShow>();
+    auto monitor = CoverStage();
+    EXPECT_TRUE(Until([&] {
+        Find("MonitorForm")->setGeometry(1920, 0, 1280, 720);
+        const auto log = monitor->TakeLog();
+        return !log.empty() && log.back() == "ScreenChanged 1280x720";
+    }));
+}
+
+TEST_F(FullScreenTest, AThirdDisplayIsNoSuccessor) {
+    StartWith<ConsoleShow>();
+    const Rect left{-1024, 0, 1024, 768};
+    SetScreens({{"Main", kMain}, {"Stage", kStage}, {"Left", left}});
+    Settle();
     CoverStage();
-    const Rect smaller{1920, 0, 1280, 720};
-    SetScreens({{"Main", kMain}, {"Stage", smaller}});
-    EXPECT_TRUE(Until([&] { return Covers(Area(smaller)); }));
+    EXPECT_EQ(Windows().Screens()[1], kStage) << "what is covered comes before one at its left";
+    SetScreens({{"Main", kMain}, {"Left", left}});
+    EXPECT_TRUE(Until([] { return !Find("MonitorForm")->isVisible(); }));
+    Do([] { // the logic goes on placing and showing what it holds
+        Instance<MonitorShow>()->SetLeft(6);
+        Instance<MonitorShow>()->Show();
+    });
+    Settle();
+    EXPECT_FALSE(Find("MonitorForm")->isVisible());
+    SetScreens({{"Main", kMain}, {"Left", left}, {"New", kStage}});
+    EXPECT_TRUE(Until([] { return Covers(Area(kStage)); }));
 }
 
 TEST_F(FullScreenTest, TheMainDisplayMayGo) {

@@ -30,21 +30,6 @@ protected:
         m_console = StartWith<ConsoleShow>();
         m_console->TakeLog();
     }
-    /// Presses the keys of every command of the menus; each must come once.
-    static void PressAll(LoggedForm& form) {
-        bool returned = false;
-        for (const MenuTable& menu : kMenus)
-            for (const MenuRow& row : menu.rows) {
-                // "return" stands twice, and its first item has it.
-                const bool again = row.shortcut == "return" && std::exchange(returned, true);
-                for (const QKeySequence& keys : qt::KeysOf(row.shortcut)) {
-                    form.TakeLog();
-                    Press(keys[0].key(), keys[0].keyboardModifiers());
-                    EXPECT_EQ(form.TakeLog(), Names{again ? "OpenKey" : std::string(row.name)})
-                        << keys.toString().toStdString();
-                }
-            }
-    }
     static QAction* Command(const std::string& window, const char* name) {
         return Find(window)->findChild<QAction*>(QString::fromLatin1(name));
     }
@@ -65,26 +50,6 @@ TEST_F(KeysTest, ANotationNamesItsKeys) {
     EXPECT_EQ(ParseShortcut("return"), (QList<QKeySequence>{Qt::Key_Return, Qt::Key_Enter}));
     for (const char* none : {"", "Hyper+x", "Cmd+nokey", "Cmd+"})
         EXPECT_TRUE(ParseShortcut(none).isEmpty()) << none;
-}
-
-TEST_F(KeysTest, EveryCommandComesOnceWhereverTheFocusIs) {
-    PressAll(*m_console); // at the start nothing has been given the focus
-    Do([&] { m_console->Control<Listbox>("StrGrid")->SetFocus(); });
-    PressAll(*m_console);
-    for (const char* name : {"Rate", "QTM_PosBar", "Fold3", "ListTab.Tabs", "VolumeProgress", "FileLabel"}) {
-        QWidget* widget = Find("Mainform", name);
-        widget->setEnabled(true);
-        QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(3, 5));
-    }
-    PressAll(*m_console);
-}
-
-TEST_F(KeysTest, TheyComeInAWindowWithoutABarToo) {
-    Do([] { Instance<MonitorShow>()->Show(); });
-    auto monitor = Instance<MonitorShow>();
-    ASSERT_TRUE(Until([&] { return monitor->Active(); }));
-    PressAll(*monitor);
-    EXPECT_EQ(m_console->TakeLog().back(), "Deactivate") << "and nowhere else";
 }
 
 TEST_F(KeysTest, TheyComeWhileTheBarIsHidden) {

@@ -31,6 +31,9 @@ public:
     void Event_Activate() override { Log("Activate"); }
     void Event_Deactivate() override { Log("Deactivate"); }
     void Event_Restore() override { Log("Restore"); }
+    void Event_ScreenChanged(std::int32_t width, std::int32_t height) override {
+        Log("ScreenChanged " + std::to_string(width) + "x" + std::to_string(height));
+    }
 
 protected:
     using Window::CreateControls;

@@ -74,16 +74,11 @@ TEST_F(WindowsTest, EachFrameIsOfItsKind) {
     Settle();
     EXPECT_TRUE(Find("MonitorForm")->windowFlags() & Qt::FramelessWindowHint);
     EXPECT_EQ(Find("MonitorForm")->cursor().shape(), Qt::BlankCursor);
-    EXPECT_FALSE(Find("VerForm")->windowFlags() & Qt::WindowCloseButtonHint);
-    EXPECT_TRUE(Find("SettingForm")->windowFlags() & Qt::WindowCloseButtonHint);
     EXPECT_FALSE(Find("Mainform")->windowFlags() & Qt::WindowMaximizeButtonHint);
-    EXPECT_TRUE(Find("Mainform")->windowFlags() & Qt::WindowMinimizeButtonHint);
     EXPECT_TRUE(Find("MusicForm")->windowFlags() & Qt::WindowDoesNotAcceptFocus);
     for (const char* above : {"SettingForm", "MusicForm"})
         EXPECT_EQ(Find(above)->windowHandle()->transientParent(), Find("Mainform")->windowHandle()) << above;
     EXPECT_FALSE(Find("SettingForm")->isModal());
-    for (const char* form : {"Mainform", "MonitorForm", "SettingForm", "MusicForm", "VerForm"})
-        EXPECT_EQ(Find(form)->accessibleDescription().toStdString(), form);
     EXPECT_EQ(Find("SettingForm")->accessibleName(), QStringLiteral("環境設定"));
 }
 
@@ -174,20 +169,6 @@ TEST_F(WindowsTest, AMinimisedConsoleTellsOfItsReturn) {
         return std::find(log.begin(), log.end(), "Restore") != log.end();
     }));
     EXPECT_FALSE(Find("Mainform")->isMinimized());
-}
-
-TEST_F(WindowsTest, BackColoursAreShownAndTheConsoleHasNoneAtFirst) {
-    auto console = StartWith<ConsoleShow>();
-    const auto corner = [&] { return Look("Mainform", "").pixelColor(2, 60); };
-    const QColor plain = corner();
-    EXPECT_NE(plain, QColor(0xB1, 0xB1, 0xB1));
-    Do([&] {
-        console->SetBackColor(kFlat);
-        console->SetHasBackColor(true);
-    });
-    EXPECT_EQ(corner(), QColor(0xB1, 0xB1, 0xB1));
-    Do([&] { console->SetHasBackColor(false); });
-    EXPECT_EQ(corner(), plain);
 }
 
 TEST_F(WindowsTest, AFailureInAHandlerOfTheToolkitEndsNothing) {

@@ -26,6 +26,8 @@ public:
     /// False while the display that a full-screen window covers is gone: then it is not seen, whatever it
     /// holds.
     [[nodiscard]] virtual bool HasDisplay() const { return true; }
+    /// The display that a full-screen window covers; all 0 while it covers none.
+    [[nodiscard]] virtual Rect CoveredScreen() const { return {}; }
 };
 
 /// A running clock of a Timer; destroying it stops it.
@@ -48,7 +50,8 @@ public:
     /// work area, a palette beside it.
     virtual Point DefaultPlace(const Window& window) = 0;
 
-    /// At least one; the main screen first, the others from left to right.
+    /// At least one; the main screen first, then one that a full-screen window covers, the others from left
+    /// to right.
     [[nodiscard]] virtual std::vector<Rect> Screens() const = 0;
     /// Codes as in Keyboard.
     [[nodiscard]] virtual bool KeyDown(int code) const = 0;

@@ -102,6 +102,11 @@ bool Runtime::DeliverNow(const Window& window, const std::string& what,
 }
 
 void Runtime::ReportScreensChanged() {
+    m_screensChanged = m_modal;
+    if (m_modal)
+        return;
+    for (const auto& form : Forms()) // what follows may make one
+        form->FollowScreens();
     if (!m_delivering && !m_flushing) // else a Flush follows anyway
         Flush();
 }
@@ -310,9 +315,14 @@ std::string Runtime::ChooseFolder() {
     if (m_modal)
         return {};
     Flush();
-    const Flag modal(m_modal);
-    std::string chosen = m_windows.ChooseFolder();
+    std::string chosen;
+    {
+        const Flag modal(m_modal);
+        chosen = m_windows.ChooseFolder();
+    }
     LetTimePass();
+    if (m_screensChanged)
+        ReportScreensChanged();
     return chosen;
 }
 

@@ -65,8 +65,9 @@ public:
     /// put off.
     bool DeliverNow(const Window& window, const std::string& what, const std::function<void()>& handler);
 
-    /// The back end: displays came, went or changed. Where no window is left to be seen the console comes, so
-    /// that nobody is left without keys.
+    /// The back end: displays came, went or changed. Each window follows (Window::FollowScreens), and where
+    /// none is left to be seen the console comes, so that nobody is left without keys. Waits for the end of a
+    /// folder chooser that is up.
     void ReportScreensChanged();
 
     /// Any thread: runs the call on the main thread, outside any delivery.
@@ -189,6 +190,7 @@ private:
     bool m_delivering = false;
     bool m_flushing = false;
     bool m_modal = false;
+    bool m_screensChanged = false; ///< while modal
     bool m_ended = false;
     int m_status = 0;
 };

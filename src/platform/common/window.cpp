@@ -3,7 +3,9 @@
 #include "platform/application.h"
 #include "platform/common/control_factory.h"
 #include "platform/common/runtime.h"
+#include "platform/numbers.h"
 #include "platform/rectcontrol.h"
+#include "platform/screen.h"
 
 #include <algorithm>
 
@@ -96,6 +98,11 @@ void Window::SetWidth(std::int32_t width) {
 void Window::SetHeight(std::int32_t height) {
     m_rect.height = std::max(height, 0);
     Changed();
+}
+
+void Window::CentreOn(const Screen& screen) {
+    SetTop(screen.Top() + ToInteger(screen.Height() / 2.0 - Height() / 2.0));
+    SetLeft(screen.Left() + ToInteger(screen.Width() / 2.0 - Width() / 2.0));
 }
 
 void Window::SetTitle(std::string title) {
@@ -221,6 +228,39 @@ void Window::ReportMenuChosen(std::string_view itemName) {
                                    else if (item->Role() == MenuRole::Quit)
                                        Quit(0);
                                });
+}
+
+bool Window::HasLostScreen() const {
+    const Point middle{m_rect.left + m_rect.width / 2, m_rect.top + m_rect.height / 2};
+    const auto screens = Runtime::Current().Windows().Screens();
+    if (std::none_of(screens.begin(), screens.end(), [&](const Rect& rect) { return rect.Holds(middle); }))
+        return true;
+    const auto forms = Runtime::Current().Forms();
+    return std::any_of(forms.begin(), forms.end(), [&](const auto& form) {
+        const Rect covered = form->m_peer == nullptr ? Rect{} : form->m_peer->CoveredScreen();
+        return covered.Holds(middle) && covered != screens.front();
+    });
+}
+
+void Window::FollowScreens() {
+    if (m_fullScreen) {
+        const Rect covered = m_peer == nullptr ? Rect{} : m_peer->CoveredScreen();
+        if (covered != Rect{})
+            Runtime::Current().Deliver(*this, m_name + " ScreenChanged", [this, covered] {
+                Event_ScreenChanged(covered.width, covered.height);
+            });
+    } else if (m_design.frame != WindowFrame::Plain && HasLostScreen()) {
+        Runtime::Current().Deliver(*this, m_name + " Moved", [this] {
+            if (m_design.frame == WindowFrame::FloatingTool || m_design.frame == WindowFrame::Document) {
+                CentreOn(Screen(0));
+            } else {
+                const Point home = Runtime::Current().Windows().DefaultPlace(*this);
+                SetLeft(home.left);
+                SetTop(home.top);
+            }
+            Event_Moved();
+        });
+    }
 }
 
 void Window::MarkControl(RectControl& control) {

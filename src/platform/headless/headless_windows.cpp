@@ -5,6 +5,8 @@
 #include "platform/timer.h"
 #include "platform/window.h"
 
+#include <algorithm>
+
 namespace kirolane::headless {
 
 namespace {
@@ -52,9 +54,21 @@ public:
             m_windows.Activate(&m_window);
     }
 
+    /// Begun on the main screen it stays there; else it is the second one's, whichever that is.
+    [[nodiscard]] Rect CoveredScreen() const override {
+        const auto& screens = m_windows.m_screens;
+        if (!m_window.FullScreen() || !m_window.Visible())
+            return {};
+        return m_onMain ? screens.front() : screens.size() > 1 ? screens[1] : Rect{};
+    }
+    [[nodiscard]] bool HasDisplay() const override {
+        return !m_window.FullScreen() || CoveredScreen() != Rect{};
+    }
+
 private:
     HeadlessWindows& m_windows;
     Window& m_window;
+    bool m_onMain = m_windows.m_screens.front().Holds({m_window.Left(), m_window.Top()});
 };
 
 void HeadlessWindows::Activate(Window* window) {

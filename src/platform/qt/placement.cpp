@@ -1,6 +1,7 @@
 #include "platform/qt/placement.h"
 
 #include "platform/qt/screens.h"
+#include "platform/qt/x11.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -63,8 +64,15 @@ void Placement::Settle() {
     if (!m_form.isVisible() || m_form.isMinimized())
         return;
     if (m_window.FullScreen()) {
-        if (m_covered.isNull() || m_form.geometry() == m_covered || m_corrections == kMaxCorrections)
+        if (m_covered.isNull() || m_form.geometry() == m_covered)
             return;
+        if (m_corrections == kMaxCorrections) {
+            // The window manager may know better: the picture fills what is.
+            m_covered = m_form.geometry();
+            if (onSettledElsewhere)
+                onSettledElsewhere();
+            return;
+        }
         const int corrections = m_corrections + 1;
         m_covered = QRect();
         Cover();
@@ -100,15 +108,36 @@ bool Placement::TakeMove(QPoint& place) {
     return true;
 }
 
-QScreen* Placement::Target() {
-    if (!m_screenName.isEmpty())
-        return ScreenNamed(m_screenName);
-    QScreen* screen = ScreenHolding({m_window.Left(), m_window.Top()});
-    if (screen == nullptr)
-        screen = QGuiApplication::primaryScreen();
-    if (screen != nullptr)
-        m_screenName = screen->name();
-    return screen;
+/// Once a display has been covered it is known by its connector. Gone, its place may be taken by one that was
+/// not there beside it: the same projector on another connector, or another projector.
+QScreen* Placement::Target() const {
+    QScreen* primary = QGuiApplication::primaryScreen();
+    if (m_screenName.isEmpty()) {
+        QScreen* holding = ScreenHolding({m_window.Left(), m_window.Top()});
+        return holding == nullptr ? primary : holding;
+    }
+    if (QScreen* screen = ScreenNamed(m_screenName); screen != nullptr || m_onMain)
+        return screen != nullptr ? screen : primary;
+    QScreen* successor = nullptr;
+    for (QScreen* screen : QGuiApplication::screens()) {
+        const bool mirror = primary != nullptr && screen->geometry() == primary->geometry();
+        if (mirror || m_besides.contains(screen->name()))
+            continue;
+        if (successor == nullptr || screen->geometry() == m_lastCovered)
+            successor = screen;
+    }
+    return successor;
+}
+
+void Placement::Remember(QScreen& screen) {
+    if (m_screenName.isEmpty())
+        m_onMain = &screen == QGuiApplication::primaryScreen();
+    m_screenName = screen.name();
+    m_lastCovered = screen.geometry();
+    m_besides.clear();
+    for (const QScreen* other : QGuiApplication::screens())
+        if (other != &screen)
+            m_besides.append(other->name());
 }
 
 void Placement::Cover() {
@@ -118,17 +147,22 @@ void Placement::Cover() {
         m_form.hide();
         return;
     }
+    Remember(*screen);
     if (m_form.isVisible() && m_covered == screen->geometry())
         return;
     m_covered = screen->geometry();
     m_corrections = 0;
-    m_form.hide(); // a window that is up does not change its display
+    if (!m_form.isFullScreen())
+        m_form.hide(); // it changes its kind, not only its display
     m_form.setMinimumSize(0, 0);
     m_form.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    // Covering one display it does not change to another; hidden meanwhile it would lose the keyboard.
+    m_form.setWindowState(Qt::WindowNoState);
     m_form.setScreen(screen);
     m_form.setGeometry(m_covered);
     m_form.setWindowState(Qt::WindowFullScreen);
     m_form.show(); // showFullScreen would take the keyboard
+    X11ShowOnAllDesktops(m_form.winId());
     m_settling.start();
 }
 
@@ -138,11 +172,7 @@ void Placement::ScreensChanged() {
 }
 
 bool Placement::HasDisplay() const {
-    return !m_window.FullScreen() || m_screenName.isEmpty() || ScreenNamed(m_screenName) != nullptr;
-}
-
-bool Placement::Covers(QPoint point) const {
-    return m_form.isVisible() && m_window.FullScreen() && m_covered.contains(point);
+    return !m_window.FullScreen() || Target() != nullptr;
 }
 
 } // namespace kirolane::qt

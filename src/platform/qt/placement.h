@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QRect>
+#include <QStringList>
 #include <QTimer>
 
 #include <functional>
@@ -26,8 +27,8 @@ public:
     void ScreensChanged();
     /// False while the display to cover is gone.
     [[nodiscard]] bool HasDisplay() const;
-    /// Covers a display that also holds the point.
-    [[nodiscard]] bool Covers(QPoint point) const;
+    /// The display that is covered, null while none is.
+    [[nodiscard]] QRect Covered() const { return m_form.isVisible() ? m_covered : QRect(); }
 
     /// Called when a placing has settled somewhere else than was asked.
     std::function<void()> onSettledElsewhere;
@@ -37,7 +38,8 @@ private:
     void Cover();
     void Order(const QRect& client);
     void Settle();
-    [[nodiscard]] QScreen* Target();
+    [[nodiscard]] QScreen* Target() const;
+    void Remember(QScreen& screen);
 
     const Window& m_window;
     FormWindow& m_form;
@@ -46,6 +48,9 @@ private:
     QPoint m_reported;     ///< as last told to the contract
     QRect m_client;        ///< ordered: below the title bar, with the menu bar
     QString m_screenName;  ///< the display to cover, known once it has been covered
+    QStringList m_besides; ///< names of those that stood beside it: none of these takes its place
+    bool m_onMain = false; ///< it was the main one
+    QRect m_lastCovered;
     QRect m_covered;       ///< ordered, null while not covering
     int m_corrections = 0; ///< of the order under way
 };

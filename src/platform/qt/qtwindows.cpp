@@ -25,6 +25,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <clocale>
 #include <utility>
 
@@ -111,7 +112,13 @@ Point QtWindows::DefaultPlace(const Window& window) {
 }
 
 std::vector<Rect> QtWindows::Screens() const {
-    return ScreenRects();
+    auto rects = ScreenRects();
+    for (const QtWindowPeer* peer : m_peers) { // a third display at its left is not the audience's
+        const auto covered = std::find(rects.begin() + 1, rects.end(), peer->CoveredScreen());
+        if (covered != rects.end())
+            std::rotate(rects.begin() + 1, covered, covered + 1);
+    }
+    return rects;
 }
 
 bool QtWindows::KeyDown(int code) const {
@@ -191,6 +198,11 @@ void QtWindows::WatchScreens() {
     m_screensChange = std::make_unique<QTimer>();
     m_screensChange->setSingleShot(true);
     m_screensChange->callOnTimeout([this] { ScreensChanged(); });
+    // Window managers bring windows onto displays by rules of their own, which know of no audience.
+    m_secondLook = std::make_unique<QTimer>();
+    m_secondLook->setSingleShot(true);
+    m_secondLook->setInterval(std::chrono::seconds(1));
+    m_secondLook->callOnTimeout([this] { FollowScreens(); });
     const auto soon = [this] { m_screensChange->start(); };
     const auto watch = [this, soon](QScreen* screen) {
         QObject::connect(screen, &QScreen::geometryChanged, m_screensChange.get(), soon);
@@ -207,16 +219,24 @@ void QtWindows::WatchScreens() {
 void QtWindows::ScreensChanged() {
     for (QtWindowPeer* peer : m_peers)
         peer->Place().ScreensChanged();
+    FollowScreens();
+    m_secondLook->start();
+}
+
+void QtWindows::FollowScreens() {
     if (Runtime::Exists())
         Runtime::Current().ReportScreensChanged();
     QtWindowPeer* console = Console();
     if (console == nullptr || !console->Form().isVisible())
         return;
     const bool covered = std::any_of(m_peers.begin(), m_peers.end(), [&](QtWindowPeer* peer) {
-        return peer->Place().Covers(console->Form().geometry().center());
+        return ToQt(peer->CoveredScreen()).contains(console->Form().geometry().center());
     });
+    const auto* active = dynamic_cast<FormWindow*>(QApplication::activeWindow());
+    const bool keyboard =
+        QApplication::activeWindow() == nullptr || (active != nullptr && active->isFullScreen());
     if (covered) // the operator is left with the audience's display: the console goes in front
-        console->BringToFront(true);
+        console->BringToFront(keyboard);
 }
 
 QtWindowPeer* QtWindows::Console() const {

@@ -50,11 +50,13 @@ private:
     [[nodiscard]] QtWindowPeer* Console() const;
     void WatchScreens();
     void ScreensChanged();
+    void FollowScreens();
 
     std::unique_ptr<ShowApplication> m_application;
     std::unique_ptr<Words> m_words;
     std::unique_ptr<SleepInhibitor> m_inhibitor;
     std::unique_ptr<QTimer> m_screensChange; ///< runs out a turn after the displays have changed
+    std::unique_ptr<QTimer> m_secondLook;    ///< runs out when the window manager has followed, too
     std::vector<QtWindowPeer*> m_peers;
     std::string m_lastFolder; ///< where the next folder dialog starts
 };

@@ -25,9 +25,13 @@ QRect WorkArea() {
         return {};
     const QRect area = primary->availableGeometry();
     const QRect desktop = X11WorkArea();
+    // Where a display begins is told in device pixels, what lies on it in its own units.
+    const QPoint begin = primary->geometry().topLeft();
     const double ratio = primary->devicePixelRatio();
-    const QRect common = area & QRect(qRound(desktop.x() / ratio), qRound(desktop.y() / ratio),
-                                      qRound(desktop.width() / ratio), qRound(desktop.height() / ratio));
+    const auto onDisplay = [&](QPoint point) { return begin + (point - begin) / ratio; };
+    const QRect common =
+        area & QRect(onDisplay(desktop.topLeft()),
+                     onDisplay(desktop.topLeft() + QPoint(desktop.width(), desktop.height())) - QPoint(1, 1));
     return common.width() > area.width() / 2 && common.height() > area.height() / 2 ? common : area;
 }
 

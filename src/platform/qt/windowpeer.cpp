@@ -1,5 +1,6 @@
 #include "platform/qt/windowpeer.h"
 
+#include "platform/common/runtime.h"
 #include "platform/qt/controlpeers.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/qtwindows.h"
@@ -14,7 +15,12 @@ namespace kirolane::qt {
 QtWindowPeer::QtWindowPeer(Window& window, QtWindows& system)
     : m_window(window), m_system(system), m_form(new FormWindow(window, *this)),
       m_placement(window, *m_form) {
-    m_placement.onSettledElsewhere = [this] { PlaceChanged(); };
+    m_placement.onSettledElsewhere = [this] {
+        if (m_window.FullScreen())
+            Runtime::Current().ReportScreensChanged();
+        else
+            PlaceChanged();
+    };
     MakeControls();
     m_stage = std::make_unique<Stage>(m_peers);
     m_system.Add(*this);
@@ -91,6 +97,11 @@ void QtWindowPeer::BringToFront(bool withKeyboard) {
         m_system.RaiseCompanions(); // where no window manager keeps them above
     if (withKeyboard)
         m_form->activateWindow();
+}
+
+Rect QtWindowPeer::CoveredScreen() const {
+    const QRect covered = m_placement.Covered();
+    return covered.isNull() ? Rect{} : FromQt(covered);
 }
 
 void QtWindowPeer::PlaceChanged() {

@@ -25,6 +25,7 @@ public:
     void Update(std::span<RectControl* const> changed, bool windowToo) override;
     void BringToFront(bool withKeyboard) override;
     [[nodiscard]] bool HasDisplay() const override { return m_placement.HasDisplay(); }
+    [[nodiscard]] Rect CoveredScreen() const override;
 
     [[nodiscard]] const Window& Shown() const { return m_window; }
     [[nodiscard]] FormWindow& Form() const { return *m_form; }

@@ -44,6 +44,22 @@ QRect X11WorkArea() {
     return area;
 }
 
+void X11ShowOnAllDesktops(unsigned long window) {
+    Display* display = GetDisplay();
+    if (display == nullptr)
+        return;
+    XEvent order{};
+    order.xclient.type = ClientMessage;
+    order.xclient.window = window;
+    order.xclient.message_type = XInternAtom(display, "_NET_WM_DESKTOP", False);
+    order.xclient.format = 32;
+    order.xclient.data.l[0] = 0xFFFFFFFF; // all
+    order.xclient.data.l[1] = 1;          // asked by an ordinary program
+    XSendEvent(display, DefaultRootWindow(display), False, SubstructureRedirectMask | SubstructureNotifyMask,
+               &order);
+    XFlush(display);
+}
+
 void X11SuspendScreenSaver(bool suspend) {
     Display* display = GetDisplay();
     int eventBase = 0;
@@ -63,6 +79,8 @@ namespace kirolane::qt {
 QRect X11WorkArea() {
     return {};
 }
+
+void X11ShowOnAllDesktops(unsigned long /*window*/) {}
 
 void X11SuspendScreenSaver(bool /*suspend*/) {}
 

@@ -10,6 +10,9 @@ namespace kirolane::qt {
 /// say. Waits for the server's answer.
 QRect X11WorkArea();
 
+/// Asks the window manager to keep a window that is up on every virtual desktop.
+void X11ShowOnAllDesktops(unsigned long window);
+
 /// Has the server leave screen saver and power saving alone. The server takes it back when the program ends.
 void X11SuspendScreenSaver(bool suspend);
 

@@ -27,6 +27,12 @@ def lay(file, place):
         shutil.copy(file, place)
 
 
+def inside(window, area):
+    """All of the one within the other."""
+    return (area[0] <= window[0] and window[0] + window[2] <= area[0] + area[2] and
+            area[1] <= window[1] and window[1] + window[3] <= area[1] + area[3])
+
+
 class Desk:
     """One screen and one home folder; the program lies in a folder of its own together with some clips."""
 

@@ -16,15 +16,15 @@ from .processes import end, running
 
 MILLIMETRES_PER_INCH = 25.4
 DOTS_PER_INCH = 96
+MAIN, SECOND = CONNECTORS = "M0", "M1"
 NO_KEYS = pathlib.Path(__file__).with_name("openbox.xml")
 
 
 class Screen:
     """What a person in front of the monitors can see and press."""
 
-    def __init__(self, name, monitors, folder, waiter):
+    def __init__(self, name, folder, waiter):
         self.name = name
-        self.monitors = monitors
         self.waiter = waiter
         self.picture = FrameBuffer(folder / "Xvfb_screen0")
         self._x = Xlib.display.Display(name)
@@ -56,11 +56,19 @@ class Screen:
         self.waiter.forget(self._x.fileno())
         self._x.close()
 
-    def unplug(self, index):
-        _xrandr(self.name, "--delmonitor", f"M{index}")
+    def unplug(self, connector):
+        _xrandr(self.name, "--delmonitor", connector)
 
-    def plug(self, index):
-        _plug(self.name, index, self.monitors[index])
+    def plug(self, connector, monitor, instead=None):
+        """Also in one's stead. The same connector will not do: the toolkit is not told of such a change here."""
+        _plug(self.name, connector, monitor, *(("--delmonitor", instead) if instead else ()))
+
+    def turn_to_desktop(self, number):
+        """One of the two virtual desktops, 0 or 1."""
+        event = Xlib.protocol.event.ClientMessage(
+            window=self._root, client_type=self._x.get_atom("_NET_CURRENT_DESKTOP"), data=(32, [number, 0, 0, 0, 0]))
+        self._root.send_event(event, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self._x.flush()
 
     # Windows
 
@@ -194,11 +202,13 @@ def _xrandr(name, *arguments):
                    stdout=subprocess.DEVNULL)
 
 
-def _plug(name, index, monitor):
+def _plug(name, connector, monitor, *before):
+    """One whose name begins as MAIN is the main display."""
     x, y, width, height = monitor
     wide, high = (round(size * MILLIMETRES_PER_INCH / DOTS_PER_INCH) for size in (width, height))
-    _xrandr(name, "--setmonitor", f"M{index}", f"{width}/{wide}x{height}/{high}+{x}+{y}",
-            "screen" if index == 0 else "none")
+    main = connector.startswith(MAIN)
+    _xrandr(name, *before, "--setmonitor", f"*{connector}" if main else connector,
+            f"{width}/{wide}x{height}/{high}+{x}+{y}", "screen" if main else "none")
 
 
 def _start_server(stack, folder, width, height):
@@ -221,14 +231,14 @@ def _start_server(stack, folder, width, height):
 
 @contextlib.contextmanager
 def screen(folder, waiter, monitors, window_manager=True):
-    """A desktop of these monitors, each (x, y, width, height), until the end of the scope."""
+    """A desktop of these monitors, each (x, y, width, height), the main one first, until the end of the scope."""
     with contextlib.ExitStack() as stack:
         folder.mkdir(parents=True, exist_ok=True)
         name = _start_server(stack, folder, max(x + w for x, _, w, _ in monitors),
                              max(y + h for _, y, _, h in monitors))
-        for index in range(len(monitors)):
-            _plug(name, index, monitors[index])
-        desktop = Screen(name, monitors, folder, waiter)
+        for connector, monitor in zip(CONNECTORS, monitors):
+            _plug(name, connector, monitor)
+        desktop = Screen(name, folder, waiter)
         stack.callback(desktop.close)
         if window_manager:
             environment = {**os.environ, "DISPLAY": name}
