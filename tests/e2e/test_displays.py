@@ -1,6 +1,7 @@
 """Where the monitor goes: one display or two, with and without a window manager, and displays that go away."""
 
 import itertools
+import pathlib
 
 from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen, unittest
 from rig import clips
@@ -126,7 +127,11 @@ class Displays(Case):
         show = self.start(environment=device.environment)
         screen = self.desk.screen
         self.until_monitor(show, RIGHT)
+        self.assertFalse(device.file.exists(), "no sound is played before a movie")
         _, stage = self.play_first(show)
+        descriptors = pathlib.Path(f"/proc/{show.program.process.pid}/fd").iterdir()
+        opened = [name.readlink() for name in descriptors].count(device.file)
+        self.assertEqual(opened, 1, "one player, and one only, has the sound device")
         screen.unplug(SECOND)
         show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
         self.until_console_in_front(show)

@@ -108,14 +108,6 @@ TEST_F(MidiPlaying, ALongPieceOpensAtOnceAndSeeksToItsEnd) {
     EXPECT_EQ(Sound().Position(), duration);
 }
 
-TEST_F(MidiPlaying, TwinsShareOneRendering) {
-    const std::string path = m_folder.Write("a.mov", MidiFile({{0.0, 1.0}})); // known by its content
-    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
-    EXPECT_EQ(Preview().Duration(), Stage().Duration());
-    OrderTwins({.running = true, .seekTo = 0.0});
-    EXPECT_TRUE(WaitUntil([&] { return Preview().AtEnd() && Stage().AtEnd(); }));
-}
-
 class WithoutSoundFont : public EngineTest {
 protected:
     WithoutSoundFont() : EngineTest(mpv::MpvOptions{.soundFont = "/nowhere/none.sf2"}) {}

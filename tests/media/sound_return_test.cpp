@@ -42,40 +42,26 @@ protected:
     }
 
     void StartServer() {
-        std::string protocol = "-Lmodule-native-protocol-unix auth-anonymous=1 socket=" + socket;
-        std::string sink = "-Lmodule-pipe-sink use_system_clock_for_timing=yes file=" + m_pipe;
-        std::array<const char*, 9> arguments{"pulseaudio",
-                                             "-n",
-                                             "--daemonize=no",
-                                             "--use-pid-file=no",
-                                             "--exit-idle-time=-1",
-                                             "--log-target=null",
-                                             sink.c_str(),
-                                             protocol.c_str(),
-                                             nullptr};
-        ASSERT_EQ(posix_spawnp(&m_server, "pulseaudio", nullptr, nullptr,
-                               const_cast<char**>(arguments.data()), environ),
-                  0);
+        const std::string command =
+            "exec pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --log-target=null "
+            "-L 'module-pipe-sink use_system_clock_for_timing=yes file=" +
+            m_pipe + "' -L 'module-native-protocol-unix auth-anonymous=1 socket=" + socket + "'";
+        const char* arguments[] = {"sh", "-c", command.c_str(), nullptr};
+        ASSERT_EQ(posix_spawnp(&m_server, "sh", nullptr, nullptr, const_cast<char**>(arguments), environ), 0);
+        ASSERT_TRUE(WaitUntil([] { return mpv::LookForSoundDevices(mpv::kServerPatience).There(); }));
     }
-    void Signal(int signal) const { kill(m_server, signal); }
     void Stop() {
         if (m_server == 0)
             return;
-        Signal(SIGKILL);
+        kill(m_server, SIGKILL);
         waitpid(m_server, nullptr, 0);
         m_server = 0;
         while (read(m_heard, m_samples.data(), sizeof m_samples) > 0) // nothing that it left is taken for new
             ;
     }
 
-    void StartAnsweringServer() {
-        StartServer();
-        ASSERT_TRUE(WaitUntil([] { return mpv::LookForSoundDevices(mpv::kServerPatience).There(); }));
-    }
     int m_heard = -1; ///< what comes out of the sink
     std::array<std::int16_t, 32768> m_samples{};
-
-private:
     std::string m_pipe = folder.Path("heard");
     pid_t m_server = 0;
 };
@@ -127,30 +113,28 @@ TEST_P(HeardPlayer, SoundComesBackWithIt) {
 }
 
 TEST_P(HeardPlayer, AServerThatHangsHoldsNothingUp) {
-    StartAnsweringServer();
+    StartServer();
     ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
     Play(128, 2.0);
     EXPECT_TRUE(IsHeard(128));
-    Signal(SIGSTOP);
+    kill(m_server, SIGSTOP);
     EXPECT_TRUE(WaitUntil([&] { return Engine().AtEnd(); })) << "libmpv itself told of it";
     const auto begin = std::chrono::steady_clock::now();
     ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
-    Play(128, 4.0);
-    EXPECT_TRUE(WaitUntil([&] { return Engine().AtEnd(); }));
     Play(128);
-    Signal(SIGCONT);
+    kill(m_server, SIGCONT);
     EXPECT_TRUE(IsHeard(128));
 }
 
 INSTANTIATE_TEST_SUITE_P(Media, HeardPlayer, ::testing::Values("clip.mp4", "clip.mp3"));
 
 TEST_F(SoundDevice, TwinsStayTogetherWhenTheirServerHangs) {
-    StartAnsweringServer();
+    StartServer();
     ASSERT_TRUE(Preview().Load(ClipPath("clip.mp4")) && Stage().Load(ClipPath("clip.mp4")));
     OrderTwins({.running = true, .seekTo = 0.0});
     ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 1.0; }));
-    Signal(SIGSTOP);
+    kill(m_server, SIGSTOP);
     const auto shows = [&](PlayerEngine& engine) {
         const auto grey = Grey(engine);
         return grey && std::abs(*grey - GreyAt(engine.Position())) < 8.0;
