@@ -12,7 +12,7 @@ namespace kirolane::bench {
 
 namespace {
 
-constexpr int kTimes = 20;
+constexpr int kTimes = 10;
 constexpr int kSettle = 1000;            ///< milliseconds: the read-out shows the drift at the next tick
 constexpr int kBetween = 50;             ///< milliseconds between two readings
 constexpr int kReadings = 20;            ///< after each command

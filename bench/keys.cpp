@@ -13,7 +13,7 @@ namespace kirolane::bench {
 
 namespace {
 
-constexpr int kTimes = 20;
+constexpr int kTimes = 12;
 constexpr int kClip = 6;
 constexpr double kRate = 30.0; ///< frames a second of the clip
 constexpr int kRest = 400;     ///< milliseconds in which a player comes to rest, or plays

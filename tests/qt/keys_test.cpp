@@ -113,6 +113,7 @@ TEST_F(KeysTest, AHeldKeyRepeatsStepsOnly) {
     Settle();
     m_console->TakeLog();
     QMenu* menu = Find("Mainform")->findChild<QMenuBar*>()->actions().constFirst()->menu();
+    QTest::mouseMove(Find("Mainform")); // a menu remembers where the pointer was
     menu->popup(QPoint(100, 100));
     QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
                       menu->actionGeometry(Command("Mainform", "StopKey")).center());
