@@ -70,6 +70,8 @@ run -i master.mkv -itsoffset 2 -i master.mkv -map 0:v -map 1:a -t $seconds "${h2
 # Four quarters of four greys, which tell how a picture is turned.
 run -f lavfi -i "nullsrc=s=160x96:r=$rate:d=2,format=yuv420p,geq=lum='60+40*gte(X,W/2)+80*gte(Y,H/2)':cb=128:cr=128" \
     -f lavfi -i "sine=d=2" "${h264[@]}" -c:a aac -f mp4 quarters.mp4
+# One key frame, and so many pictures behind it that to go to the last ones takes most of a second.
+run -i master.mkv -vf fps=200,scale=1920:1080 -c:v libx264 -preset ultrafast -g 2000 -pix_fmt yuv420p -c:a aac far.mp4
 # A sound with the cover of an album.
 run -f lavfi -i color=red:s=64x64:d=1 -frames:v 1 -f image2 -update 1 cover.jpg
 run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -disposition:v attached_pic -f mp4 cover.m4a

@@ -8,8 +8,7 @@ using Clock = std::chrono::steady_clock;
 
 mpv::MpvOptions WithRoles(mpv::MpvOptions options) {
     if (options.roles.empty())
-        options.roles = {{"PlayerForm.Preview", mpv::Role::Preview, "Preview"},
-                         {"PlayerForm.Main", mpv::Role::Stage, "Main"}};
+        options.roles = {{"PlayerForm.Main", mpv::Role::Stage, "Main"}};
     return options;
 }
 

@@ -32,7 +32,7 @@ private:
 
 class MpvHarness : public PlayerHarness {
 public:
-    /// Roles of the suite's two players are added to the options.
+    /// The role of the suite's player is added to the options.
     explicit MpvHarness(mpv::MpvOptions options = {});
 
     MediaEngine& Media() override { return m_media; }
@@ -41,7 +41,6 @@ public:
     [[nodiscard]] double LengthSeconds() const override { return 5.0; }
     [[nodiscard]] std::string OtherClip() const override { return ClipPath("short.mp4"); }
     [[nodiscard]] double OtherLengthSeconds() const override { return 3.0; }
-    [[nodiscard]] std::string BadFile() const override { return ClipPath(".made"); }
     bool WaitUntil(const std::function<bool()>& condition) override;
     [[nodiscard]] double Now() const override;
     [[nodiscard]] double Tolerance() const override { return 0.25; }

@@ -1,6 +1,7 @@
 // The pictures as the windows get them.
 
 #include "engine_test.h"
+#include "platform/mpv/picture_path.h"
 
 #include <atomic>
 #include <cmath>
@@ -138,6 +139,21 @@ TEST_F(Pictures, ALoadOfOneTwinLeavesTheOtherAlone) {
     EXPECT_EQ(Stage().Duration(), 0.0);
     EXPECT_FALSE(Stage().Frames()->HasFrame());
     EXPECT_FALSE(Stage().Frames()->HasPicture());
+    Order(Preview(), {.running = true, .seekTo = 2.0});
+    EXPECT_TRUE(WaitUntil([&] { return *Grey(Preview()) > GreyAt(2.1); })) << "alone it decodes for itself";
+}
+
+TEST(PicturePath, NoPictureOfALeadThatIsOverPassesForOneOfTheNext) {
+    mpv::PicturePath leader(0, [] {});
+    mpv::PicturePath follower(0, [] {});
+    const unsigned first = leader.Lead(follower);
+    EXPECT_TRUE(follower.TakeLead({}, first));
+    EXPECT_TRUE(follower.HasFrame());
+    follower.Expect(); // the next file; a worker is still about to hand on a picture of the first
+    const unsigned second = leader.Lead(follower);
+    EXPECT_FALSE(follower.TakeLead({}, first));
+    EXPECT_FALSE(follower.HasFrame());
+    EXPECT_TRUE(follower.TakeLead({}, second));
 }
 
 TEST_F(Pictures, SecondsBetweenTwoPicturesDoNotHoldThePosition) {

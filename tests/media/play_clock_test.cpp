@@ -19,14 +19,15 @@ TEST(PlayClock, RunsAtItsRateBetweenReportsAndStandsOtherwise) {
     EXPECT_DOUBLE_EQ(clock.Read(At(5.0)), 10.0);
     clock.Observe(50.0, At(5.0)); // halted: what is left of the movie before
     EXPECT_DOUBLE_EQ(clock.Read(At(5.0)), 10.0);
+    EXPECT_FALSE(clock.Doubtful());
     clock.Start(At(6.0));
-    EXPECT_DOUBLE_EQ(clock.Read(At(7.0)), 11.0);
-    clock.SetRate(0.5, At(7.0));
-    EXPECT_DOUBLE_EQ(clock.Read(At(9.0)), 12.0);
-    clock.Halt(At(9.0));
-    EXPECT_DOUBLE_EQ(clock.Read(At(20.0)), 12.0);
+    EXPECT_DOUBLE_EQ(clock.Read(At(6.2)), 10.2);
+    clock.SetRate(0.5, At(6.2));
+    EXPECT_DOUBLE_EQ(clock.Read(At(6.3)), 10.25);
+    clock.Halt(At(6.3));
+    EXPECT_DOUBLE_EQ(clock.Read(At(20.0)), 10.25);
     clock.Start(At(30.0));
-    EXPECT_DOUBLE_EQ(clock.Read(At(32.0)), 13.0);
+    EXPECT_DOUBLE_EQ(clock.Read(At(30.2)), 10.35);
 }
 
 TEST(PlayClock, ReportsPullItWithoutAJoltAndNeverBackwards) {
@@ -51,11 +52,12 @@ TEST(PlayClock, AReportFarOffIsTakenAsItIs) {
     mpv::PlayClock clock;
     clock.Set(0.0);
     clock.Start(At(0.0));
-    clock.Observe(3.0, At(1.0));
-    EXPECT_DOUBLE_EQ(clock.Read(At(1.0)), 3.0);
-    clock.Observe(2.0, At(1.5)); // back: the reading waits for it
-    EXPECT_DOUBLE_EQ(clock.Read(At(1.6)), 3.0);
-    EXPECT_DOUBLE_EQ(clock.Read(At(3.0)), 3.5);
+    clock.Observe(3.0, At(0.1));
+    EXPECT_DOUBLE_EQ(clock.Read(At(0.1)), 3.0);
+    clock.Observe(2.0, At(0.15)); // back: the reading waits for it
+    clock.Observe(2.9, At(0.16));
+    EXPECT_DOUBLE_EQ(clock.Read(At(0.25)), 3.0);
+    EXPECT_DOUBLE_EQ(clock.Read(At(0.36)), 3.1);
 }
 
 TEST(PlayClock, TheFirstReportsOfAStartTellNothing) {
@@ -66,29 +68,35 @@ TEST(PlayClock, TheFirstReportsOfAStartTellNothing) {
         const double now = frame / 25.0;
         clock.Observe(frame <= 3 ? now : now - 0.04, At(now));
     }
-    EXPECT_TRUE(clock.Settled());
-    EXPECT_NEAR(clock.Read(At(2.0)), 2.0 - 0.04, 1e-6);
+    EXPECT_NEAR(clock.Read(At(0.5)), 0.5 - 0.04, 1e-6);
 }
 
-TEST(PlayClock, ReportsThatAreOffTellWhatChangesAfterTheStart) {
+TEST(PlayClock, WhereReportsCeaseItIsAskedAndStandsWithoutAnAnswerThatTellsMore) {
     mpv::PlayClock clock;
-    clock.Set(1.0);
-    clock.SetReportsOff(true);
+    clock.Set(0.0);
     clock.Start(At(0.0));
-    const auto play = [&](double from, double off) {
-        for (int report = 1; report <= 40; ++report)
-            clock.Observe(1.0 + from + report / 20.0 - off, At(from + report / 20.0));
+    double now = 0.0;
+    const auto ask = [&] { // the moment at which it is asked
+        now = mpv::TimePoint(*clock.Doubtful()).time_since_epoch() / std::chrono::duration<double>(1.0);
+        clock.Ask(At(now));
+        return now;
     };
-    play(0.0, 0.03);
-    EXPECT_NEAR(clock.Read(At(2.0)), 3.0, 1e-6) << "it goes by the start";
-    clock.Shift(-0.02);
-    EXPECT_NEAR(clock.Read(At(2.001)), 3.0, 1e-6) << "never backwards";
-    play(2.0, 0.03);
-    EXPECT_NEAR(clock.Read(At(4.0)), 4.98, 1e-6) << "the shift stays";
-    clock.Observe(9.0, At(4.02));
-    EXPECT_NEAR(clock.Read(At(4.02)), 5.0, 1e-6) << "over a gap of the sound";
-    play(4.1, 0.13);
-    EXPECT_NEAR(clock.Read(At(6.1)), 6.98, 0.01) << "it has waited for data";
+    for (int pictures = 0; pictures < 2; ++pictures) { // far between, under sound
+        EXPECT_LT(ask(), 1.3);
+        clock.Observe(now, At(now));
+        EXPECT_NEAR(clock.Read(At(now + 0.9)), now + 0.9, 1e-6);
+    }
+    ask(); // and under none
+    clock.Trust(At(now));
+    EXPECT_NEAR(clock.Read(At(now + 0.9)), now + 0.9, 1e-6);
+    const double stopped = ask() - 0.9;
+    for (int times = 0; times < 3; ++times) { // it has stopped, and its answer tells no more than where
+        clock.Observe(stopped, At(now));
+        ask();
+    }
+    EXPECT_LT(clock.Read(At(now + 60.0)), stopped + 1.2);
+    clock.Observe(stopped + 1.3, At(now)); // it has come on again
+    EXPECT_NEAR(clock.Read(At(now + 0.1)), stopped + 1.4, 1e-6);
 }
 
 } // namespace kirolane::tests

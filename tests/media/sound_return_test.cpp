@@ -139,8 +139,9 @@ TEST_F(SoundDevice, TwinsStayTogetherWhenTheirServerHangs) {
         const auto grey = Grey(engine);
         return grey && std::abs(*grey - GreyAt(engine.Position())) < 8.0;
     };
-    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 1.6 && !shows(Stage()); })) << "pictures stand";
-    EXPECT_TRUE(WaitUntil([&] { return shows(Stage()) && shows(Preview()); }, 3.0));
+    ASSERT_TRUE(WaitUntil([&] { return !shows(Stage()); })) << "pictures stand";
+    EXPECT_TRUE(WaitUntil([&] { return Stage().Position() > 2.5; }));
+    EXPECT_TRUE(WaitUntil([&] { return shows(Stage()) && shows(Preview()); }, 1.0));
     EXPECT_NEAR(Stage().Position(), Preview().Position(), 0.05);
 }
 

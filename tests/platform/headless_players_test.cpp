@@ -17,8 +17,6 @@ public:
         traits.length = kOtherLength;
         traits.dataEnd = kOtherLength - missing;
         m_headless.media.Script("other.mov", traits);
-        traits.opens = false;
-        m_headless.media.Script("bad.mov", traits);
     }
 
     MediaEngine& Media() override { return m_headless.media; }
@@ -27,7 +25,6 @@ public:
     [[nodiscard]] double LengthSeconds() const override { return kLength; }
     [[nodiscard]] std::string OtherClip() const override { return "/clips/other.mov"; }
     [[nodiscard]] double OtherLengthSeconds() const override { return kOtherLength; }
-    [[nodiscard]] std::string BadFile() const override { return "/clips/bad.mov"; }
 
     bool WaitUntil(const std::function<bool()>& condition) override {
         for (int steps = 0; steps < 2000; ++steps) {

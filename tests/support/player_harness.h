@@ -12,8 +12,7 @@ namespace kirolane::tests {
 /// What the player suite (player_suite.h) needs of a media engine. One harness serves one test: it is made
 /// before the runtime and goes after it.
 ///
-/// The suite makes a form "PlayerForm" with two players, "PlayerForm.Preview" and "PlayerForm.Main"; an
-/// engine that knows roles gives them those of the twins.
+/// The suite makes a form "PlayerForm" with the player "PlayerForm.Main".
 class PlayerHarness {
 public:
     virtual ~PlayerHarness() = default;
@@ -29,8 +28,6 @@ public:
     /// Another clip that plays, at least 1 s shorter.
     [[nodiscard]] virtual std::string OtherClip() const = 0;
     [[nodiscard]] virtual double OtherLengthSeconds() const = 0;
-    /// A readable regular file that no engine plays.
-    [[nodiscard]] virtual std::string BadFile() const = 0;
 
     /// Lets time pass, with all that the runtime has to do, until the condition holds; it is asked at least
     /// every 20 ms of the time that players play in. False if it does not hold within 20 s of that time.

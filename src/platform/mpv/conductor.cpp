@@ -79,12 +79,9 @@ void Conductor::Add(Player& player) {
 void Conductor::Remove(Player& player) {
     const std::lock_guard lock(m_mutex);
     std::erase(m_players, &player);
-    m_trim.Leave(player);
-    for (Player* other : m_players) {
-        if (other->RestsFromPictures())
-            other->ShowOwnPictures(Clock::now());
+    Forsake(player, Clock::now());
+    for (Player* other : m_players)
         other->Pictures().LeaveBehind(player.Pictures());
-    }
 }
 
 void Conductor::Wake() {
@@ -115,7 +112,7 @@ void Conductor::Run() {
                 player->Drain();
             const TimePoint now = Clock::now();
             for (Player* player : m_players)
-                player->GiveUpSeek(now);
+                player->TakeTime(now);
             for (Player* player : m_sound.Advance(m_players, now))
                 GoOnWithoutDevice(*player, now);
             Advance(now);
@@ -137,7 +134,7 @@ std::optional<TimePoint> Conductor::NextDeadline() const {
     for (const Player* player : m_players)
         if (const auto deadline = player->Deadline(); deadline && (!next || *deadline < *next))
             next = deadline;
-    for (const auto& deadline : {m_trim.Deadline(), m_sound.Deadline(), m_tidyAt})
+    for (const auto& deadline : {m_sound.Deadline(), m_tidyAt})
         if (deadline && (!next || *deadline < *next))
             next = deadline;
     return next;
@@ -150,19 +147,27 @@ void Conductor::Apply(std::span<const EngineOrder> orders) {
         m_lastFailure.clear();
         const TimePoint now = Clock::now();
         for (Player* player : m_players)
-            if (player->Ahead()) // nobody asked for it after all
-                player->Unload();
-        std::vector<Player*> starters;
-        for (const EngineOrder& each : orders) {
-            auto& player = static_cast<Player&>(*each.engine);
+            player->Hold(now);
+        for (const EngineOrder& each : orders)
+            if (auto& player = static_cast<Player&>(*each.engine); each.order.unload && player.Rests())
+                player.Unload(); // first: it need not wake
+        for (const EngineOrder& each : orders)
             if (each.order.unload) {
-                player.Unload();
+                Abandon(static_cast<Player&>(*each.engine), now);
                 m_tidyAt = now + kLetGo;
             }
-            player.Want(each.order);
-            if (player.StartsBy(each.order))
+        for (Player* player : m_players)
+            if (player->Ahead()) // nobody asked for it after all
+                Abandon(*player, now);
+        for (const EngineOrder& each : orders)
+            static_cast<Player&>(*each.engine).Want(each.order);
+        for (Player* player : m_players)
+            player->Settle(now);
+        ShareDecoding(now);
+        std::vector<Player*> starters;
+        for (const EngineOrder& each : orders)
+            if (auto& player = static_cast<Player&>(*each.engine); player.StartsBy(each.order))
                 starters.push_back(&player);
-        }
         if (starters.size() > 1) {
             ++m_lastGroup;
             for (Player* player : starters)
@@ -174,10 +179,7 @@ void Conductor::Apply(std::span<const EngineOrder> orders) {
 }
 
 void Conductor::Advance(TimePoint now) {
-    for (Player* player : m_players)
-        if (player->GetRole().role == Role::Stage)
-            if (Player* preview = TwinOf(*player); preview != nullptr)
-                ShareDecoding(*player, *preview, now);
+    ShareDecoding(now);
     for (Player* player : m_players)
         player->Advance(player->Group() != 0, now);
     for (Player* player : m_players) {
@@ -196,39 +198,35 @@ void Conductor::Advance(TimePoint now) {
             continue;
         std::vector<Player*> together;
         std::copy_if(m_players.begin(), m_players.end(), std::back_inserter(together), waits);
-        StartTogether(together, now);
+        for (Player* each : together)
+            each->Start();
     }
-    m_trim.Advance(now);
 }
 
 void Conductor::GoOnWithoutDevice(Player& player, TimePoint now) {
-    m_trim.Leave(player);
     try {
         Bury(player.GoOnIn(MakeDeck(player.GetRole()), now));
     } catch (const std::exception& e) {
         TellOnce(player.File(), e.what());
-        return;
     }
-    Player* twin = TwinOf(player);
-    if (twin == nullptr || !twin->Plays() || twin->File() != player.File() || !player.WantsToRun())
-        return;
-    ++m_lastGroup;
-    player.StartAgainWith(m_lastGroup, now);
-    twin->StartAgainWith(m_lastGroup, now);
 }
 
-void Conductor::StartTogether(const std::vector<Player*>& players, TimePoint now) {
-    Player* stage = nullptr;
-    Player* preview = nullptr;
-    for (Player* player : players) {
-        player->Start();
+void Conductor::ShareDecoding(TimePoint now) {
+    for (Player* player : m_players)
         if (player->GetRole().role == Role::Stage)
-            stage = player;
-        if (player->GetRole().role == Role::Preview)
-            preview = player;
-    }
-    if (stage != nullptr && preview != nullptr)
-        m_trim.Begin(*stage, *preview, now);
+            if (Player* preview = TwinOf(*player); preview != nullptr)
+                mpv::ShareDecoding(*player, *preview, now);
+}
+
+void Conductor::Abandon(Player& player, TimePoint now) {
+    Forsake(player, now);
+    player.Unload();
+}
+
+void Conductor::Forsake(const Player& lead, TimePoint now) {
+    for (Player* player : m_players)
+        if (player->RestsAt(lead))
+            player->Wake(now);
 }
 
 Player* Conductor::TwinOf(const Player& player) const {

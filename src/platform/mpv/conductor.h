@@ -7,7 +7,6 @@
 #include "platform/mpv/player.h"
 #include "platform/mpv/preparation.h"
 #include "platform/mpv/sound_return.h"
-#include "platform/mpv/start_trim.h"
 
 #include <condition_variable>
 #include <functional>
@@ -75,8 +74,8 @@ private:
     [[nodiscard]] std::optional<MediaFile> Looked(const std::string& nativePath, std::string& cause);
     /// Under the lock.
     void Advance(TimePoint now);
+    void ShareDecoding(TimePoint now);
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
-    void StartTogether(const std::vector<Player*>& players, TimePoint now);
     [[nodiscard]] Player* TwinOf(const Player& player) const;
     /// On a detached thread, since a file that does not answer may hold it up.
     void RunAside(std::function<void()> work) const;
@@ -92,6 +91,12 @@ private:
     void GoOnWithoutDevice(Player& player, TimePoint now);
     Preparation Prepared(const MediaFile& file);
     Length Measured(const MediaFile& file, const std::string& format, double told);
+    /// Wakes whoever rests at a player that is about to change its file, or to go.
+    void Forsake(const Player& lead, TimePoint now);
+    void Abandon(Player& player, TimePoint now);
+    /// Sets one of the twins, or both, to load the file that `player` is to hold. Returns the one whose
+    /// libmpv tells whether it plays.
+    Player& Open(Player& player, const MediaFile& file, const Preparation& preparation);
     bool Fail(Player& player, const std::string& path, const std::string& cause);
 
     const MpvOptions m_options;
@@ -102,7 +107,6 @@ private:
     // Under m_mutex.
     std::vector<Player*> m_players;
     unsigned m_lastGroup = 0;
-    StartTrim m_trim;
     MediaFile m_toldOf;                ///< the file of the last such line
     std::optional<TimePoint> m_tidyAt; ///< something has been closed, and nothing opened since
 

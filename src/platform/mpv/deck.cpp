@@ -129,10 +129,6 @@ void Deck::Seek(double seconds) {
     mpv_command_async(m_handle, Id(Topic::None), command);
 }
 
-void Deck::DecodePictures(bool decode) {
-    SetText("vid", decode ? "auto" : "no");
-}
-
 void Deck::TakeSoundUp(const std::string& outputs) {
     // By way of no sound at all: the command to open it anew would hold the picture up for half a second.
     SetText("aid", "no");

@@ -29,6 +29,7 @@ enum class Topic : std::uint64_t {
     Settled,      ///< the flag eof-reached after a restart; the last
     TrackCount,   ///< at the end of the data
     EndPosition,  ///< time-pos, after TrackCount
+    SoundPos,     ///< audio-pts, asked for while time-pos is silent; there while it plays sound
     Unpause,
 };
 
@@ -56,8 +57,6 @@ public:
     void Stop();
     void SetPause(bool pause);
     void Seek(double seconds);
-    /// Of the file now loaded.
-    void DecodePictures(bool decode);
     /// Where sound goes, of this file and the next: libmpv's names of outputs, comma-separated, to be tried
     /// in turn.
     void SetOutputs(const std::string& outputs) { SetText("ao", outputs.c_str()); }

@@ -2,6 +2,7 @@
 
 #include "platform/common/runtime.h"
 #include "platform/mpv/duration_probe.h"
+#include "platform/mpv/shared_decoding.h"
 #include "platform/mpv/thread_niceness.h"
 
 namespace kirolane::mpv {
@@ -92,77 +93,64 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     if (!cause.empty())
         return Fail(player, nativePath, cause);
 
-    // The twin is about to be given the same file: both load side by side.
-    const bool both = twin != nullptr && twin->Free() && !twin->Ahead();
-    const bool stage = player.GetRole().role == Role::Stage;
-    if (!player.Ahead() || player.File() != *file) {
-        player.Open(*file, preparation, false, both && !stage);
-        m_takeOver = Clock::now() + kTakeOver;
-        m_toldOf = {};
-    }
-    player.Claim();
-    if (both) {
-        twin->Open(*file, preparation, true, stage);
-        (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
-    }
+    Player& opener = Open(player, *file, preparation);
     lock.unlock();
 
     const auto taken = [&] {
         const std::lock_guard locked(m_mutex);
-        return player.Taken();
+        return opener.Taken();
     };
     if (!m_loadWait->Until(m_takeOver, taken, [this] { ShowPictures(); })) {
         // In a player of its own, then; the other comes to its end when its medium lets it.
         try {
             if (!prepared)
                 preparation = Prepared(*file);
-            auto deck = MakeDeck(player.GetRole());
+            auto deck = MakeDeck(opener.GetRole());
             lock.lock();
-            Bury(player.Replace(std::move(deck)));
+            Bury(opener.Replace(std::move(deck)));
             lock.unlock();
-            SettleOutputs(player, m_sound.ServerHangs());
+            SettleOutputs(opener, m_sound.ServerHangs());
             lock.lock();
         } catch (const std::exception& e) {
             if (!lock.owns_lock())
                 lock.lock();
             return Fail(player, nativePath, e.what());
         }
-        player.Open(*file, preparation, false, both && !stage);
-        if (twin != nullptr && twin->GetPhase() != Player::Phase::Empty && twin->File() == *file)
-            (stage ? player : *twin).Pictures().Lead((stage ? *twin : player).Pictures());
+        opener.Open(*file, preparation, &opener != &player);
+        for (Player* other : m_players)
+            if (other->RestsAt(opener))
+                opener.Pictures().Lead(other->Pictures());
         lock.unlock();
     }
 
     const auto done = [&] {
         const std::lock_guard locked(m_mutex);
-        // What one of the twins can decode need not be waited for in the other.
-        const bool decoded =
-            player.Decoded() || (twin != nullptr && twin->GetPhase() != Player::Phase::Empty &&
-                                 twin->File() == *file && twin->Decoded());
-        return !player.Failure().empty() || (player.Described() && decoded);
+        return !opener.Failure().empty() || (opener.Described() && opener.Decoded());
     };
     const bool answered = m_loadWait->Until(*m_loadDeadline, done, [this] { ShowPictures(); });
     lock.lock();
+    if (!answered && player.Rests()) // the lead is about to be asked for the same, and cleared away
+        return Fail(player, nativePath, kNoAnswer);
     if (!answered) {
         try {
+            Forsake(player, Clock::now());
             Bury(player.Replace(MakeDeck(player.GetRole())));
         } catch (const std::exception& e) {
-            player.Unload();
             return Fail(player, nativePath, e.what());
         }
         return Fail(player, nativePath, kNoAnswer);
     }
-    if (!player.Failure().empty()) {
-        cause = player.Failure();
+    if (!opener.Failure().empty()) {
+        cause = opener.Failure();
         return Fail(player, nativePath, cause);
     }
-    const std::string format = player.Format();
-    const double told = player.ContainerDuration();
+    const std::string format = opener.Format();
+    const double told = opener.ContainerDuration();
     lock.unlock(); // measuring takes its time
     if (m_measured.file != *file || m_measured.length.seconds <= 0.0)
         m_measured = {*file, Measured(*file, format, told)};
     lock.lock();
-    player.Opened(m_measured.length.seconds, m_measured.length.exact, Clock::now());
+    player.Opened(format, m_measured.length.seconds, m_measured.length.exact, Clock::now());
     lock.unlock();
     Wake();
     return true;
@@ -223,8 +211,33 @@ Length Conductor::Measured(const MediaFile& file, const std::string& format, dou
     return Await<Length>(work, deadline).value_or(GuessLength(told));
 }
 
+Player& Conductor::Open(Player& player, const MediaFile& file, const Preparation& preparation) {
+    Player* twin = TwinOf(player);
+    if (player.GetRole().role == Role::Preview && twin != nullptr) {
+        const bool free = twin->Free() && !twin->Ahead(); // it is about to be given the same file
+        if (free) {
+            player.Unload(); // it may rest there still
+            twin->Open(file, preparation, true);
+            m_takeOver = Clock::now() + kTakeOver;
+            m_toldOf = {};
+        }
+        if (free || StandsAtBeginning(*twin, file)) {
+            player.OpenAtRest(file, preparation, *twin);
+            return *twin;
+        }
+    }
+    if (!player.Ahead() || player.File() != file) {
+        Forsake(player, Clock::now());
+        player.Open(file, preparation, false);
+        m_takeOver = Clock::now() + kTakeOver;
+        m_toldOf = {};
+    }
+    player.Claim();
+    return player;
+}
+
 bool Conductor::Fail(Player& player, const std::string& path, const std::string& cause) {
-    player.Unload();
+    Abandon(player, Clock::now());
     const std::string line = path + ": " + cause;
     if (line != m_lastFailure) // once for both twins
         Runtime::WriteLine(line);

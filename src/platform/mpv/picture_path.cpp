@@ -35,6 +35,7 @@ void PicturePath::Attach(mpv_render_context* renderer) {
     {
         const std::lock_guard lock(m_mutex);
         m_renderer = renderer;
+        m_own = false; // what is shown stays until its first picture
     }
     // Called at once, and then on libmpv's threads.
     mpv_render_context_set_update_callback(
@@ -77,7 +78,9 @@ void PicturePath::Expect() {
 
 void PicturePath::FileStarted() {
     const std::lock_guard lock(m_mutex);
-    m_progress = Progress::Started;
+    if (m_progress == Progress::Expected) // else it shows this very file already, the leader's pictures of it
+        m_progress = Progress::Started;
+    m_resting = false;
     ++m_epoch;
 }
 
@@ -101,16 +104,20 @@ void PicturePath::SetHasPicture(bool has) {
         m_follower->m_hasPicture = has;
 }
 
-void PicturePath::Lead(PicturePath& follower) {
-    {
-        const std::lock_guard lock(follower.m_mutex);
-        follower.m_led = true;
-    }
+unsigned PicturePath::Lead(PicturePath& follower) {
+    unsigned lead = 0;
     {
         const std::lock_guard lock(m_mutex);
+        const std::lock_guard other(follower.m_mutex);
         m_follower = &follower;
+        m_followerLead = lead = ++follower.m_lead;
+        follower.m_led = true;
+        follower.m_resting = true;
+        follower.m_own = false;
+        follower.m_hasPicture = m_hasPicture;
     }
     DrawAgain();
+    return lead;
 }
 
 void PicturePath::LeaveBehind(const PicturePath& follower) {
@@ -119,12 +126,6 @@ void PicturePath::LeaveBehind(const PicturePath& follower) {
         return;
     m_follower = nullptr;
     m_rested.wait(lock, [this] { return !m_busy; });
-}
-
-void PicturePath::SetResting(bool resting) {
-    const std::lock_guard lock(m_mutex);
-    m_resting = resting;
-    m_own = false;
 }
 
 void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
@@ -290,33 +291,31 @@ void PicturePath::Publish(Buffer& buffer) {
 
 void PicturePath::ShowToFollower(std::unique_lock<std::mutex>& lock) {
     PicturePath* follower = m_follower;
+    const unsigned lead = m_followerLead;
     lock.unlock();
     Buffer picture;
     {
         const std::lock_guard front(m_frontMutex);
         picture = m_front;
     }
-    const bool follows = follower->TakeLead(picture);
+    const bool follows = follower->TakeLead(picture, lead);
     lock.lock();
-    if (!follows && m_follower == follower)
+    if (!follows && m_follower == follower && m_followerLead == lead)
         m_follower = nullptr;
 }
 
-bool PicturePath::TakeLead(const Buffer& picture) {
-    std::unique_lock lock(m_mutex);
-    if (!m_led || m_own)
-        return false;
-    if (m_progress < Progress::Started)
-        return true;
-    const unsigned epoch = m_epoch;
-    lock.unlock();
+bool PicturePath::TakeLead(const Buffer& picture, unsigned lead) {
     Buffer shared = picture;
     shared.lent = true;
-    Publish(shared);
-    lock.lock();
-    if (epoch == m_epoch)
+    {
+        // Both: no other file may come in between.
+        const std::lock_guard front(m_frontMutex);
+        const std::lock_guard lock(m_mutex);
+        if (lead != m_lead || !m_led || m_own)
+            return false;
+        std::swap(m_front, shared);
         m_progress = Progress::Shown;
-    lock.unlock();
+    }
     Tell();
     return true;
 }

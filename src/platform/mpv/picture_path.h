@@ -32,24 +32,31 @@ public:
 
     /// A file is about to be loaded, or unloaded: what is shown is of the file before.
     void Expect();
-    /// From here on new pictures are those of the file being loaded.
+    /// From here on the renderer's new pictures are those of the file being loaded. Ends a rest: the leader's
+    /// are shown up to the first of them.
     void FileStarted();
     /// The renderer has been given the file's first picture.
     void FirstPictureTaken();
     /// For a follower that rests, too.
     void SetHasPicture(bool has);
 
-    /// Until the next Expect of one of them: `follower`, which holds the same file, shows this one's pictures
-    /// while it has none of its own, or rests.
-    void Lead(PicturePath& follower);
-    /// A resting one shows none of its own. Afterwards it goes on with the leader's up to the first of its
-    /// own.
-    void SetResting(bool resting);
+    /// Until the next Expect of one of them: `follower`, which holds the same file, rests and shows this
+    /// one's pictures instead of its own.
+    /// Returns the number of this lead.
+    unsigned Lead(PicturePath& follower);
     /// Leads that one no more, which is about to go.
     void LeaveBehind(const PicturePath& follower);
 
     /// Main thread, while the event loop is held up.
     void Paint() const;
+    struct Buffer {
+        std::shared_ptr<std::uint8_t> pixels; ///< a follower's and a visitor's too
+        bool lent = false;                    ///< by the leader
+        std::size_t bytes = 0;
+        FrameView view;
+    };
+    /// The follower's: the leader's new picture, of that lead. False if there is no use for it.
+    bool TakeLead(const Buffer& picture, unsigned lead);
 
     // FrameSource.
     void SetSize(std::int32_t width, std::int32_t height) override;
@@ -63,12 +70,6 @@ public:
     void Forget();
 
 private:
-    struct Buffer {
-        std::shared_ptr<std::uint8_t> pixels; ///< a follower's and a visitor's too
-        bool lent = false;                    ///< by the leader
-        std::size_t bytes = 0;
-        FrameView view;
-    };
     struct Size {
         std::int32_t width = 0;
         std::int32_t height = 0;
@@ -85,8 +86,6 @@ private:
     void Publish(Buffer& buffer);
     /// The worker's; entered and left with the lock.
     void ShowToFollower(std::unique_lock<std::mutex>& lock);
-    /// The follower's: the leader's new picture. False if there is no use for it.
-    bool TakeLead(const Buffer& picture);
     /// Has the worker draw its picture once more, for a new size or a new follower.
     void DrawAgain();
     /// Large enough for the follower too.
@@ -105,11 +104,13 @@ private:
     bool m_own = false;   ///< the renderer holds a picture of this file
     bool m_hasPicture = false;
     bool m_resting = false;
-    bool m_led = false; ///< takes a leader's pictures while it has none of its own
+    bool m_led = false;  ///< takes a leader's pictures while it has none of its own
+    unsigned m_lead = 0; ///< counts the leads: a picture may be under way from one that is over
     PicturePath* m_follower = nullptr;
-    bool m_wake = false;  ///< the renderer has something
-    bool m_again = false; ///< draw once more
-    bool m_first = false; ///< draw once more: it is the file's first picture
+    unsigned m_followerLead = 0; ///< the follower's number of this lead
+    bool m_wake = false;         ///< the renderer has something
+    bool m_again = false;        ///< draw once more
+    bool m_first = false;        ///< draw once more: it is the file's first picture
     bool m_tell = false;
     bool m_busy = false; ///< the worker uses the renderer or the follower
     bool m_quit = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 namespace kirolane::mpv {
 
@@ -8,9 +9,9 @@ using Clock = std::chrono::steady_clock;
 using TimePoint = Clock::time_point;
 
 /// A smooth position made of libmpv's reports, which come about once a frame. Between reports time runs on at
-/// the rate. A report can only be late, by the waits of threads: of a few in a row the least late corrects
-/// the reading; those of a start's first moments tell nothing. Readings never go backwards but by Set.
-/// Seconds of the movie.
+/// the rate, but not for long: where they cease the player may stand, so somebody has to ask. A report can
+/// only be late, by the waits of threads: of a few in a row the least late corrects the reading; those of a
+/// start's first moments tell nothing. Readings never go backwards but by Set. Seconds of the movie.
 class PlayClock {
 public:
     /// Halts at that position.
@@ -18,20 +19,26 @@ public:
     void Start(TimePoint now);
     void Halt(TimePoint now);
     void SetRate(double rate, TimePoint now);
-    void Shift(double seconds);
-    /// The reports are off by a constant: the first ones after each start tell it, so that the reading goes
-    /// by the start. One that leaps ahead is then none of the movie's.
-    void SetReportsOff(bool off);
     /// libmpv reported this position. Ignored while halted.
     void Observe(double position, TimePoint now);
 
+    /// From when on libmpv is to be asked where it is: its reports have ceased. Nothing while halted.
+    [[nodiscard]] std::optional<TimePoint> Doubtful() const;
+    /// It is being asked. The answer comes by Observe or Trust; without one, or with one that tells nothing
+    /// new, the reading soon stands.
+    void Ask(TimePoint now);
+    /// It plays on, though it cannot tell where.
+    void Trust(TimePoint now);
+
     [[nodiscard]] double Read(TimePoint now) const;
     [[nodiscard]] bool Running() const { return m_running; }
-    /// Reports have corrected the reading since the start.
-    [[nodiscard]] bool Settled() const { return m_running && m_settled; }
 
 private:
     [[nodiscard]] double Raw(TimePoint now) const;
+    /// Counts from now on, without the time in which the reading stood.
+    void Resume(TimePoint now);
+    /// It plays; the next word is to come within `silence`.
+    void Expect(TimePoint now, Clock::duration silence);
     void Correct(double position, TimePoint now);
     /// A few reports in a row lie off the reading by that much.
     void TakeError(double error, TimePoint now);
@@ -44,8 +51,10 @@ private:
     mutable double m_lastRead = 0.0;
     bool m_settled = false;
     TimePoint m_judgedFrom;
-    bool m_reportsOff = false;
-    double m_offset = 0.0;    ///< to be added to a report
+    double m_lastReport = 0.0;
+    TimePoint m_doubtful;
+    TimePoint m_standsFrom; ///< the reading, unless a report comes
+    bool m_asked = false;
     int m_reports = 0;        ///< since the last correction
     double m_leastLate = 0.0; ///< of those, how far ahead of the reading
 };

@@ -69,10 +69,12 @@ double Player::PositionAsOf(Instant at) const {
 }
 
 double Player::AimAt(TimePoint now) const {
-    if (m_nextSeek)
+    if (!Rests() && m_nextSeek)
         return *m_nextSeek;
     if (m_flight)
         return m_flight->target;
+    if (Rests() && !AtEndAt(now))
+        return std::clamp(RestAim(now), 0.0, m_duration);
     return AtEndAt(now) ? m_duration : std::clamp(m_clock.Read(now), 0.0, m_duration);
 }
 
@@ -82,8 +84,9 @@ bool Player::AtEnd() const {
 }
 
 bool Player::AtEndAt(TimePoint now) const {
-    return m_phase == Phase::Open && !m_flight && !m_nextSeek &&
-           (m_eof || (m_rests && m_clock.Read(now) >= m_duration));
+    if (Rests())
+        return m_phase == Phase::Open && m_lead->AtEndAt(now);
+    return m_phase == Phase::Open && !m_flight && !m_nextSeek && m_eof;
 }
 
 void Player::Reset() {
@@ -91,7 +94,6 @@ void Player::Reset() {
     m_ahead = false;
     m_duration = 0.0;
     m_exact = false;
-    m_started = false;
     m_described = false;
     m_decoded = false;
     m_hasSound = false;
@@ -99,43 +101,76 @@ void Player::Reset() {
     m_containerDuration = 0.0;
     m_failure.clear();
     m_running = false;
+    m_endTold = false;
+    m_moreTracks = false;
+    m_gaveUp = false;
+    m_lead = nullptr;
+    Empty();
+    m_pictures.Expect();
+}
+
+void Player::Empty() {
+    m_loading = false;
+    m_started = false;
     m_nextSeek.reset();
     m_group = 0;
     m_flight.reset();
     m_standsAt.reset();
     m_eof = false;
-    m_endTold = false;
-    m_moreTracks = false;
-    SetResting(false);
     if (m_toldRunning)
         m_deck->SetPause(true);
     m_toldRunning = false;
     m_clock.Set(0.0);
-    m_pictures.Expect();
 }
 
-void Player::Open(const MediaFile& file, const Preparation& preparation, bool ahead, bool resting) {
+void Player::Open(const MediaFile& file, const Preparation& preparation, bool ahead) {
     Reset();
     m_phase = Phase::Opening;
     m_file = file;
     m_ahead = ahead;
-    m_flight = Flight{0.0, TimePoint::max()};
+    TakePreparation(preparation);
+    LoadFrom(0.0, Clock::now());
+    m_flight->limit = TimePoint::max();
+}
+
+void Player::TakePreparation(const Preparation& preparation) {
     m_midi = preparation.midi.sound;
+    m_uri = m_midi == nullptr ? m_file.path : preparation.midi.uri;
     m_header = preparation.header;
-    TellLevels(Clock::now()); // before anything is decoded ahead at others
-    SetResting(resting && m_midi == nullptr);
-    m_uri = m_midi == nullptr ? file.path : preparation.midi.uri;
-    LoadFile(!m_rests && m_role.role != Role::Sound);
+    m_askedForPictures = m_role.role != Role::Sound;
 }
 
-void Player::LoadFile(bool pictures, double start) {
+void Player::OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead) {
+    Unload();
+    m_phase = Phase::Opening;
+    m_file = file;
+    TakePreparation(preparation);
+    m_restsFrom = 0.0;
+    m_leadFrom = 0.0;
+    m_lead = &lead;
+    lead.m_pictures.Lead(m_pictures);
+}
+
+void Player::LoadFrom(double seconds, TimePoint now) {
+    TellLevels(now); // before anything is decoded ahead at others
+    SetSeekLead();
+    m_clock.Set(seconds);
+    m_flight = Flight{seconds, now + m_conductor->Options().seekLimit};
+    m_decoded = false;
+    LoadFile(m_askedForPictures, seconds);
+}
+
+void Player::LoadFile(bool pictures, double from) {
     m_askedForPictures = pictures;
+    m_loading = true;
+    m_started = false;
     ++m_loadsUnderWay;
-    m_deck->Load(m_uri, pictures, m_header.turn, start);
+    m_deck->Load(m_uri, pictures, m_header.turn, from);
 }
 
-void Player::Opened(double duration, bool exact, TimePoint now) {
+void Player::Opened(const std::string& format, double duration, bool exact, TimePoint now) {
     m_phase = Phase::Open;
+    m_format = format;
     m_duration = duration;
     m_exact = exact;
     if (m_flight)
@@ -175,20 +210,10 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
 std::unique_ptr<Deck> Player::GoOnIn(std::unique_ptr<Deck> deck, TimePoint now) {
     const double place = AimAt(now);
     std::unique_ptr<Deck> old = Exchange(std::move(deck));
-    m_pictures.SetResting(false); // what is seen stays until the first picture
-    m_clock.Set(place);
     m_nextSeek.reset();
-    m_flight = Flight{place, now + m_conductor->Options().seekLimit};
-    TellLevels(now);
     SetOutputs(std::string(kNoOutput));
-    LoadFile(m_askedForPictures, place);
+    LoadFrom(place, now);
     return old;
-}
-
-void Player::StartAgainWith(unsigned group, TimePoint now) {
-    if (!m_flight)
-        m_nextSeek = AimAt(now);
-    m_group = group;
 }
 
 void Player::Want(const PlayerOrder& order) {
@@ -199,7 +224,7 @@ void Player::Want(const PlayerOrder& order) {
     m_running = order.running;
     if (!m_running)
         m_group = 0;
-    if (!order.seekTo)
+    if (!order.seekTo || m_gaveUp)
         return;
     // Where it stands, or goes already, without running: equal orders are one seek.
     const std::optional<double> place = m_nextSeek ? m_nextSeek
@@ -210,7 +235,8 @@ void Player::Want(const PlayerOrder& order) {
 }
 
 bool Player::StartsBy(const PlayerOrder& order) const {
-    return m_phase == Phase::Open && order.running && (!m_toldRunning || order.seekTo || m_group != 0);
+    return m_phase == Phase::Open && !Rests() && order.running &&
+           (!m_toldRunning || order.seekTo || m_group != 0);
 }
 
 void Player::Start() {
@@ -230,10 +256,10 @@ void Player::Halt(TimePoint now) {
 }
 
 void Player::TellLevels(TimePoint now) {
-    if (const double rate = m_rate * m_nudge; m_toldRate != rate) {
-        m_deck->SetNumber("speed", rate);
-        m_clock.SetRate(rate, now);
-        m_toldRate = rate;
+    if (m_toldRate != m_rate) {
+        m_deck->SetNumber("speed", m_rate);
+        m_clock.SetRate(m_rate, now);
+        m_toldRate = m_rate;
     }
     if (m_toldVolume != m_volume) {
         m_deck->SetNumber("volume", CubicVolume(m_volume));
@@ -241,26 +267,16 @@ void Player::TellLevels(TimePoint now) {
     }
 }
 
-bool Player::Plays() const {
-    return m_phase == Phase::Open && m_running && m_toldRunning && !m_flight && !m_nextSeek && !m_eof;
-}
-
-void Player::Nudge(double factor, TimePoint now) {
-    m_nudge = factor;
-    if (m_phase == Phase::Open)
-        TellLevels(now);
-}
-
 void Player::Advance(bool haltToSeek, TimePoint now) {
-    if (m_phase == Phase::Empty)
+    if (m_phase == Phase::Empty || Rests())
         return;
     TellLevels(now);
     if (m_phase != Phase::Open)
         return;
     if (!m_running)
         Halt(now);
-    if (!m_nextSeek || m_flight) // one at a time: its end is then told from the next one's
-        return;
+    if (!m_nextSeek || (m_flight && !m_flight->late))
+        return; // one at a time: its end is then told from the next one's
     if (haltToSeek)
         Halt(now);
     m_deck->Seek(*m_nextSeek);
@@ -271,34 +287,43 @@ void Player::Advance(bool haltToSeek, TimePoint now) {
 }
 
 std::optional<TimePoint> Player::Deadline() const {
-    if (m_phase != Phase::Open || !m_flight)
+    if (m_phase != Phase::Open || Rests())
         return std::nullopt;
-    return m_flight->limit;
+    if (m_flight)
+        return m_flight->late ? std::nullopt : std::optional(m_flight->limit);
+    return m_eof ? std::nullopt : m_clock.Doubtful();
 }
 
-void Player::GiveUpSeek(TimePoint now) {
-    if (const auto deadline = Deadline(); deadline && *deadline <= now)
-        Land(now);
+void Player::TakeTime(TimePoint now) {
+    const auto deadline = Deadline();
+    if (!deadline || *deadline > now)
+        return;
+    if (m_flight) {
+        m_flight->late = true;
+        return;
+    }
+    m_clock.Ask(now);
+    m_deck->Ask("audio-pts", MPV_FORMAT_DOUBLE, Topic::SoundPos);
 }
 
-void Player::SetResting(bool resting) {
-    m_rests = resting;
-    m_soundOut = false;
-    m_clock.SetReportsOff(resting); // sound without pictures may begin early or late, and leaps over its gaps
-    m_pictures.SetResting(resting);
+void Player::RestAt(Player& lead, TimePoint now) {
+    m_restsFrom = AimAt(now);
+    m_leadFrom = lead.AimAt(now);
+    Empty();
+    m_deck->Stop();
+    m_lead = &lead;
+    lead.m_pictures.Lead(m_pictures);
 }
 
-void Player::RestFromPictures(PicturePath& twin) {
-    SetResting(true);
-    twin.Lead(m_pictures);
-    m_deck->DecodePictures(false);
+double Player::RestAim(TimePoint now) const {
+    return m_restsFrom + (m_lead->AimAt(now) - m_leadFrom);
 }
 
-void Player::ShowOwnPictures(TimePoint now) {
-    m_deck->DecodePictures(true);
-    if (!m_nextSeek) // libmpv takes pictures up where its sound is, which may have come to its end
-        m_nextSeek = AimAt(now);
-    SetResting(false);
+void Player::Hold(TimePoint now) {
+    if (!Rests())
+        return;
+    m_restsFrom = RestAim(now);
+    m_leadFrom = m_lead->AimAt(now);
 }
 
 Player::Hearing Player::GetHearing() const {
@@ -327,8 +352,18 @@ std::optional<TimePoint> Player::DoubtedFrom() const {
     return m_lastWord + kWordless;
 }
 
-void Player::EndWithTwin() {
-    m_eof = true;
+void Player::Settle(TimePoint now) {
+    if (!Rests())
+        return;
+    m_restsFrom = m_nextSeek.value_or(m_restsFrom);
+    m_leadFrom = m_lead->AimAt(now);
+    m_nextSeek.reset();
+}
+
+void Player::Wake(TimePoint now) {
+    const double place = AimAt(now);
+    m_lead = nullptr;
+    LoadFrom(place, now);
 }
 
 void Player::Land(TimePoint now) {

@@ -51,8 +51,11 @@ public:
     [[nodiscard]] bool HasDeck() const { return m_deck != nullptr; }
     void Furnish(std::unique_ptr<Deck> deck);
     /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
-    /// asked for it. `resting`: the twin opens the same file, and decodes the pictures.
-    void Open(const MediaFile& file, const Preparation& preparation, bool ahead, bool resting);
+    /// asked for it.
+    void Open(const MediaFile& file, const Preparation& preparation, bool ahead);
+    /// Opens it without libmpv, to rest at `lead`, which stands at the beginning of the same file or is about
+    /// to.
+    void OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead);
     /// It is what a Load asked for.
     void Claim() { m_ahead = false; }
     [[nodiscard]] bool Ahead() const { return m_ahead; }
@@ -72,15 +75,13 @@ public:
     /// A picture or sound of the file has been decoded.
     [[nodiscard]] bool Decoded() const { return m_decoded; }
     /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
-    void Opened(double duration, bool exact, TimePoint now);
+    void Opened(const std::string& format, double duration, bool exact, TimePoint now);
     /// Empties the player.
     void Unload();
     /// Takes a new deck in place of one that does not answer, and gives that back. Empties the player.
     std::unique_ptr<Deck> Replace(std::unique_ptr<Deck> deck);
     /// The same, but goes on in the new one where it is, without a sound device.
     std::unique_ptr<Deck> GoOnIn(std::unique_ptr<Deck> deck, TimePoint now);
-    /// Starts together with those of the group once all stand where they are to be.
-    void StartAgainWith(unsigned group, TimePoint now);
 
     // Playing.
 
@@ -89,43 +90,42 @@ public:
     [[nodiscard]] bool StartsBy(const PlayerOrder& order) const;
     [[nodiscard]] unsigned Group() const { return m_group; }
     void SetGroup(unsigned group) { m_group = group; }
-    [[nodiscard]] bool WantsStart() const { return m_phase == Phase::Open && m_running && !m_toldRunning; }
-    /// Stands where it is to start from.
-    [[nodiscard]] bool Ready() const { return !m_nextSeek && !m_flight; }
+    [[nodiscard]] bool WantsStart() const {
+        return m_phase == Phase::Open && !Rests() && m_running && !m_toldRunning;
+    }
+    /// Stands where it is to start from, or has been waited for long enough.
+    [[nodiscard]] bool Ready() const { return !m_nextSeek && (!m_flight || m_flight->late); }
     void Start();
-    /// It runs, and nothing else has been ordered.
-    [[nodiscard]] bool Plays() const;
-    [[nodiscard]] double Rate() const { return m_rate; }
-    /// Seconds.
-    [[nodiscard]] double PositionAt(TimePoint now) const { return m_clock.Read(now); }
-    /// libmpv's reports have corrected it, or it does not wait for them.
-    [[nodiscard]] bool PositionSettled() const { return m_rests ? m_clock.Running() : m_clock.Settled(); }
-    /// Plays at that many times its rate.
-    void Nudge(double factor, TimePoint now);
-    /// Counts its position from there.
-    void Shift(double seconds) { m_clock.Shift(seconds); }
     /// Tells libmpv what it need not wait for. `haltToSeek`: others are to go on with it after the seek.
     void Advance(bool haltToSeek, TimePoint now);
-    /// When the wait for a seek ends, if there is one.
+    /// When time alone is to be looked at again: the wait for a seek ends, or reports have ceased.
     [[nodiscard]] std::optional<TimePoint> Deadline() const;
-    void GiveUpSeek(TimePoint now);
+    void TakeTime(TimePoint now);
 
-    // Sharing the twin's pictures.
+    // Resting at the twin.
 
     [[nodiscard]] bool WantsToRun() const { return m_running; }
-    /// Halted, and come to where it was sent.
-    [[nodiscard]] bool Stands() const { return m_phase == Phase::Open && !m_toldRunning && Ready(); }
+    [[nodiscard]] double Rate() const { return m_rate; }
+    /// Plays on by itself, without an order under way.
+    [[nodiscard]] bool UnderWay() const { return m_toldRunning && Ready(); }
+    /// Its pictures change, whoever decodes them.
+    [[nodiscard]] bool Plays() const {
+        return m_phase == Phase::Open && m_running && (Rests() || (UnderWay() && !m_eof));
+    }
     /// Where it stands, or is sent to, in seconds.
     [[nodiscard]] double AimAt(TimePoint now) const;
-    /// The file plays with sound.
-    [[nodiscard]] bool HasSound() const { return m_hasSound; }
     [[nodiscard]] bool AtEndAt(TimePoint now) const;
-    /// Decodes no pictures; those of the twin, which plays the same file, are shown instead.
-    void RestFromPictures(PicturePath& twin);
-    [[nodiscard]] bool RestsFromPictures() const { return m_rests; }
-    void ShowOwnPictures(TimePoint now);
-    /// The twin has come to the end of its pictures and its sound.
-    void EndWithTwin();
+    /// Empties its libmpv. Position, end and pictures are those of `lead`, which plays the same file, the
+    /// position less the distance at which they are.
+    void RestAt(Player& lead, TimePoint now);
+    [[nodiscard]] bool Rests() const { return m_lead != nullptr; }
+    [[nodiscard]] bool RestsAt(const Player& lead) const { return m_lead == &lead; }
+    /// About to be ordered: whatever comes to the lead leaves this one where it is now, until Settle.
+    void Hold(TimePoint now);
+    /// It has been ordered: keeps the distance between where orders have sent the two.
+    void Settle(TimePoint now);
+    /// Loads its file and plays for itself, from its own position.
+    void Wake(TimePoint now);
 
     // Its sound device.
 
@@ -153,6 +153,7 @@ private:
     struct Flight {
         double target = 0.0;
         TimePoint limit;
+        bool late = false;     ///< not waited for any more
         bool settling = false; ///< it has come back; the last reply is awaited
     };
 
@@ -160,9 +161,14 @@ private:
     void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
-    void LoadFile(bool pictures, double start = 0.0);
     std::unique_ptr<Deck> Exchange(std::unique_ptr<Deck> deck);
-    void SetResting(bool resting);
+    void TakePreparation(const Preparation& preparation);
+    void LoadFile(bool pictures, double from);
+    void LoadFrom(double seconds, TimePoint now);
+    /// libmpv is to hold nothing.
+    void Empty();
+    /// Where it is while it rests, also a little outside the movie.
+    [[nodiscard]] double RestAim(TimePoint now) const;
     void TakeRestart();
     void SetSeekLead();
     void Land(TimePoint now);
@@ -193,7 +199,8 @@ private:
     // The opening.
     int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken
     bool m_askedForPictures = false;
-    bool m_started = false;
+    bool m_loading = false;   ///< libmpv has not yet started the file
+    bool m_started = false;   ///< nor ended it
     std::int64_t m_entry = 0; ///< libmpv's number of the file that it started
     bool m_described = false;
     bool m_decoded = false;
@@ -205,14 +212,13 @@ private:
     // What is wanted.
     bool m_running = false;
     double m_rate = 1.0;
-    double m_nudge = 1.0; ///< times the rate
     std::int32_t m_volume = 256;
     std::optional<double> m_nextSeek; ///< not yet told
     unsigned m_group = 0;             ///< players of one group start together
 
     // What libmpv has been told.
     bool m_toldRunning = false;
-    double m_toldRate = 1.0; ///< with the nudge
+    double m_toldRate = 1.0;
     std::int32_t m_toldVolume = 256;
     double m_toldSeekLead = 0.0;
     std::string m_outputs;
@@ -226,9 +232,11 @@ private:
     bool m_eof = false;
     bool m_endTold = false;
     bool m_moreTracks = false; ///< than the one that plays, maybe longer ones
+    bool m_gaveUp = false;     ///< in the middle of the file; no seek moves it any more
 
-    bool m_rests = false;    ///< from decoding pictures
-    bool m_soundOut = false; ///< resting, it has come to the end of its sound; pictures may go on
+    const Player* m_lead = nullptr; ///< null unless it rests
+    double m_restsFrom = 0.0;       ///< where it was
+    double m_leadFrom = 0.0;        ///< when the lead was there
 };
 
 } // namespace kirolane::mpv

@@ -65,12 +65,12 @@ void Player::Take(const mpv_event& event, TimePoint now) {
         TakeReply(topic, event, now);
         break;
     case MPV_EVENT_START_FILE:
-        if (m_phase == Phase::Empty || m_loadsUnderWay > 0)
+        if (!m_loading || m_loadsUnderWay > 0)
             break;
+        m_loading = false;
         m_started = true;
         m_entry = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
-        if (m_phase == Phase::Opening)
-            m_pictures.FileStarted();
+        m_pictures.FileStarted();
         break;
     case MPV_EVENT_FILE_LOADED:
         if (!m_started || m_loadsUnderWay > 0)
@@ -96,7 +96,7 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
             m_output = *output;
         return;
     }
-    if (m_phase == Phase::Empty || m_loadsUnderWay > 0)
+    if (!m_started || m_loadsUnderWay > 0)
         return;
     switch (topic) {
     case Topic::TimePos:
@@ -111,7 +111,7 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
         break;
     case Topic::CoreIdle:
         // Data that does not come in time: the picture stands, and so does the position.
-        if (!m_toldRunning || m_flight || m_soundOut)
+        if (!m_toldRunning || m_flight)
             break;
         if (Flag(property))
             m_clock.Halt(now);
@@ -139,8 +139,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     const bool known = event.error >= 0;
     switch (topic) {
     case Topic::VideoTrack:
-        if (!m_rests)
-            m_pictures.SetHasPicture(known);
+        m_pictures.SetHasPicture(known);
         break;
     case Topic::FileFormat:
         if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
@@ -178,6 +177,14 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
             TakeEndPosition(*seconds, now);
         break;
+    case Topic::SoundPos:
+        if (!m_toldRunning || m_flight)
+            break;
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
+            m_clock.Observe(*seconds, now);
+        else
+            m_clock.Trust(now); // without sound pictures may be far between
+        break;
     default:
         break;
     }
@@ -211,8 +218,7 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
     m_started = false;
     const std::string cause = CauseOf(end.error);
     if (m_phase == Phase::Opening && !m_askedForPictures && end.error == MPV_ERROR_NOTHING_TO_PLAY) {
-        SetResting(false); // it has no sound: its pictures are its clock
-        LoadFile(true);
+        LoadFile(true, 0.0);
     } else if (m_phase == Phase::Opening) {
         m_failure = cause;
     } else if (m_phase == Phase::Open) {
@@ -221,18 +227,11 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
         m_flight.reset();
         m_nextSeek.reset();
         m_eof = true;
+        m_gaveUp = true;
     }
 }
 
 void Player::SetEof(bool eof, TimePoint now) {
-    if (m_rests) {
-        // Its sound may be shorter than the movie: time runs on.
-        m_soundOut = eof;
-        m_eof = m_eof && eof;
-        if (eof && m_toldRunning && !m_flight && !m_clock.Running())
-            m_clock.Start(now);
-        return;
-    }
     const bool wasAtEnd = AtEndAt(now);
     m_eof = eof;
     if (wasAtEnd || !AtEndAt(now) || !m_exact || m_endTold)

@@ -8,45 +8,37 @@ namespace kirolane::mpv {
 
 namespace {
 
-/// Seconds between the places where they stand up to which they begin to share, about one picture.
+/// Seconds between the places where orders have sent them up to which they begin to share, about one picture.
 constexpr double kTogether = 0.04;
-/// Seconds between the places that orders send them to from which they share no more. Distance that grows
-/// without an order is no reason: the operator then goes on seeing what the audience sees.
+/// And those from which they share no more.
 constexpr double kApart = 0.1;
 
 double Distance(const Player& stage, const Player& preview, TimePoint now) {
     return std::abs(stage.AimAt(now) - preview.AimAt(now));
 }
 
-bool OneMovie(const Player& stage, const Player& preview) {
-    using enum Player::Phase;
-    if (stage.GetPhase() == Empty || preview.GetPhase() == Empty || stage.File() != preview.File())
-        return false;
-    return stage.GetPhase() == Opening || preview.GetPhase() == Opening ||
-           stage.WantsToRun() == preview.WantsToRun();
-}
-
-bool SentApart(const Player& stage, const Player& preview, TimePoint now) {
-    return (!stage.Ready() || !preview.Ready()) && Distance(stage, preview, now) > kApart;
-}
-
-bool StandTogether(const Player& stage, const Player& preview, TimePoint now) {
-    return stage.Stands() && preview.Stands() && Distance(stage, preview, now) <= kTogether;
+bool Alike(const Player& stage, const Player& preview) {
+    return stage.WantsToRun() == preview.WantsToRun() &&
+           (!stage.WantsToRun() || stage.Rate() == preview.Rate());
 }
 
 } // namespace
 
 void ShareDecoding(Player& stage, Player& preview, TimePoint now) {
-    const bool together = OneMovie(stage, preview) && !SentApart(stage, preview, now);
-    if (preview.RestsFromPictures()) {
-        if (!together)
-            preview.ShowOwnPictures(now);
-        else if (stage.AtEndAt(now))
-            preview.EndWithTwin();
-    } else if (together && StandTogether(stage, preview, now) && preview.HasSound() &&
-               stage.Pictures().HasPicture()) {
-        preview.RestFromPictures(stage.Pictures());
+    using enum Player::Phase;
+    const bool open = stage.GetPhase() == Open && preview.GetPhase() == Open;
+    if (preview.RestsAt(stage)) {
+        if (open && (!Alike(stage, preview) || Distance(stage, preview, now) > kApart))
+            preview.Wake(now);
+    } else if (open && stage.File() == preview.File() && Alike(stage, preview) && !stage.UnderWay() &&
+               !preview.UnderWay() && Distance(stage, preview, now) <= kTogether) {
+        preview.RestAt(stage, now);
     }
+}
+
+bool StandsAtBeginning(const Player& stage, const MediaFile& file) {
+    return stage.GetPhase() == Player::Phase::Open && !stage.Free() && stage.File() == file &&
+           !stage.WantsToRun() && stage.AimAt(Clock::now()) == 0.0;
 }
 
 } // namespace kirolane::mpv

@@ -4,12 +4,15 @@
 
 namespace kirolane::mpv {
 
+struct MediaFile;
 class Player;
 
-/// While twins play one file in step, the pictures of one would be those of the other: the audience's player
-/// decodes them for both, and the silent one goes on with its sound and its own position. It decodes again
-/// as soon as an order takes them apart. To be called after each order and each message. The conductor's,
-/// under its lock.
+/// While twins play one file in step, all that one of them would do is what the other does: the silent one
+/// rests at the audience's, which alone is decoded, and wakes as soon as an order takes them apart. To be
+/// called after each order and each message. The conductor's, under its lock.
 void ShareDecoding(Player& stage, Player& preview, TimePoint now);
+
+/// Whoever opens that file, too, can rest there from its first moment.
+bool StandsAtBeginning(const Player& stage, const MediaFile& file);
 
 } // namespace kirolane::mpv
