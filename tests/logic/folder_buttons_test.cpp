@@ -71,31 +71,6 @@ TEST_F(FolderButtonsTest, AFolderChosenOnTheSpotIsListedAndRemembered) {
     EXPECT_EQ(Names(Console().mStrGrid()), std::vector<std::string>{"y.wav"});
 }
 
-TEST_F(FolderButtonsTest, ACancelledChoiceChangesNothing) {
-    Console().Fold(99)->ReportClick();
-    Console().mFold(99)->ReportClick();
-    EXPECT_EQ(Windows().FoldersAsked(), 2);
-    EXPECT_EQ(Pressed(false), std::vector<std::int32_t>{1});
-    EXPECT_EQ(Pressed(true), std::vector<std::int32_t>{1});
-    EXPECT_EQ(Console().FoldNumber, 1);
-    EXPECT_FALSE(Console().FolderThread()->Running());
-}
-
-TEST_F(FolderButtonsTest, AScanGoesOnUnderTheChooserAndCommandsDoNot) {
-    Open(0);
-    Console().Fold(3)->ReportClick();
-    Windows().PrepareFolder("", [&] {
-        Choose("CloseKey");
-        Windows().RunUntilIdle();
-        EXPECT_EQ(Console().File_Count, 2);
-        EXPECT_TRUE(Console().QTM()->Running());
-    });
-    Console().Fold(99)->ReportClick();
-    Settle();
-    EXPECT_EQ(Windows().FoldersAsked(), 1);
-    EXPECT_FALSE(Console().QTM()->Movie().IsNil()) << "dropped, not put off";
-}
-
 TEST_F(FolderButtonsTest, AChangeOfPageMovesTheFocus) {
     Console().ListTab()->ReportPage(1);
     EXPECT_EQ(Console().FocusControl()->Name(), "mStrGrid");

@@ -1,7 +1,6 @@
 #include "logic_test.h"
 #include "support/captured_stderr.h"
 
-#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -159,19 +158,6 @@ TEST_F(FolderScanTest, ARowClosedAgainOrOfAnotherFolderDoesNotCount) {
     Choose("CloseKey");
     Settle();
     EXPECT_EQ(Counter(), "30");
-}
-
-TEST_F(FolderScanTest, AFileRemovedDuringTheScanIsListedAndFailsToOpen) {
-    Start();
-    const std::string movies = MakeMovies("many", 30);
-    ScanUntil(movies, 2);
-    std::filesystem::remove_all(Folder().Path("many"));
-    CapturedStderr captured;
-    Settle();
-    EXPECT_EQ(Names(Console().StrGrid()).size(), 30U);
-    Open(20);
-    EXPECT_EQ(Console().StrGrid()->Cell(20, 2), "") << "its folder is gone: the command was abandoned";
-    EXPECT_EQ(captured.Lines().size(), 1U);
 }
 
 TEST(FolderLimitTest, MoreItemsThanTheBuffersHoldEndTheScan) {

@@ -76,21 +76,6 @@ TEST_F(MovieListTest, ADoubleClickInAnEmptyListChangesNothing) {
     EXPECT_TRUE(Media().Orders().empty());
 }
 
-TEST_F(MovieListTest, ReturnOpensTheRowOfTheListInFront) {
-    StartWithMedia({"a.mov", "b.mov"});
-    List()->ReportSelection(1);
-    Choose("mOpenKey");
-    EXPECT_EQ(Console().FileLabel()->Caption(), "b.mov");
-    List()->ReportSelection(0);
-    Monitor().ReportMenuChosen("OpenKey");
-    EXPECT_EQ(Console().FileLabel()->Caption(), "a.mov");
-
-    Console().ListTab()->ReportPage(1);
-    List()->ReportSelection(1);
-    Choose("OpenKey"); // an empty sound list
-    EXPECT_EQ(Console().FileLabel()->Caption(), "a.mov");
-}
-
 TEST_F(MovieListTest, LeftAndRightStepOneRowWithoutWrapping) {
     StartWithMedia({"a.mov", "b.mov"});
     const auto press = [&](int code) {

@@ -1,9 +1,5 @@
 #include "logic_test.h"
 #include "platform/common/colon_path.h"
-#include "support/captured_stderr.h"
-
-#include <algorithm>
-#include <filesystem>
 
 namespace kirolane::tests {
 
@@ -62,32 +58,6 @@ TEST_F(SettingsFileTest, AShortFileLeavesTheOtherLinesEmpty) {
     EXPECT_FALSE(Monitor().Visible()) << "a bad line 8 hides it";
     EXPECT_EQ(Console().FoldNumber, 0);
     EXPECT_EQ(SettingsText(), "x");
-}
-
-TEST_F(SettingsFileTest, BytesOfAPathComeBackAsTheyAre) {
-    const std::string names[] = {"日本語", "\xE3\x82.\xFF", "a b "};
-    for (const std::string& name : names) {
-        const std::string media = MakeMedia(name, {"a.mov"});
-        WriteSettings({{22, media}});
-        Start();
-        EXPECT_EQ(Console().Setting_Data(22), media);
-        EXPECT_EQ(Console().DirLabel()->Caption(), media);
-        EXPECT_EQ(Console().File_Count, 1);
-        End();
-    }
-}
-
-TEST_F(SettingsFileTest, AFileMissingInItsFolderFailsTheStartAndIsNamed) {
-    WriteSettings({});
-    std::filesystem::remove(Folder().Path(kSettings));
-    CapturedStderr captured;
-    const std::string failure = StartFailure();
-    EXPECT_NE(failure.find("NilObjectException"), std::string::npos) << failure;
-    EXPECT_NE(failure.find(Folder().Path(kSettings)), std::string::npos) << failure;
-    const auto lines = captured.Lines();
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_NE(lines[0].find(failure), std::string::npos);
-    EXPECT_FALSE(std::filesystem::exists(Folder().Path(kSettings))) << "it is not made anew";
 }
 
 } // namespace kirolane::tests

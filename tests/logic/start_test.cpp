@@ -2,10 +2,9 @@
 #include "logic_test.h"
 #include "platform/common/colon_path.h"
 #include "support/captured_stderr.h"
+#include "support/silent_mount.h"
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <optional>
 
 namespace kirolane::tests {
@@ -28,35 +27,10 @@ TEST_F(StartTest, StandsIdleWithTheCurtainUpAndTheOtherFormsHidden) {
         EXPECT_EQ(list->ListCount(), 26);
         EXPECT_EQ(list->Cell(0, 1), "");
     }
-    EXPECT_EQ(console.Volume_Flag, 80);
-    EXPECT_EQ(console.mVolume_Flag, 80);
-    EXPECT_EQ(console.Rate_Flag, 1.0);
-    EXPECT_EQ(console.mRate_Flag, 1.0);
-    EXPECT_EQ(console.VolumeProgress()->Value(), 80);
-
     EXPECT_FALSE(console.QTM()->Visible());
     EXPECT_FALSE(console.QTM_PlayButton()->Enabled());
     EXPECT_FALSE(console.QTM_PosBar()->Enabled());
     EXPECT_TRUE(console.DummyBack()->Visible());
-    EXPECT_EQ(console.DummyBack()->Left(), 11);
-    EXPECT_EQ(console.DummyBack()->Top(), 28);
-    EXPECT_EQ(console.DummyQTM()->Left(), 91);
-    EXPECT_EQ(console.DummyQTM()->Top(), 88);
-}
-
-TEST_F(StartTest, ShowsTheConsoleLastSoThatItHasTheKeyboard) {
-    SetScreens(2);
-    Windows().UseDesktop();
-    Start();
-    EXPECT_EQ(Windows().ActiveWindow(), "Mainform");
-    EXPECT_FALSE(Windows().RecordOf("SettingForm").visible);
-    EXPECT_FALSE(Windows().RecordOf("MusicForm").visible);
-}
-
-TEST_F(StartTest, ClosingTheConsoleEndsTheProgramWithStatus0) {
-    Start();
-    Windows().At(100, [] { Console().ReportCloseRequested(); });
-    EXPECT_EQ(Platform().Run(), 0);
 }
 
 TEST_F(StartTest, FolderNumbersChooseTheFirstScans) {
@@ -112,41 +86,10 @@ TEST_F(StartTest, TheConsoleTakesItsColour) {
     }
 }
 
-/// Below a folder "dead" lies a mount whose server has gone.
-class DeadMount : public posix::PosixFileSystem {
-public:
-    using PosixFileSystem::PosixFileSystem;
-    ~DeadMount() override {
-        Return();
-        std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_waiting == 0; });
-    }
-    FileKind Kind(const std::string& path) const override {
-        if (path.find("/dead/") == std::string::npos)
-            return PosixFileSystem::Kind(path);
-        std::unique_lock lock(m_mutex);
-        ++m_waiting;
-        m_changed.wait(lock, [this] { return m_back; });
-        --m_waiting;
-        m_changed.notify_all();
-        return FileKind::Missing;
-    }
-    void Return() {
-        const std::lock_guard lock(m_mutex);
-        m_back = true;
-        m_changed.notify_all();
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
-    mutable int m_waiting = 0;
-    bool m_back = false;
-};
-
 TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
     const TemporaryFolder folder;
-    DeadMount files(folder.MakeFolder("home"), folder.MakeFolder("application"));
+    SilentMount files(folder.MakeFolder("home"), folder.MakeFolder("application"));
+    files.SilentBelow("/dead/");
     ASSERT_EQ(files.Prepare(), "");
     headless::Headless headless;
     std::optional<Runtime> runtime;
@@ -181,7 +124,7 @@ TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
     EXPECT_TRUE(console.Visible());
     EXPECT_EQ(console.Setting_Data(31), "Root:dead:10:") << "it counts as there";
     EXPECT_NE(console.Setting_Data(42), "Root:gone:") << "a disk that is well is still asked";
-    files.Return();
+    files.Answer();
 }
 
 } // namespace kirolane::tests

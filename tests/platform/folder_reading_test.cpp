@@ -6,11 +6,10 @@
 #include "support/as_user.h"
 #include "support/captured_stderr.h"
 #include "support/platform_test.h"
+#include "support/silent_mount.h"
 #include "support/test_form.h"
 
-#include <condition_variable>
 #include <filesystem>
-#include <mutex>
 
 namespace kirolane {
 namespace {
@@ -98,37 +97,6 @@ TEST_F(FolderReadingTest, AFolderThatMayNotBeReadIsEmptyWithOneLine) {
     std::filesystem::permissions(Folder().Path("closed"), std::filesystem::perms::owner_all);
 }
 
-/// Files of a mount that answers only when told.
-class SlowFiles : public posix::PosixFileSystem {
-public:
-    using PosixFileSystem::PosixFileSystem;
-    bool ReadFolder(const std::string& path, const FolderVisitor& visit, std::string& cause) const override {
-        {
-            std::unique_lock lock(m_mutex);
-            ++m_asked;
-            m_changed.notify_all();
-            m_changed.wait(lock, [this] { return m_open; });
-        }
-        return PosixFileSystem::ReadFolder(path, visit, cause);
-    }
-    /// Waits until so many readings have begun.
-    bool WaitForReadings(int count) const {
-        std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::seconds(10), [&] { return m_asked >= count; });
-    }
-    void Open() {
-        const std::lock_guard lock(m_mutex);
-        m_open = true;
-        m_changed.notify_all();
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
-    mutable int m_asked = 0;
-    bool m_open = false;
-};
-
 class SlowReadingTest : public ::testing::Test {
 protected:
     SlowReadingTest()
@@ -138,7 +106,7 @@ protected:
         EXPECT_TRUE(m_runtime.Start([] { Instance<ConsoleForm>(); }, failure));
         m_folder.Write("a.mov", "");
     }
-    ~SlowReadingTest() override { m_files.Open(); }
+    ~SlowReadingTest() override { m_files.Answer(); }
 
     void RunScan(const char* thread) {
         auto& control = *Instance<ConsoleForm>()->Control<Thread>(thread);
@@ -148,7 +116,7 @@ protected:
 
     tests::TemporaryFolder m_folder;
     headless::Headless m_headless;
-    SlowFiles m_files;
+    tests::SilentMount m_files;
     Runtime m_runtime;
     Names m_names;
     std::string m_log;
@@ -157,7 +125,7 @@ protected:
 TEST_F(SlowReadingTest, HoldsUpNothingButItsOwnThread) {
     RunScan("First");
     m_headless.windows.RunReady();
-    ASSERT_TRUE(m_files.WaitForReadings(1));
+    ASSERT_TRUE(m_files.WaitForQuestions(1));
     bool other = false;
     auto& second = *Instance<ConsoleForm>()->Control<Thread>("Second");
     second.OnRun = [&]() -> Task {
@@ -172,7 +140,7 @@ TEST_F(SlowReadingTest, HoldsUpNothingButItsOwnThread) {
     EXPECT_FALSE(m_runtime.RunIdleSlice()) << "a thread that waits makes no idle work";
     EXPECT_TRUE(m_runtime.WorkersUnderWay());
     EXPECT_EQ(m_log, "");
-    m_files.Open();
+    m_files.Answer();
     EXPECT_TRUE(m_headless.windows.RunUntilIdle());
     EXPECT_EQ(m_log, "read;end;");
     EXPECT_FALSE(m_runtime.WorkersUnderWay());
@@ -181,12 +149,12 @@ TEST_F(SlowReadingTest, HoldsUpNothingButItsOwnThread) {
 TEST_F(SlowReadingTest, AKilledScanLeavesTheResultUnusedAndTheNextReadsItsOwn) {
     RunScan("First");
     m_headless.windows.RunReady();
-    ASSERT_TRUE(m_files.WaitForReadings(1));
+    ASSERT_TRUE(m_files.WaitForQuestions(1));
     Instance<ConsoleForm>()->Control<Thread>("First")->Kill();
     RunScan("First");
     m_headless.windows.RunReady();
-    ASSERT_TRUE(m_files.WaitForReadings(2));
-    m_files.Open();
+    ASSERT_TRUE(m_files.WaitForQuestions(2));
+    m_files.Answer();
     EXPECT_TRUE(m_headless.windows.RunUntilIdle());
     EXPECT_EQ(m_log, "read;end;");
     EXPECT_EQ(m_names, Names{"a.mov"});
@@ -195,8 +163,8 @@ TEST_F(SlowReadingTest, AKilledScanLeavesTheResultUnusedAndTheNextReadsItsOwn) {
 TEST_F(SlowReadingTest, TheEndOfTheRuntimeLetsItsWorkersEnd) {
     RunScan("First");
     m_headless.windows.RunReady();
-    ASSERT_TRUE(m_files.WaitForReadings(1));
-    m_files.Open(); // and at once goes the runtime, whose end waits for the worker
+    ASSERT_TRUE(m_files.WaitForQuestions(1));
+    m_files.Answer(); // and at once goes the runtime, whose end waits for the worker
 }
 
 } // namespace

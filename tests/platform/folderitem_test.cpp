@@ -196,14 +196,6 @@ TEST_F(FolderItemTest, WithoutPermissionNothingOpensAndNothingIsLost) {
     EXPECT_EQ(Folder().Read("closed.mov"), ::geteuid() == 0 ? "old" : "");
 }
 
-TEST_F(FolderItemTest, AFolderIsMadeOnce) {
-    const FolderItem item(Folder().Path("new"));
-    item.CreateAsFolder();
-    Folder().Write("new/kept", "");
-    item.CreateAsFolder();
-    EXPECT_TRUE(std::filesystem::exists(Folder().Path("new/kept")));
-}
-
 TEST_F(FolderItemTest, TextIsReadByLinesWithEitherEnding) {
     Folder().Write("text", "first\r\n\nthird \xFF\nlast");
     const auto stream = FolderItem(Folder().Path("text")).OpenAsTextFile();

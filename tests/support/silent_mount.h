@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/posix/posix_filesystem.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace kirolane::tests {
+
+/// Files of a mount that answers only when told.
+class SilentMount : public posix::PosixFileSystem {
+public:
+    using PosixFileSystem::PosixFileSystem;
+    ~SilentMount() override {
+        Answer();
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_waiting == 0; });
+    }
+    /// Paths with that in them.
+    void SilentBelow(std::string part) { m_part = std::move(part); }
+    FileKind Kind(const std::string& path) const override {
+        return !m_part.empty() && path.find(m_part) != std::string::npos && Wait()
+                   ? FileKind::Missing
+                   : PosixFileSystem::Kind(path);
+    }
+    bool ReadFolder(const std::string& path, const FolderVisitor& visit, std::string& cause) const override {
+        if (m_part.empty())
+            Wait();
+        return PosixFileSystem::ReadFolder(path, visit, cause);
+    }
+    /// Waits until so many questions have come.
+    bool WaitForQuestions(int count) const {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, std::chrono::seconds(10), [&] { return m_asked >= count; });
+    }
+    void Answer() {
+        const std::lock_guard lock(m_mutex);
+        m_answers = true;
+        m_changed.notify_all();
+    }
+
+private:
+    bool Wait() const {
+        std::unique_lock lock(m_mutex);
+        ++m_asked;
+        ++m_waiting;
+        m_changed.notify_all();
+        m_changed.wait(lock, [this] { return m_answers; });
+        --m_waiting;
+        m_changed.notify_all();
+        return true;
+    }
+
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_changed;
+    mutable int m_asked = 0;
+    mutable int m_waiting = 0;
+    bool m_answers = false;
+    std::string m_part; ///< empty: all readings of folders are silent
+};
+
+} // namespace kirolane::tests
