@@ -148,7 +148,13 @@ void QtWindows::ShowStartFailure(const std::string& text) {
 }
 
 int QtWindows::RunLoop() {
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    // The system keeps what a process has open until its last thread has gone, which a disk that does not
+    // answer may hold for ever: nobody is to look at windows that nothing moves any more.
+    for (QWidget* window : QApplication::topLevelWidgets())
+        window->hide();
+    QGuiApplication::sync();
+    return status;
 }
 
 void QtWindows::EndLoop(int status) {
