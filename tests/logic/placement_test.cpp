@@ -5,9 +5,9 @@ namespace kirolane::tests {
 
 class PlacementTest : public LogicTest {
 protected:
-    static void ExpectSize(const Ref<MoviePlayer>& player, std::int32_t width, std::int32_t height) {
-        EXPECT_EQ(player->Width(), width);
-        EXPECT_EQ(player->Height(), height);
+    static void ExpectSize(const auto& thing, std::int32_t width, std::int32_t height) {
+        EXPECT_EQ(thing->Width(), width);
+        EXPECT_EQ(thing->Height(), height);
     }
 };
 
@@ -110,10 +110,8 @@ TEST_F(PlacementTest, TheWindowedMonitorGrowsWithTheScreen) {
         SCOPED_TRACE(height);
         SetScreens(1, height);
         Start();
-        EXPECT_EQ(Monitor().Width(), width);
-        EXPECT_EQ(Monitor().Height(), windowHeight);
-        EXPECT_EQ(Monitor().DummyBack()->Width(), width);
-        EXPECT_EQ(Monitor().DummyBack()->Height(), windowHeight);
+        ExpectSize(&Monitor(), width, windowHeight);
+        ExpectSize(Monitor().DummyBack(), width, windowHeight);
         EXPECT_EQ(Monitor().DummyQTM()->Left(), width / 2 - 80);
         EXPECT_EQ(Monitor().DummyQTM()->Top(), windowHeight / 2 - 60);
         ExpectSize(Monitor().QTM(), width, windowHeight + 16);
