@@ -9,19 +9,12 @@
 #include <chrono>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <sys/stat.h>
 
 namespace kirolane::tests {
 
 namespace {
-
-std::string Content(const std::string& clip) {
-    std::ifstream file(ClipPath(clip), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// The clip up to the first byte after that word.
 std::string UpTo(const std::string& clip, const std::string& word) {

@@ -9,8 +9,6 @@
 #include <arpa/inet.h>
 #include <array>
 #include <chrono>
-#include <fstream>
-#include <iterator>
 #include <mpv/client.h>
 #include <set>
 #include <sys/inotify.h>
@@ -80,11 +78,6 @@ private:
     std::string m_url;
     bool m_rang = false;
 };
-
-std::string Content(const std::string& clip) {
-    std::ifstream file(ClipPath(clip), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::uint32_t NumberAt(const std::string& bytes, std::size_t place) {
     std::uint32_t number = 0;

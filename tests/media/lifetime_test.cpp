@@ -2,24 +2,11 @@
 
 #include "engine_test.h"
 
-#include <fstream>
 #include <malloc.h>
 
 namespace kirolane::tests {
 
 namespace {
-
-/// A figure of /proc/self/status, 0 where there is none.
-long Status(const std::string& name) {
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;)
-        if (word == name + ":") {
-            long value = 0;
-            status >> value;
-            return value;
-        }
-    return 0;
-}
 
 /// Bytes that the program holds, without what the allocator keeps.
 std::size_t InUse() {

@@ -59,10 +59,9 @@ run -i master.mkv -c:v mpeg2video -b:v 800k -g 15 -c:a mp2 -f mpegts stream.mpg
 run -f lavfi -i "aevalsrc='if(lt(t,2),0,0.5*sin(2*PI*440*t)*random(0))':s=44100:d=$seconds" \
     -c:a libmp3lame -q:a 4 -write_xing 0 -f mp3 headless.mp3
 
-# Another length, for changing from one to the other; no sound; one picture; seconds between pictures.
+# Another length, for changing from one to the other; no sound; seconds between pictures.
 run -t 3 -i master.mkv "${h264[@]}" -c:a aac -f mp4 short.mp4
 run -i master.mkv -an "${h264[@]}" -f mp4 silent.mp4
-run -i master.mkv -an -frames:v 1 "${h264[@]}" -f mp4 single.mp4
 run -i master.mkv -vf fps=1/2 -fps_mode passthrough "${h264[@]}" -c:a aac -f mp4 sparse.mp4
 # Sound that ends well before the pictures, and sound that begins well after them.
 run -i master.mkv -af atrim=end=2.5 "${h264[@]}" -c:a aac -f mp4 brief_sound.mp4
@@ -72,6 +71,26 @@ run -f lavfi -i "nullsrc=s=160x96:r=$rate:d=2,format=yuv420p,geq=lum='60+40*gte(
     -f lavfi -i "sine=d=2" "${h264[@]}" -c:a aac -f mp4 quarters.mp4
 # One key frame, and so many pictures behind it that to go to the last ones takes most of a second.
 run -i master.mkv -vf fps=200,scale=1920:1080 -c:v libx264 -preset ultrafast -g 2000 -pix_fmt yuv420p -c:a aac far.mp4
+# What cameras and editors make: pictures at uneven times, an edit list that leaves the first second out, a late
+# clock, 4:2:2, 4:4:4 of odd size, 10 bit, full range, few pixels, many pictures.
+run -i master.mkv -vf "select='lt(mod(n,10),6)'" -fps_mode vfr "${h264[@]}" -c:a aac -f mp4 uneven.mp4
+run -i master.mkv -vf tpad=start_duration=1 -af adelay=1000 "${h264[@]}" -g 500 -c:a aac -f mp4 whole.mp4
+run -ss 1 -i whole.mp4 -c copy -f mp4 edited.mp4
+run -i master.mkv -c:v mpeg2video -b:v 800k -c:a mp2 -output_ts_offset 50000 -f mpegts late_clock.mpg
+run -i master.mkv -c:v prores_ks -c:a pcm_s16le -f mov editor.mov
+run -i master.mkv -vf scale=177:143 "${h264[@]}" -pix_fmt yuv444p -c:a aac -f mp4 odd.mp4
+run -i master.mkv "${h264[@]}" -pix_fmt yuv420p10le -c:a aac -f mp4 ten_bit.mp4
+run -i master.mkv -vf scale=out_range=full "${h264[@]}" -color_range pc -c:a aac -f mp4 full_range.mp4
+run -i master.mkv -vf scale=8:8 -c:v mpeg4 -c:a aac -f mp4 tiny.mp4
+run -i master.mkv -vf fps=120 "${h264[@]}" -c:a aac -f mp4 fast.mp4
+# Bars that move from field to field: marked as interlaced, and not.
+fields="nullsrc=s=176x144:r=50:d=2,format=yuv420p,geq=lum='60+120*lt(mod(X+8*N,64),32)':cb=128:cr=128,\
+tinterlace=interleave_top,setfield"
+run -f lavfi -i "$fields=tff" "${h264[@]}" -flags +ilme+ildct -f mp4 interlaced.mp4
+run -f lavfi -i "$fields=tff" -c:v mpeg2video -flags +ilme+ildct -f mpeg interlaced.mpg
+run -f lavfi -i "$fields=prog" "${h264[@]}" -f mp4 combed.mp4
+# As large as pictures come.
+run -f lavfi -i color=gray:s=7680x4320:r=$rate -frames:v 1 -c:v mpeg4 -f mp4 large.mp4
 # A sound with the cover of an album.
 run -f lavfi -i color=red:s=64x64:d=1 -frames:v 1 -f image2 -update 1 cover.jpg
 run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -disposition:v attached_pic -f mp4 cover.m4a
@@ -79,4 +98,4 @@ run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -dispos
 run -i master.mkv "${h264[@]}" -c:a aac -movflags +faststart -f mp4 early.mp4
 truncate -s $(($(stat -c %s early.mp4) * 6 / 10)) early.mp4
 
-rm master.mkv pal.mkv cover.jpg
+rm master.mkv pal.mkv cover.jpg whole.mp4

@@ -108,6 +108,18 @@ TEST_F(MidiPlaying, ALongPieceOpensAtOnceAndSeeksToItsEnd) {
     EXPECT_EQ(Sound().Position(), duration);
 }
 
+TEST_F(MidiPlaying, ACrowdOfNotesIsNotWaitedFor) {
+    std::string track;
+    for (int i = 0; i < 400'000; ++i) // in a minute; none is ended, and hundreds sound on
+        track += MidiNumber(i % 4 == 0 ? 1 : 0) + Bytes({0x90 + i % 9, 24 + i % 90, 100});
+    const std::string path = m_folder.Write("crowd.mid", MidiFile(0, 900, {track + kEnd}));
+    const auto began = std::chrono::steady_clock::now();
+    ASSERT_TRUE(Sound().Load(path));
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(3));
+    Order(Sound(), {.running = true, .seekTo = {}});
+    EXPECT_TRUE(WaitUntil([&] { return Sound().Position() > 0.3; }));
+}
+
 class WithoutSoundFont : public EngineTest {
 protected:
     WithoutSoundFont() : EngineTest(mpv::MpvOptions{.soundFont = "/nowhere/none.sf2"}) {}

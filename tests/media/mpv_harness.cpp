@@ -1,5 +1,8 @@
 #include "mpv_harness.h"
 
+#include <fstream>
+#include <iterator>
+
 namespace kirolane::tests {
 
 namespace {
@@ -16,6 +19,22 @@ mpv::MpvOptions WithRoles(mpv::MpvOptions options) {
 
 std::string ClipPath(const std::string& name) {
     return std::string(KIROLANE_CLIPS) + "/" + name;
+}
+
+std::string Content(const std::string& clip) {
+    std::ifstream file(ClipPath(clip), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+long Status(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;)
+        if (word == name + ":") {
+            long value = 0;
+            status >> value;
+            return value;
+        }
+    return 0;
 }
 
 void LiveWindows::Wake() {

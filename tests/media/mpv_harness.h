@@ -14,6 +14,11 @@ namespace kirolane::tests {
 /// Path of one of the clips that make_clips.sh makes.
 std::string ClipPath(const std::string& name);
 
+std::string Content(const std::string& clip);
+
+/// A figure of /proc/self/status, 0 where there is none.
+long Status(const std::string& name);
+
 /// Headless windows whose time is the real one: a wake comes through to whoever waits.
 class LiveWindows : public headless::HeadlessWindows {
 public:

@@ -41,6 +41,10 @@ void Check(int status, const char* what) {
         throw RuntimeException(std::string("libmpv: ") + what + ": " + mpv_error_string(status));
 }
 
+std::string Graph(const std::string& filters) {
+    return filters.empty() ? "" : "lavfi=[" + filters + "]";
+}
+
 } // namespace
 
 Deck::Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<MidiShelf> shelf)
@@ -79,14 +83,13 @@ void Deck::SetWakeUp(std::function<void()> wakeUp) {
             m_handle, [](void* self) { static_cast<Deck*>(self)->m_wakeUp(); }, this);
 }
 
-void Deck::Load(const std::string& uri, bool pictures, const std::string& filters, double start) {
+void Deck::Load(const std::string& uri, bool pictures, const std::string& filters,
+                std::optional<double> start) {
     std::string options = pictures ? "vid=auto" : "vid=no";
-    if (start > 0.0)
-        options += ",start=" + Seconds(start);
-    if (!filters.empty()) {
-        const std::string chain = "lavfi=[" + filters + "]";
-        options += ",vf=%" + std::to_string(chain.size()) + "%" + chain; // whatever commas are in it
-    }
+    if (start)
+        options += ",start=" + Seconds(*start);
+    if (const std::string graph = Graph(filters); !graph.empty())
+        options += ",vf=%" + std::to_string(graph.size()) + "%" + graph; // whatever commas are in it
     // By name: from libmpv 0.38 on another argument stands before the options.
     struct {
         const char* name;
@@ -138,6 +141,10 @@ void Deck::TakeSoundUp(const std::string& outputs) {
 
 void Deck::SetText(const char* property, const char* value) {
     mpv_set_property_async(m_handle, Id(Topic::None), property, MPV_FORMAT_STRING, &value);
+}
+
+void Deck::SetFilters(const std::string& filters) {
+    SetText("file-local-options/vf", Graph(filters).c_str());
 }
 
 void Deck::SetNumber(const char* property, double value) {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace kirolane::mpv {
@@ -25,6 +26,7 @@ enum class Topic : std::uint64_t {
     FileFormat,   ///< after FILE_LOADED
     FileDuration, ///< after FileFormat
     PixelFormat,  ///< after the first restart; there if a picture has been decoded
+    Interlaced,   ///< after a restart: a flag of the picture that stands there
     SampleRate,   ///< after PixelFormat; there if sound has been decoded
     Settled,      ///< the flag eof-reached after a restart; the last
     TrackCount,   ///< at the end of the data
@@ -52,8 +54,8 @@ public:
     const mpv_event& Next() { return *mpv_wait_event(m_handle, 0); }
 
     /// With `pictures` false its sound alone. Pictures go through `filters`, a chain of libavfilter's; "" for
-    /// none. Stands at `start` seconds.
-    void Load(const std::string& uri, bool pictures, const std::string& filters, double start);
+    /// none. Stands at `start` seconds, by a seek, if it is given.
+    void Load(const std::string& uri, bool pictures, const std::string& filters, std::optional<double> start);
     void Stop();
     void SetPause(bool pause);
     void Seek(double seconds);
@@ -62,6 +64,8 @@ public:
     void SetOutputs(const std::string& outputs) { SetText("ao", outputs.c_str()); }
     /// Of the file now loaded: opens the first output that can be, of these, comma-separated.
     void TakeSoundUp(const std::string& outputs);
+    /// Through a chain of libavfilter's.
+    void SetFilters(const std::string& filters);
     void SetNumber(const char* property, double value);
     void Ask(const char* property, mpv_format format, Topic topic);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -17,8 +18,10 @@ constexpr int kSampleRate = 44100;
 constexpr int kLowSampleRate = 22050;
 constexpr double kLowFrom = 1680.0; ///< seconds
 
-/// A piece up to this length is rendered whole before it plays: a tenth of a second's work.
+/// A piece up to this length is rendered whole before it plays: a tenth of a second's work, but for a crowd
+/// of notes, which is not waited for longer than this.
 constexpr double kShort = 60.0;
+constexpr std::chrono::milliseconds kPatience{500};
 /// After the last event, in seconds: the fixed end of a long piece, and the longest of a short one.
 constexpr double kLongPieceTail = 2.0;
 constexpr double kLongestTail = 8.0;
@@ -26,6 +29,9 @@ constexpr double kLongestTail = 8.0;
 constexpr double kQuietFor = 0.1;
 constexpr int kQuiet = 24;
 constexpr double kGain = 0.5;
+
+/// Frames rendered at a stretch, after which an end of the rendering is looked for.
+constexpr std::int64_t kStretch = 1024;
 
 constexpr std::int64_t kBytesPerFrame = 4;
 constexpr std::size_t kHeaderSize = 44;
@@ -121,8 +127,8 @@ private:
 };
 
 MidiSound::MidiSound(MidiSong song)
-    : m_song(std::move(song)), m_short(m_song.seconds <= kShort),
-      m_sampleRate(m_song.seconds < kLowFrom ? kSampleRate : kLowSampleRate) {}
+    : m_song(std::move(song)), m_sampleRate(m_song.seconds < kLowFrom ? kSampleRate : kLowSampleRate),
+      m_endIsOpen(m_song.seconds <= kShort) {}
 
 std::shared_ptr<MidiSound> MidiSound::Render(MidiSong song, const std::string& soundFont,
                                              std::string& cause) {
@@ -132,15 +138,12 @@ std::shared_ptr<MidiSound> MidiSound::Render(MidiSong song, const std::string& s
         cause = "the SoundFont " + soundFont + " cannot be used";
         return nullptr;
     }
-    if (!sound->m_short)
-        sound->SetFrames(
-            static_cast<std::int64_t>((sound->m_song.seconds + kLongPieceTail) * sound->m_sampleRate));
+    const auto patience = sound->m_endIsOpen ? kPatience : std::chrono::milliseconds(0);
     sound->m_worker = std::thread(
         [self = sound.get(), owned = std::move(synthesizer)]() mutable { self->Work(std::move(owned)); });
-    if (sound->m_short) {
-        std::unique_lock lock(sound->m_mutex);
-        sound->m_grown.wait(lock, [&] { return sound->m_done; });
-    }
+    std::unique_lock lock(sound->m_mutex);
+    if (!sound->m_grown.wait_for(lock, patience, [&] { return sound->m_done; }))
+        sound->SetFrames(sound->FixedFrames());
     return sound;
 }
 
@@ -150,8 +153,17 @@ MidiSound::~MidiSound() {
         m_worker.join();
 }
 
+std::int64_t MidiSound::FixedFrames() const {
+    return static_cast<std::int64_t>((m_song.seconds + kLongPieceTail) * m_sampleRate);
+}
+
+bool MidiSound::EndIsOpen() {
+    const std::lock_guard lock(m_mutex);
+    return m_endIsOpen;
+}
+
 void MidiSound::SetFrames(std::int64_t frames) {
-    m_frames = frames;
+    m_endIsOpen = false;
     m_size = frames * kBytesPerFrame + static_cast<std::int64_t>(kHeaderSize);
     m_header = WavHeader(frames, m_sampleRate);
 }
@@ -167,22 +179,30 @@ void MidiSound::Work(std::unique_ptr<Synthesizer> synthesizer) {
         synthesizer->Send(event, m_song);
     }
     synthesizer->EndNotes();
-    PlayTail(*synthesizer);
-    const std::lock_guard lock(m_mutex);
-    if (m_short)
-        SetFrames(m_rendered);
-    m_done = true;
-    m_grown.notify_all();
+    while (!m_quit) {
+        PlayTail(*synthesizer);
+        const std::lock_guard lock(m_mutex);
+        if (!m_endIsOpen && m_rendered < FixedFrames())
+            continue; // it has been fixed just now
+        if (m_endIsOpen)
+            SetFrames(m_rendered);
+        m_done = true;
+        m_grown.notify_all();
+        return;
+    }
 }
 
 void MidiSound::PlayTail(Synthesizer& synthesizer) {
     const auto last = static_cast<std::int64_t>(m_song.seconds * m_sampleRate);
-    const std::int64_t end =
-        m_short ? last + static_cast<std::int64_t>(kLongestTail * m_sampleRate) : m_frames;
+    const std::int64_t longest = last + static_cast<std::int64_t>(kLongestTail * m_sampleRate);
     const auto window = static_cast<std::int64_t>(kQuietFor * m_sampleRate);
     std::int64_t done = m_rendered;
     std::int64_t quiet = 0;
-    while (done < end && !m_quit && (!m_short || quiet < window)) {
+    while (!m_quit) {
+        const bool open = EndIsOpen();
+        const std::int64_t end = open ? longest : FixedFrames();
+        if (done >= end || (open && quiet >= window))
+            return;
         const std::int64_t before = done;
         const int loudest = RenderFrames(synthesizer, std::min(end - done, window / 4), done);
         quiet = loudest < kQuiet ? quiet + done - before : 0;
@@ -197,7 +217,7 @@ int MidiSound::RenderFrames(Synthesizer& synthesizer, std::int64_t count, std::i
         const std::lock_guard lock(m_mutex);
         m_chunks.push_back(std::move(chunk));
     }
-    count = std::min(count, kChunkFrames - offset);
+    count = std::min({count, kChunkFrames - offset, kStretch});
     std::int16_t* frames = m_chunks.back().get() + offset * 2;
     synthesizer.Write(frames, count);
     int loudest = 0;
@@ -230,7 +250,8 @@ std::int64_t MidiSound::Stream::Read(char* buffer, std::uint64_t size) {
     // What is there of this chunk.
     const std::int64_t chunk = frame / kChunkFrames;
     const std::int64_t end = std::min(m_sound->m_rendered, (chunk + 1) * kChunkFrames) * kBytesPerFrame;
-    const auto count = std::min<std::int64_t>(static_cast<std::int64_t>(size), end - offset);
+    const auto count =
+        std::min({static_cast<std::int64_t>(size), end - offset, m_sound->m_size - m_position});
     const auto* bytes =
         reinterpret_cast<const char*>(m_sound->m_chunks[static_cast<std::size_t>(chunk)].get());
     std::memcpy(buffer, bytes + (offset - chunk * kChunkFrames * kBytesPerFrame),

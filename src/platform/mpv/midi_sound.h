@@ -17,8 +17,9 @@ namespace kirolane::mpv {
 /// the reader; twins share one.
 class MidiSound {
 public:
-    /// Begins rendering. Nothing with a cause if the SoundFont cannot be used. A short piece is waited for,
-    /// so that its end can be cut where the sound has died away; a long one gets an end of fixed length.
+    /// Begins rendering, on a thread of the caller's niceness. Nothing with a cause if the SoundFont cannot
+    /// be used. A short piece is waited for, so that its end can be cut where the sound has died away; a long
+    /// one, and one that is not rendered in a moment, gets an end of fixed length.
     static std::shared_ptr<MidiSound> Render(MidiSong song, const std::string& soundFont, std::string& cause);
 
     ~MidiSound();
@@ -55,12 +56,14 @@ private:
     /// Appends so many frames, or fewer at the end of a chunk. The loudest sample.
     int RenderFrames(Synthesizer& synthesizer, std::int64_t count, std::int64_t& rendered);
     void PlayTail(Synthesizer& synthesizer);
+    [[nodiscard]] bool EndIsOpen();
+    /// Fixes the end, in frames.
     void SetFrames(std::int64_t frames);
+    [[nodiscard]] std::int64_t FixedFrames() const;
 
     static constexpr std::int64_t kChunkFrames = 1 << 16;
 
     const MidiSong m_song;
-    const bool m_short;
     const int m_sampleRate;
 
     std::mutex m_mutex;
@@ -69,9 +72,9 @@ private:
     std::vector<std::unique_ptr<std::int16_t[]>> m_chunks; ///< kChunkFrames each, stereo
     std::int64_t m_rendered = 0;                           ///< frames
     bool m_done = false;
+    bool m_endIsOpen; ///< it comes where the sound has died away
 
-    std::int64_t m_frames = 0; ///< in all; fixed before anyone reads
-    std::int64_t m_size = 0;
+    std::int64_t m_size = 0; ///< bytes; fixed before anyone reads
     std::vector<std::uint8_t> m_header;
 
     std::atomic<bool> m_quit = false;

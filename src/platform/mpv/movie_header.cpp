@@ -36,10 +36,10 @@ bool IsCapable(const std::string& path) {
 }
 
 /// The pictures that libmpv takes of several.
-const AVStream* Pictures(const AVFormatContext& context) {
-    const AVStream* first = nullptr;
+AVStream* Pictures(const AVFormatContext& context) {
+    AVStream* first = nullptr;
     for (unsigned i = 0; i < context.nb_streams; ++i) {
-        const AVStream* stream = context.streams[i];
+        AVStream* stream = context.streams[i];
         if (stream->codecpar->codec_type != AVMEDIA_TYPE_VIDEO ||
             (stream->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0)
             continue;
@@ -98,10 +98,13 @@ MovieHeader ReadMovieHeader(const std::string& path, std::chrono::milliseconds l
     if (input.Context() == nullptr)
         return header;
     header.seconds = LongestTrack(*input.Context());
-    const AVStream* pictures = Pictures(*input.Context());
-    const std::int32_t* matrix = pictures != nullptr ? DisplayMatrix(*pictures) : nullptr;
-    if (matrix != nullptr)
+    AVStream* pictures = Pictures(*input.Context());
+    if (pictures == nullptr)
+        return header;
+    if (const std::int32_t* matrix = DisplayMatrix(*pictures))
         header.turn = Turn(matrix[0], matrix[1], matrix[3], matrix[4]);
+    const AVIndexEntry* first = avformat_index_get_entry(pictures, 0);
+    header.leadIn = first != nullptr && (first->flags & AVINDEX_DISCARD_FRAME) != 0;
     return header;
 }
 

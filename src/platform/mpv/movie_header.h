@@ -11,6 +11,8 @@ struct MovieHeader {
     /// as those of a telephone are: a chain of libavfilter's; "" for pictures that are to be shown as they
     /// are.
     std::string turn;
+    /// An edit leaves out what comes before the beginning, and yet it is there to be decoded.
+    bool leadIn = false;
     /// To the end of the longest track, which is true where the length of the whole lies: older versions of
     /// libavformat pass that one on. 0 where the tracks do not tell.
     double seconds = 0.0;

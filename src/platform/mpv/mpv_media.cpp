@@ -4,14 +4,25 @@
 #include "platform/mpv/memory.h"
 #include "platform/mpv/quiet_libraries.h"
 
+extern "C" {
+#include <libavutil/mem.h>
+}
+
 #include <algorithm>
 #include <clocale>
 
 namespace kirolane::mpv {
 
+namespace {
+/// Of libavformat and libavcodec, in bytes: beyond what any picture that can be shown needs in one block. A
+/// forged size is then refused where formats are looked into, too.
+constexpr std::size_t kLargestBlock = 192U << 20;
+} // namespace
+
 MpvMedia::MpvMedia(MpvOptions options) {
     QuietLibraries();
     LimitMemoryRegions();
+    av_max_alloc(kLargestBlock);
     std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe): at the start of the process
     m_conductor = std::make_shared<Conductor>(std::move(options));
 }

@@ -16,6 +16,9 @@ constexpr double kFastest = 100.0;
 /// A player with a sound device that runs so long without a new position: the device may hold it up.
 constexpr std::chrono::seconds kWordless{1};
 
+/// For pictures that are marked as interlaced, each in its time.
+const std::string kDeinterlacing = "yadif=mode=send_frame:deint=interlaced";
+
 /// libmpv's volume is cubic.
 double CubicVolume(std::int32_t linear) {
     return 100.0 * std::cbrt(static_cast<double>(linear) / 256.0);
@@ -96,6 +99,9 @@ void Player::Reset() {
     m_exact = false;
     m_described = false;
     m_decoded = false;
+    m_lastTry = false;
+    m_pictureless = false;
+    m_interlaced = false;
     m_hasSound = false;
     m_format.clear();
     m_containerDuration = 0.0;
@@ -165,7 +171,14 @@ void Player::LoadFile(bool pictures, double from) {
     m_loading = true;
     m_started = false;
     ++m_loadsUnderWay;
-    m_deck->Load(m_uri, pictures, m_header.turn, from);
+    const bool seeks = from > 0.0 || m_header.leadIn;
+    m_deck->Load(m_uri, pictures, Filters(), seeks ? std::optional(from) : std::nullopt);
+}
+
+std::string Player::Filters() const {
+    if (!m_interlaced)
+        return m_header.turn;
+    return kDeinterlacing + (m_header.turn.empty() ? "" : "," + m_header.turn);
 }
 
 void Player::Opened(const std::string& format, double duration, bool exact, TimePoint now) {

@@ -165,6 +165,11 @@ private:
     void TakePreparation(const Preparation& preparation);
     void LoadFile(bool pictures, double from);
     void LoadFrom(double seconds, TimePoint now);
+    void TryOtherWay();
+    void TakePixelFormat(bool known);
+    void TakeInterlaced();
+    /// What its pictures go through.
+    [[nodiscard]] std::string Filters() const;
     /// libmpv is to hold nothing.
     void Empty();
     /// Where it is while it rests, also a little outside the movie.
@@ -199,9 +204,12 @@ private:
     // The opening.
     int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken
     bool m_askedForPictures = false;
-    bool m_loading = false;   ///< libmpv has not yet started the file
-    bool m_started = false;   ///< nor ended it
-    std::int64_t m_entry = 0; ///< libmpv's number of the file that it started
+    bool m_lastTry = false;     ///< with pictures and without them
+    bool m_pictureless = false; ///< none of its pictures could be decoded so far
+    bool m_interlaced = false;  ///< its pictures are, and go through the filter for that
+    bool m_loading = false;     ///< libmpv has not yet started the file
+    bool m_started = false;     ///< nor ended it
+    std::int64_t m_entry = 0;   ///< libmpv's number of the file that it started
     bool m_described = false;
     bool m_decoded = false;
     bool m_hasSound = false;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 namespace kirolane::mpv {
 
@@ -82,6 +83,10 @@ void Player::Take(const mpv_event& event, TimePoint now) {
     case MPV_EVENT_PLAYBACK_RESTART:
         TakeRestart();
         break;
+    case MPV_EVENT_VIDEO_RECONFIG:
+        if (m_pictureless && m_started && m_loadsUnderWay == 0)
+            m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
+        break;
     case MPV_EVENT_END_FILE:
         TakeEnd(*static_cast<const mpv_event_end_file*>(event.data));
         break;
@@ -139,7 +144,7 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     const bool known = event.error >= 0;
     switch (topic) {
     case Topic::VideoTrack:
-        m_pictures.SetHasPicture(known);
+        m_pictures.SetHasPicture(known && !m_pictureless);
         break;
     case Topic::FileFormat:
         if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
@@ -152,13 +157,19 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         m_described = true;
         break;
     case Topic::PixelFormat:
-        if (known) {
-            m_decoded = true;
-            m_pictures.FirstPictureTaken();
-        }
+        TakePixelFormat(known);
+        break;
+    case Topic::Interlaced:
+        if (known && Flag(property))
+            TakeInterlaced();
         break;
     case Topic::SampleRate:
         m_hasSound = known;
+        if (known && !m_decoded && (m_askedForPictures ? m_pictures.HasPicture() : m_lastTry)) {
+            m_pictureless = true; // its window stays black, rather than show the file before
+            m_pictures.SetHasPicture(false);
+            m_conductor->TellOnce(m_file, "its pictures cannot be decoded");
+        }
         m_decoded = m_decoded || known;
         if (!m_decoded)
             m_failure = CauseOf(0);
@@ -190,6 +201,26 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     }
 }
 
+void Player::TakePixelFormat(bool known) {
+    if (!known)
+        return;
+    m_decoded = true;
+    m_pictures.FirstPictureTaken();
+    if (std::exchange(m_pictureless, false))
+        m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
+}
+
+void Player::TakeInterlaced() {
+    if (m_interlaced)
+        return;
+    m_interlaced = true;
+    m_deck->SetFilters(Filters());
+    if (!m_flight || !m_flight->settling)
+        return;
+    m_flight->settling = false; // what it stands at is decoded anew
+    m_deck->Seek(m_flight->target);
+}
+
 void Player::SetSeekLead() {
     const bool loose =
         std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), m_format) != std::end(kLooseSeeks);
@@ -209,6 +240,8 @@ void Player::TakeRestart() {
         m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
         m_deck->Ask("audio-params/samplerate", MPV_FORMAT_INT64, Topic::SampleRate);
     }
+    if (!m_interlaced)
+        m_deck->Ask("video-frame-info/interlaced", MPV_FORMAT_FLAG, Topic::Interlaced);
     m_deck->Ask("eof-reached", MPV_FORMAT_FLAG, Topic::Settled);
 }
 
@@ -217,8 +250,9 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
         return;
     m_started = false;
     const std::string cause = CauseOf(end.error);
-    if (m_phase == Phase::Opening && !m_askedForPictures && end.error == MPV_ERROR_NOTHING_TO_PLAY) {
-        LoadFile(true, 0.0);
+    if (m_phase != Phase::Empty && !m_decoded && !m_lastTry && m_midi == nullptr &&
+        (end.error == MPV_ERROR_NOTHING_TO_PLAY || end.error == MPV_ERROR_GENERIC)) {
+        TryOtherWay();
     } else if (m_phase == Phase::Opening) {
         m_failure = cause;
     } else if (m_phase == Phase::Open) {
@@ -229,6 +263,13 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
         m_eof = true;
         m_gaveUp = true;
     }
+}
+
+// It has no sound: its pictures are its clock. Or no decoder knows its pictures, which libmpv takes for the
+// end whatever there is to hear.
+void Player::TryOtherWay() {
+    m_lastTry = true;
+    LoadFile(!m_askedForPictures, m_flight ? m_flight->target : 0.0);
 }
 
 void Player::SetEof(bool eof, TimePoint now) {
