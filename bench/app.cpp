@@ -165,6 +165,15 @@ void App::Close() const {
     Deliver([this] { Console().QTM_Close_Action(); });
 }
 
+double App::CostOfPlaying() const {
+    constexpr int kStart = 1000; // it has a cost of its own
+    constexpr int kMeasured = 5000;
+    For(kStart);
+    const double before = ProcessorMilliseconds();
+    For(kMeasured);
+    return ProcessorMilliseconds() - before;
+}
+
 void App::ListSounds(const std::string& folder) const {
     Mainform& console = Console();
     Deliver([&] {

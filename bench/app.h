@@ -45,6 +45,8 @@ public:
     /// Selects and opens that row as a double click does. Throws if it does not open.
     void OpenRow(std::int32_t row) const;
     void Close() const;
+    /// Lets what is open play for 5 s after its first; milliseconds of processor time that they took.
+    double CostOfPlaying() const;
 
     /// Has the sound list show that folder (a native path) and waits for its scan to end.
     void ListSounds(const std::string& folder) const;

@@ -104,6 +104,11 @@ void BarePlayer::SetRunning(bool running) {
     mpv_set_property(m_handle, "pause", MPV_FORMAT_FLAG, &pause);
 }
 
+void BarePlayer::SetFilter(const std::string& filter) {
+    if (mpv_set_property_string(m_handle, "vf", ("lavfi=[" + filter + "]").c_str()) < 0)
+        throw std::runtime_error("libmpv refuses a filter");
+}
+
 double BarePlayer::Seek(double seconds, int frame) {
     while (mpv_wait_event(m_handle, 0)->event_id != MPV_EVENT_NONE)
         ; // the queue would run over

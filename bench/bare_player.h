@@ -28,6 +28,8 @@ public:
     /// Empties the player and waits until it is idle.
     void Close();
     void SetRunning(bool running);
+    /// All pictures go through that filter of libavfilter's.
+    void SetFilter(const std::string& filter);
     /// Goes exactly to that second of a clip that carries numbers and waits for a rendered picture of that
     /// frame or of one of the next ten; milliseconds it took.
     double Seek(double seconds, int frame);

@@ -34,6 +34,7 @@ std::vector<Row> MeasureScan(const Inputs& inputs);
 std::vector<Row> MeasureRows(const Inputs& inputs);
 std::vector<Row> MeasureFirstFrame(const Inputs& inputs);
 std::vector<Row> MeasureTwinCost(const Inputs& inputs);
+std::vector<Row> MeasureInterlaced(const Inputs& inputs);
 std::vector<Row> MeasureStart(const Inputs& inputs);
 std::vector<Row> MeasureMemory(const Inputs& inputs);
 std::vector<Row> MeasureIdle(const Inputs& inputs);

@@ -3,19 +3,20 @@
 #
 # stage.mp4 is 20 s of 1080p30 H.264 with AAC and a key frame each second, small.mp4 a short one of few pixels,
 # sound/1.m4a a minute of noise. opened/ holds sounds whose true length is known only to who reads or renders all of
-# them: an hour of MP3 without a header and of ADTS, and just under a minute of MIDI; and a WAV file beside. The rest carry numbers: the picture is 8 rows of 20 blocks, a column a bit, white for
-# a set one, the lowest at the left: 4 bits of clip, 16 of frame; every second row is turned over. A moving test
-# picture shines through.
+# them: an hour of MP3 without a header and of ADTS, and just under a minute of MIDI; and a WAV file beside. fields/
+# holds 1080i25, marked as interlaced and not. The rest carry numbers: the picture is 8 rows of 20 blocks, a column a
+# bit, white for a set one, the lowest at the left: 4 bits of clip, 16 of frame; every second row is turned over. A
+# moving test picture shines through.
 set -euo pipefail
-mkdir -p "$1"/{show,seek,long,sound,opened}
+mkdir -p "$1"/{show,seek,long,sound,opened,fields}
 cd "$1"
 
-# encode NAME RATE SECONDS PRESET GRAPH
+# encode NAME RATE SECONDS PRESET GRAPH [OPTION...]
 encode() {
     [[ -e $1.mp4 ]] && return
     ffmpeg -nostdin -v error -y -f lavfi -i "sine=frequency=440:sample_rate=48000:duration=$3" \
         -filter_complex "$5" -map '[picture]' -map 0:a -t "$3" \
-        -c:v libx264 -preset "$4" -g "$2" -pix_fmt yuv420p -c:a aac "$1.part.mp4"
+        -c:v libx264 -preset "$4" -g "$2" -pix_fmt yuv420p "${@:6}" -c:a aac "$1.part.mp4"
     mv "$1.part.mp4" "$1.mp4"
 }
 
@@ -31,6 +32,10 @@ numbered() {
 
 encode stage 30 20 veryfast "testsrc2=size=1920x1080:rate=30:duration=20[picture]"
 encode small 30 3 veryfast "testsrc2=size=320x240:rate=30:duration=3[picture]"
+
+fields="testsrc2=size=1920x1080:rate=50,noise=c0s=10:allf=t,interlace=scan=tff"
+encode fields/1 25 8 veryfast "$fields[picture]" -flags +ilme+ildct
+encode fields/2 25 8 veryfast "$fields,setfield=prog[picture]"
 
 # Music under the movie.
 if [[ ! -e sound/1.m4a ]]; then

@@ -21,6 +21,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"rows",        Place::Anywhere, true,  MeasureRows},
     {"first-frame", Place::Anywhere, true,  MeasureFirstFrame},
     {"twin",        Place::Anywhere, true,  MeasureTwinCost},
+    {"interlaced",  Place::Anywhere, true,  MeasureInterlaced},
     {"start",       Place::Anywhere, true,  MeasureStart},
     {"memory",      Place::Anywhere, true,  MeasureMemory},
     {"idle",        Place::Anywhere, true,  MeasureIdle},

@@ -18,8 +18,7 @@ namespace kirolane::bench {
 
 namespace {
 
-constexpr int kOpenings = 41;           ///< which scatter
-constexpr int kPlayMilliseconds = 5000; ///< of each sample of processor time
+constexpr int kOpenings = 41; ///< which scatter
 
 /// Sees when a player's widget has painted a picture of the file now open.
 class FirstPaints : public QObject {
@@ -56,6 +55,22 @@ std::string FolderOf(const MemoryFolder& memory, const std::string& clip) {
     return folder;
 }
 
+double CostOfTwins(const App& app, int row) {
+    app.OpenRow(row);
+    const double cost = app.CostOfPlaying();
+    app.Close();
+    app.For(200);
+    return cost;
+}
+
+double CostOfSingle(const App& app, BarePlayer& bare, const std::string& clip) {
+    bare.Open(clip, true);
+    const double cost = app.CostOfPlaying();
+    bare.Close();
+    app.For(200);
+    return cost;
+}
+
 } // namespace
 
 std::vector<Row> MeasureFirstFrame(const Inputs& inputs) {
@@ -89,22 +104,29 @@ std::vector<Row> MeasureTwinCost(const Inputs& inputs) {
     Samples twin;
     Samples single;
     for (int run = 0; run < kRuns; ++run) {
-        app.OpenRow(0);
-        app.For(1000); // the start has a cost of its own
-        double before = ProcessorMilliseconds();
-        app.For(kPlayMilliseconds);
-        twin.Add(ProcessorMilliseconds() - before);
-        app.Close();
-        app.For(200);
-        bare.Open(inputs.clip, true);
-        app.For(1000);
-        before = ProcessorMilliseconds();
-        app.For(kPlayMilliseconds);
-        single.Add(ProcessorMilliseconds() - before);
-        bare.Close();
-        app.For(200);
+        twin.Add(CostOfTwins(app, 0));
+        single.Add(CostOfSingle(app, bare, inputs.clip));
     }
-    return {RatioRow("processor, twin / single, per 5 s", twin, single, "ms", 1.8)};
+    return {RatioRow("processor, twin / single, per 5 s", twin, single, "ms", 1.25)};
+}
+
+std::vector<Row> MeasureInterlaced(const Inputs& inputs) {
+    constexpr int kFewRuns = 3;
+    const std::string folder = inputs.clips + "/fields";
+    const App app(folder);
+    app.UntilScanned();
+    BarePlayer bare;
+    bare.SetFilter("yadif=mode=send_frame:deint=interlaced");
+    Samples marked;
+    Samples unmarked;
+    Samples single;
+    for (int run = 0; run < kFewRuns; ++run) {
+        marked.Add(CostOfTwins(app, 0));
+        unmarked.Add(CostOfTwins(app, 1));
+        single.Add(CostOfSingle(app, bare, folder + "/1.mp4"));
+    }
+    return {RatioRow("processor, deinterlaced / bare filter", marked, single, "ms", 1.25),
+            ReportRow("the same pictures not marked", unmarked, "ms")};
 }
 
 std::vector<Row> MeasureMemory(const Inputs& inputs) {
@@ -112,7 +134,7 @@ std::vector<Row> MeasureMemory(const Inputs& inputs) {
     const App app(FolderOf(memory, inputs.clip));
     app.UntilScanned();
     app.OpenRow(0);
-    app.For(kPlayMilliseconds);
+    app.CostOfPlaying();
     Samples peak;
     peak.Add(PeakMebibytes());
     return {ReportRow("peak memory, 1080p twin playing", peak, "MiB")};

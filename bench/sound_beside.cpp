@@ -1,6 +1,5 @@
 #include "app.h"
 #include "benchmarks.h"
-#include "clocks.h"
 #include "folders.h"
 
 #include "platform/exceptions.h"
@@ -9,18 +8,6 @@
 #include <filesystem>
 
 namespace kirolane::bench {
-
-namespace {
-constexpr int kSettle = 1000;           ///< milliseconds: the start has a cost of its own
-constexpr int kPlayMilliseconds = 5000; ///< of each sample
-
-double Playing(const App& app) {
-    app.For(kSettle);
-    const double before = ProcessorMilliseconds();
-    app.For(kPlayMilliseconds);
-    return ProcessorMilliseconds() - before;
-}
-} // namespace
 
 std::vector<Row> MeasureSoundBeside(const Inputs& inputs) {
     const MemoryFolder memory;
@@ -34,11 +21,11 @@ std::vector<Row> MeasureSoundBeside(const Inputs& inputs) {
     Samples movie;
     for (int run = 0; run < kRuns; ++run) {
         app.OpenRow(0);
-        movie.Add(Playing(app));
+        movie.Add(app.CostOfPlaying());
         app.Close();
         app.OpenRow(0);
         app.OpenSound(0);
-        both.Add(Playing(app));
+        both.Add(app.CostOfPlaying());
         if (!console.mPlay_Flag || !console.Play_Flag)
             throw RuntimeException("the movie and the sound do not play at once");
         app.CloseSound();
