@@ -3,14 +3,14 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "display/monitorform.h"
-#include "platform/common/runtime.h"
-#include "platform/implicit_instance.h"
-#include "platform/mpv/mpv_media.h"
-#include "platform/posix/posix_filesystem.h"
-#include "platform/qt/qtwindows.h"
-#include "settings/setting_lines.h"
-#include "shell/mainform.h"
+#include "backends/mpv/mpv_media.h"
+#include "backends/posix/posix_filesystem.h"
+#include "backends/qt/qtwindows.h"
+#include "contract/core/runtime.h"
+#include "contract/implicit_instance.h"
+#include "logic/display/monitorform.h"
+#include "logic/settings/setting_lines.h"
+#include "logic/shell/mainform.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/start.h"
+#include "logic/shell/start.h"
 
 #include <cstdint>
 #include <functional>

@@ -3,7 +3,7 @@
 #include "clocks.h"
 #include "frame_code.h"
 
-#include "platform/mpv/deck_options.h"
+#include "backends/mpv/deck_options.h"
 
 #include <array>
 #include <stdexcept>

@@ -2,8 +2,8 @@
 #include "benchmarks.h"
 #include "show.h"
 
-#include "display/monitorform.h"
-#include "shell/mainform.h"
+#include "logic/display/monitorform.h"
+#include "logic/shell/mainform.h"
 
 #include <X11/keysym.h>
 

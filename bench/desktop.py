@@ -6,10 +6,10 @@ import subprocess
 import sys
 import tempfile
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "e2e"))
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
 
-from rig import display
-from rig.waiter import Waiter
+from desk import display
+from desk.waiter import Waiter
 
 DISPLAYS = [(0, 0, 1920, 1200), (1920, 0, 1920, 1080)]
 

@@ -1,10 +1,10 @@
 #include "app.h"
 #include "benchmarks.h"
 
-#include "display/monitorform.h"
-#include "platform/exceptions.h"
-#include "shell/mainform.h"
-#include "video/rate_table.h"
+#include "contract/exceptions.h"
+#include "logic/display/monitorform.h"
+#include "logic/shell/mainform.h"
+#include "logic/video/rate_table.h"
 
 #include <cmath>
 

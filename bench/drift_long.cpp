@@ -1,8 +1,8 @@
 #include "benchmarks.h"
 #include "show.h"
 
-#include "display/monitorform.h"
-#include "shell/mainform.h"
+#include "logic/display/monitorform.h"
+#include "logic/shell/mainform.h"
 
 #include <cmath>
 #include <optional>

@@ -3,9 +3,9 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "platform/exceptions.h"
-#include "settings/setting_lines.h"
-#include "shell/mainform.h"
+#include "contract/exceptions.h"
+#include "logic/settings/setting_lines.h"
+#include "logic/shell/mainform.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -2,7 +2,7 @@
 #include "benchmarks.h"
 #include "clocks.h"
 
-#include "shell/mainform.h"
+#include "logic/shell/mainform.h"
 
 #include <fstream>
 

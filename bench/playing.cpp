@@ -4,9 +4,9 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "display/monitorform.h"
-#include "platform/backend/mediaengine.h"
-#include "shell/mainform.h"
+#include "contract/backend/mediaengine.h"
+#include "logic/display/monitorform.h"
+#include "logic/shell/mainform.h"
 
 #include <QApplication>
 #include <QEvent>

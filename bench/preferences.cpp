@@ -3,9 +3,9 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "platform/implicit_instance.h"
-#include "settings/settingform.h"
-#include "shell/mainform.h"
+#include "contract/implicit_instance.h"
+#include "logic/settings/settingform.h"
+#include "logic/shell/mainform.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,6 +1,6 @@
 #include "show.h"
 
-#include "platform/exceptions.h"
+#include "contract/exceptions.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

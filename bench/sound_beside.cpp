@@ -2,8 +2,8 @@
 #include "benchmarks.h"
 #include "folders.h"
 
-#include "platform/exceptions.h"
-#include "shell/mainform.h"
+#include "contract/exceptions.h"
+#include "logic/shell/mainform.h"
 
 #include <filesystem>
 

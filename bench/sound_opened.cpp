@@ -1,8 +1,8 @@
 #include "benchmarks.h"
 #include "show.h"
 
-#include "platform/exceptions.h"
-#include "shell/mainform.h"
+#include "contract/exceptions.h"
+#include "logic/shell/mainform.h"
 
 #include <algorithm>
 #include <array>

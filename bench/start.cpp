@@ -2,7 +2,7 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "platform/exceptions.h"
+#include "contract/exceptions.h"
 
 #include <cstdlib>
 

@@ -3,7 +3,7 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "shell/mainform.h"
+#include "logic/shell/mainform.h"
 
 #include <filesystem>
 

@@ -1,13 +1,14 @@
 // Picks the back ends, starts the logic and runs the event loop.
 
-#include "platform/common/runtime.h"
-#include "platform/mpv/mpv_media.h"
-#include "platform/posix/posix_filesystem.h"
-#include "platform/posix/posix_folders.h"
-#include "platform/posix/quit_signals.h"
-#include "platform/posix/standard_streams.h"
-#include "platform/qt/qtwindows.h"
-#include "shell/start.h"
+#include "backends/mpv/mpv_media.h"
+#include "backends/posix/posix_filesystem.h"
+#include "backends/posix/posix_folders.h"
+#include "backends/posix/quit_signals.h"
+#include "backends/posix/standard_streams.h"
+#include "backends/qt/qtwindows.h"
+#include "contract/backend/host.h"
+#include "contract/core/runtime.h"
+#include "logic/shell/start.h"
 
 #include <cstdlib>
 #include <memory>
@@ -41,13 +42,13 @@ int main(int argc, char** argv) {
     qt::QtWindows windows(argc, argv);
     posix::PosixFileSystem files(posix::HomeFolder(), posix::ExecutableFolder());
     if (const std::string failure = files.Prepare(); !failure.empty()) {
-        Runtime::WriteLine("start: " + failure);
+        WriteErrorLine("start: " + failure);
         windows.ShowStartFailure("start: " + failure);
         End(EXIT_FAILURE);
     }
     mpv::MpvMedia media(Players());
     Runtime runtime(windows, media, files);
-    posix::WatchQuitSignals([&runtime] { runtime.Post([&runtime] { runtime.Quit(EXIT_SUCCESS); }); });
+    posix::WatchQuitSignals([&runtime] { runtime.Mail().Post([&runtime] { runtime.Quit(EXIT_SUCCESS); }); });
 
     std::unique_ptr<App> app;
     std::string failure;

@@ -4,9 +4,9 @@ import os
 import pathlib
 import unittest
 
-from rig import accessibility as seen
-from rig import desk as desks
-from rig.desk import CONSOLE, MONITOR
+from desk import accessibility as seen
+from desk import show as desks
+from desk.show import CONSOLE, MONITOR
 
 BINARY = pathlib.Path(os.environ["KIROLANE_PROGRAM"])
 CLIPS = pathlib.Path(os.environ["KIROLANE_CLIPS"])

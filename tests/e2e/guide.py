@@ -1,6 +1,6 @@
 """guide.py PROGRAM CLIPS FOLDER: runs what docs/guide.md tells and saves the guide's pictures in FOLDER.
 
-CLIPS is the folder that `python3 -m rig.clips` fills.
+CLIPS is the folder that `python3 -m desk.clips` fills.
 """
 
 import os
@@ -8,6 +8,8 @@ import pathlib
 import sys
 import tempfile
 import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2]))  # where desk/ lies
 
 if __name__ == "__main__":
     program, clips, folder = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])

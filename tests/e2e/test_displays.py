@@ -4,11 +4,11 @@ import itertools
 import pathlib
 
 from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen, unittest
-from rig import clips
-from rig.clips import FRAMES_PER_SECOND
-from rig.desk import LEFT, PREFERENCES, RIGHT, inside
-from rig.display import MAIN, SECOND
-from rig.sound import FileDevice
+from desk import clips
+from desk.clips import FRAMES_PER_SECOND
+from desk.show import LEFT, PREFERENCES, RIGHT, inside
+from desk.display import MAIN, SECOND
+from desk.sound import FileDevice
 
 GAP = 6  # between the console and a monitor under it
 ONLY = (0, 0, 1280, 1024)

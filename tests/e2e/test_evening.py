@@ -8,8 +8,8 @@ import pathlib
 import subprocess
 
 from case import CLIPS, CONSOLE, MONITOR, SHOTS, Case, seen, unittest
-from rig.desk import CHOOSER, PREFERENCES, lay
-from rig.program import colon_path
+from desk.show import CHOOSER, PREFERENCES, lay
+from desk.program import colon_path
 
 GUIDE = os.environ.get("KIROLANE_GUIDE")
 SAVED = "設定を確定しました"

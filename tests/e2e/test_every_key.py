@@ -1,8 +1,8 @@
 """Every key of the movie's and the window's menu in every display mode, in the console and from the monitor."""
 
 from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen, unittest
-from rig import clips, keys
-from rig.desk import LEFT, RIGHT
+from desk import clips, keys
+from desk.show import LEFT, RIGHT
 
 LONG = "0 長.mp4"
 LONG_CLIP, LONG_RATE = 4, 10  # the number in its pictures, and how many a second

@@ -1,7 +1,7 @@
 """What keys do beyond their commands: held down, whatever has the keyboard, at the end of a movie."""
 
 from case import CLIP_NAMES, CLIPS, Case, seen, unittest
-from rig.clips import FRAMES_PER_SECOND
+from desk.clips import FRAMES_PER_SECOND
 
 BAR_LEVELS = {362: 100, 372: 70, 395: 0}  # height in the console to the level that the pointer gives
 

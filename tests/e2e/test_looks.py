@@ -1,7 +1,7 @@
 """Every window at the display scales 1 and 2, for the eye: the pictures lie in the folder of the shots."""
 
 from case import CLIP_NAMES, CLIPS, CONSOLE, SHOTS, Case, seen, unittest
-from rig.desk import CHOOSER, PREFERENCES
+from desk.show import CHOOSER, PREFERENCES
 
 ABOUT = "バージョン情報"
 SIZES = {CONSOLE: 800, PREFERENCES: 688, ABOUT: 245}

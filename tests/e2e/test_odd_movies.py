@@ -1,9 +1,9 @@
 """Movies of odd lengths, and keys that do not wait for a movie to open."""
 
 from case import CLIP_NAMES, CLIPS, CONSOLE, NO_TIME, Case, seen, unittest
-from rig import keys
-from rig.clips import FRAMES_PER_SECOND, make
-from rig.desk import LEFT
+from desk import keys
+from desk.clips import FRAMES_PER_SECOND, make
+from desk.show import LEFT
 
 HOURS = 61
 SHORT, LONG, CUT = "a 短.mp4", "b 長.mov", "c 切.mp4"

@@ -1,8 +1,8 @@
 """The preferences in real windows, over the restarts after which most of them act."""
 
 from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, Case, seen, unittest
-from rig.desk import LEFT, PREFERENCES, RIGHT, lay
-from rig.program import SETTINGS, colon_path
+from desk.show import LEFT, PREFERENCES, RIGHT, lay
+from desk.program import SETTINGS, colon_path
 
 SAVED = "設定を確定しました"
 LONG = "長編.mp4"

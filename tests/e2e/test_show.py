@@ -4,8 +4,8 @@ import os
 import time
 
 from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen, unittest
-from rig.clips import FRAMES_PER_SECOND
-from rig.desk import RIGHT
+from desk.clips import FRAMES_PER_SECOND
+from desk.show import RIGHT
 
 IN_STEP = FRAMES_PER_SECOND // 3  # frames between the twins, on a loaded machine without a graphics card
 

@@ -5,8 +5,8 @@ import re
 import signal
 
 from case import CONSOLE, Case, unittest
-from rig.desk import LEFT, RIGHT
-from rig.program import LINES, SETTINGS
+from desk.show import LEFT, RIGHT
+from desk.program import LINES, SETTINGS
 
 NOBODY = 65534
 

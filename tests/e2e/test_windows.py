@@ -4,8 +4,8 @@ import struct
 import subprocess
 
 from case import CLIPS, CONSOLE, LOGO, MONITOR, NO_TIME, Case, seen, unittest
-from rig.desk import CHOOSER, LEFT, RIGHT, inside, lay
-from rig.program import colon_path
+from desk.show import CHOOSER, LEFT, RIGHT, inside, lay
+from desk.program import colon_path
 
 LONG = "0 長.mp4"  # 150 s, 10 pictures a second
 SOUNDS = ["音.wav", "音２.wav"]

@@ -13,8 +13,6 @@ from twins import twins
 SKIPPED = 77
 CLANG_FORMAT = "14"  # the layout of other versions differs
 
-LOGIC = ["shell", "settings", "video", "display", "lists", "sound", "about"]
-
 STANDARD = set(
     """algorithm array atomic bit bitset cassert cctype cerrno cfloat charconv chrono climits clocale cmath compare
     complex concepts condition_variable coroutine csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime
@@ -25,22 +23,25 @@ STANDARD = set(
     valarray variant vector version""".split()
 )
 
-# What the sources of a folder may include beside the standard headers and what lies in the folder itself. The
-# back ends may use what their trade needs, but never each other; who is not named here is not checked.
-LOGIC_MAY = [r'"(%s)/\w+\.h"' % "|".join(LOGIC), r'"platform/\w+\.h"']
-CONTRACT_MAY = [r'"platform/(common/|backend/)?\w+\.h"']
+# What the sources of a folder may include beside the standard headers and what lies in the folder itself: contract
+# and interfaces for all, and for a back end what its trade needs, but never another back end. A pattern of names
+# tells files of one folder apart; what no row names is not checked.
+CONTRACT = r'"contract/\w+\.h"'
+INTERFACES = r'"contract/backend/\w+\.h"'
+CORE = r'"contract/core/\w+\.h"'
+SYSTEM = r"<[a-z0-9_/]+\.h>"
 LAYERS = {
-    **{"src/" + folder: LOGIC_MAY for folder in LOGIC},
-    "src/platform/backend": CONTRACT_MAY,
-    "src/platform/common": CONTRACT_MAY + [r"<utf8proc\.h>"],
-    "src/platform/headless": CONTRACT_MAY,
-    "src/platform/posix": CONTRACT_MAY + [r"<[a-z0-9_/]+\.h>"],
-    "src/platform/mpv": CONTRACT_MAY + [r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", r"<[a-z0-9_/]+\.h>"],
-    "src/platform/qt": CONTRACT_MAY + [r"<Q\w+>", r"<(qpa|private)/\w+\.h>", r"<(unistd|signal|xcb/\w+|X11/[\w/]+)\.h>"],
+    "src/logic/**/*": [r'"logic/\w+/\w+\.h"', CONTRACT],
+    "src/contract/*.h": [CONTRACT],
+    "src/contract/*.cpp": [CONTRACT, INTERFACES, CORE, r"<utf8proc\.h>"],
+    "src/contract/backend/*": [CONTRACT, INTERFACES],
+    "src/contract/core/*": [CONTRACT, INTERFACES, CORE, r"<utf8proc\.h>"],
+    "src/backends/headless/*": [CONTRACT, INTERFACES],
+    "src/backends/posix/*": [CONTRACT, INTERFACES, SYSTEM],
+    "src/backends/mpv/*": [CONTRACT, INTERFACES, r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", SYSTEM],
+    "src/backends/qt/*": [CONTRACT, INTERFACES, r"<Q\w+>", r"<(qpa|private)/\w+\.h>",
+                          r"<(unistd|signal|xcb/\w+|X11/[\w/]+)\.h>"],
 }
-# The contract's own headers, the one place where the folder itself is told apart from what lies below it.
-CONTRACT_HEADERS = "src/platform"
-CONTRACT_HEADERS_MAY = [r'"platform/\w+\.h"', r'"platform/common/runtime\.h"']
 
 SOURCES = {".cpp", ".h"}
 SCRIPTS = {".py", ".sh", ""}
@@ -78,13 +79,11 @@ def allowed(include, patterns):
 
 
 def layers(root):
-    for folder, patterns in [*LAYERS.items(), (CONTRACT_HEADERS, CONTRACT_HEADERS_MAY)]:
-        here = root / folder
-        files = here.glob("*") if folder == CONTRACT_HEADERS else here.rglob("*")
-        own = r'"(%s/)?\w+\.h"' % re.escape(folder.removeprefix("src/"))
-        for path in sorted(files):
+    for files, patterns in LAYERS.items():
+        for path in sorted(root.glob(files)):
             if path.suffix not in SOURCES:
                 continue
+            own = r'"(%s/)?\w+\.h"' % re.escape(str(path.parent.relative_to(root / "src")))
             for number, line in enumerate(lines(path), 1):
                 include = re.match(r"\s*#\s*include\s*([<\"][^>\"]+[>\"])", line)
                 if include and not allowed(include.group(1), [*patterns, own]):

@@ -21,15 +21,17 @@ def found(rule, files):
 class Lint(unittest.TestCase):
     def test_layers(self):
         breaches = found("layers", {
-            "src/video/open.cpp": '#include "platform/window.h"\n#include <vector>\n#include <QString>\n'
-                                  '#include "platform/common/runtime.h"\n#include <unistd.h>\n',
-            "src/platform/window.h": '#include "platform/qt/peer.h"\n#include "platform/ref.h"\n',
-            "src/platform/qt/peer.cpp": '#include "platform/mpv/player.h"\n#include <QWidget>\n#include "peer.h"\n',
+            "src/logic/video/open.cpp": '#include "contract/window.h"\n#include <vector>\n#include <QString>\n'
+                                        '#include "contract/core/runtime.h"\n#include <unistd.h>\n',
+            "src/contract/window.h": '#include "contract/core/forms.h"\n#include "contract/ref.h"\n',
+            "src/contract/window.cpp": '#include "contract/core/forms.h"\n#include "backends/qt/peer.h"\n',
+            "src/backends/qt/peer.cpp": '#include "backends/mpv/player.h"\n#include <QWidget>\n#include "peer.h"\n'
+                                        '#include "contract/core/forms.h"\n',
             "src/main.cpp": '#include <QWidget>\n',
         })
         self.assertEqual(sorted(breaches), [
-            "src/platform/qt/peer.cpp:1:", "src/platform/window.h:1:",
-            "src/video/open.cpp:3:", "src/video/open.cpp:4:", "src/video/open.cpp:5:"])
+            "src/backends/qt/peer.cpp:1:", "src/backends/qt/peer.cpp:4:", "src/contract/window.cpp:2:",
+            "src/contract/window.h:1:", *(f"src/logic/video/open.cpp:{line}:" for line in (3, 4, 5))])
 
     def test_sleeps(self):
         breaches = found("sleeps", {
@@ -65,14 +67,14 @@ class Lint(unittest.TestCase):
                  "    form->QTM()->Stop();\n    mFile_Number = 0;\n}\n")
         other = "void Mainform::Other() {\n    File_Number = QTM()->Position();\n}\n"
         sound_other = re.sub("(?=Other|File)", "m", other).replace("QTM", "Instance<MusicForm>()->QTM")
-        tree = {"src/video/a.cpp": movie, "src/video/b.cpp": other,
-                "src/sound/a.cpp": sound, "src/sound/b.cpp": sound_other,
+        tree = {"src/logic/video/a.cpp": movie, "src/logic/video/b.cpp": other,
+                "src/logic/sound/a.cpp": sound, "src/logic/sound/b.cpp": sound_other,
                 "tests/lint/twins.diff": "Pause_Action\n- monitor->QTM()->Stop();\n"}
         self.assertEqual(found("twins", tree), [])
         for right, slip in [("Stop", "Play"), ("form->QTM", "QTM"), ("mFile_", "File_"), ("= 0", "= 1")]:
-            breaches = found("twins", {**tree, "src/sound/a.cpp": sound.replace(right, slip)})
+            breaches = found("twins", {**tree, "src/logic/sound/a.cpp": sound.replace(right, slip)})
             self.assertEqual(len(breaches), 1, slip)
-        self.assertEqual(len(found("twins", {**tree, "src/sound/c.cpp": "void Mainform::mNew() {\n}\n"})), 1)
+        self.assertEqual(len(found("twins", {**tree, "src/logic/sound/c.cpp": "void Mainform::mNew() {\n}\n"})), 1)
 
 
 if __name__ == "__main__":

@@ -21,7 +21,7 @@ def methods(root):
     """Name to body, without comments."""
     found = {}
     for folder in FOLDERS:
-        for path in sorted((root / "src" / folder).glob("*.cpp")):
+        for path in sorted((root / "src" / "logic" / folder).glob("*.cpp")):
             text = re.sub(r"//.*|/\*.*?\*/", "", path.read_text(encoding="utf-8"))
             found.update(METHOD.findall(text))
     return found

@@ -101,7 +101,7 @@ TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) 
     const auto scanFor = [&](int turns) {
         Console().Setting_Data.Set(22, many);
         Console().Fold(1)->ReportClick();
-        for (Platform().Threads().OneTurnEach(); Platform().WorkersUnderWay();) // it reads the folder
+        for (Platform().Threads().OneTurnEach(); Platform().Mail().WorkersUnderWay();) // it reads the folder
             std::this_thread::yield();
         Platform().RunPosted();
         for (int turn = 0; turn < turns; ++turn)

@@ -1,6 +1,6 @@
 #include "logic_test.h"
 
-#include "platform/common/colon_path.h"
+#include "contract/core/colon_path.h"
 
 #include <chrono>
 

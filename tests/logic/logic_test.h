@@ -1,11 +1,11 @@
 #pragma once
 
-#include "display/monitorform.h"
-#include "platform/implicit_instance.h"
-#include "settings/settingform.h"
-#include "shell/mainform.h"
-#include "shell/start.h"
-#include "sound/musicform.h"
+#include "contract/implicit_instance.h"
+#include "logic/display/monitorform.h"
+#include "logic/settings/settingform.h"
+#include "logic/shell/mainform.h"
+#include "logic/shell/start.h"
+#include "logic/sound/musicform.h"
 #include "support/platform_test.h"
 
 #include <initializer_list>

@@ -1,5 +1,5 @@
+#include "contract/keyboard.h"
 #include "logic_test.h"
-#include "platform/keyboard.h"
 
 namespace kirolane::tests {
 

@@ -1,4 +1,4 @@
-#include "about/verform.h"
+#include "logic/about/verform.h"
 #include "logic_test.h"
 
 namespace kirolane::tests {

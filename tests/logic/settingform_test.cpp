@@ -1,6 +1,6 @@
-#include "about/verform.h"
+#include "contract/core/colon_path.h"
+#include "logic/about/verform.h"
 #include "logic_test.h"
-#include "platform/common/colon_path.h"
 #include "support/captured_stderr.h"
 
 #include <filesystem>
@@ -207,7 +207,7 @@ TEST_F(SettingFormTest, ClosingItDropsTheEditsAndTheNextShowingIsNew) {
     Do([] { Console().Rate()->SetFocus(); });
     Form().ReportCloseRequested();
     EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
-    EXPECT_EQ(Platform().Forms().size(), 4U);
+    EXPECT_EQ(Platform().Forms().All().size(), 4U);
     Show();
     EXPECT_TRUE(Form().Visible());
     EXPECT_FALSE(Form().WindowColor_Check()->Value());
@@ -222,7 +222,7 @@ TEST_F(SettingFormTest, TheAboutWindowIsShownAndHidden) {
     form->OKButton()->ReportClick();
     EXPECT_FALSE(form->Visible());
     form->ReportCloseRequested();
-    EXPECT_EQ(Platform().Forms().size(), 5U);
+    EXPECT_EQ(Platform().Forms().All().size(), 5U);
 }
 
 } // namespace kirolane::tests

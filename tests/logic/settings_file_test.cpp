@@ -1,5 +1,5 @@
+#include "contract/core/colon_path.h"
 #include "logic_test.h"
-#include "platform/common/colon_path.h"
 
 namespace kirolane::tests {
 

@@ -1,5 +1,5 @@
+#include "logic/shell/menu_table.h"
 #include "logic_test.h"
-#include "shell/menu_table.h"
 #include "support/captured_stderr.h"
 
 #include <random>

@@ -1,6 +1,6 @@
-#include "about/verform.h"
+#include "contract/core/colon_path.h"
+#include "logic/about/verform.h"
 #include "logic_test.h"
-#include "platform/common/colon_path.h"
 #include "support/captured_stderr.h"
 #include "support/silent_mount.h"
 

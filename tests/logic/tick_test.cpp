@@ -1,6 +1,6 @@
+#include "logic/video/drift_text.h"
+#include "logic/video/time_text.h"
 #include "logic_test.h"
-#include "video/drift_text.h"
-#include "video/time_text.h"
 
 namespace kirolane::tests {
 

@@ -1,5 +1,5 @@
+#include "logic/video/volume_table.h"
 #include "logic_test.h"
-#include "video/volume_table.h"
 
 namespace kirolane::tests {
 

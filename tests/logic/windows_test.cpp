@@ -123,10 +123,10 @@ TEST_F(WindowsTest, QuittingTheMonitorClosesItAloneAndTheNextUseMakesItAnew) {
     Open(0);
     Monitor().ReportMenuChosen("FileQuit");
     EXPECT_FALSE(Platform().Ended());
-    EXPECT_EQ(Platform().Forms().size(), 4U);
+    EXPECT_EQ(Platform().Forms().All().size(), 4U);
     EXPECT_TRUE(Console().QTM()->Running());
     Advance(1000); // the tick names it
-    EXPECT_EQ(Platform().Forms().size(), 5U);
+    EXPECT_EQ(Platform().Forms().All().size(), 5U);
     EXPECT_EQ(Monitor().Width(), 320);
     EXPECT_TRUE(Monitor().QTM()->Movie().IsNil());
     Open(0);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "backends/mpv/mpv_media.h"
+#include "contract/backend/mediaengine.h"
 #include "mpv_harness.h"
-#include "platform/backend/mediaengine.h"
-#include "platform/mpv/mpv_media.h"
 
 #include <functional>
 #include <memory>

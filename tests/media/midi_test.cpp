@@ -1,8 +1,8 @@
 // MIDI files: read with care, rendered ahead.
 
+#include "backends/mpv/midi_song.h"
 #include "crafted_files.h"
 #include "engine_test.h"
-#include "platform/mpv/midi_song.h"
 #include "support/captured_stderr.h"
 #include "support/temporary_folder.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/headless/headless.h"
-#include "platform/mpv/mpv_media.h"
+#include "backends/headless/headless.h"
+#include "backends/mpv/mpv_media.h"
 #include "support/player_harness.h"
 
 #include <chrono>

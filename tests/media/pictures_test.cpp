@@ -1,7 +1,7 @@
 // The pictures as the windows get them.
 
+#include "backends/mpv/picture_path.h"
 #include "engine_test.h"
-#include "platform/mpv/picture_path.h"
 
 #include <atomic>
 #include <cmath>

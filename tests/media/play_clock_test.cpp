@@ -1,6 +1,6 @@
 // The position between libmpv's reports.
 
-#include "platform/mpv/play_clock.h"
+#include "backends/mpv/play_clock.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The sound device goes, hangs and comes back: a PulseAudio server of the test's own, whose one sink plays
 // into a pipe.
 
+#include "backends/mpv/sound_devices.h"
 #include "engine_test.h"
-#include "platform/mpv/sound_devices.h"
 #include "support/captured_stderr.h"
 #include "support/temporary_folder.h"
 

@@ -1,18 +1,18 @@
 // Each class of control: what it shows, what it reports, and what assistive tools read.
 
-#include "lists/media_types.h"
-#include "platform/bevelbutton.h"
-#include "platform/checkbox.h"
-#include "platform/editfield.h"
-#include "platform/popupmenu.h"
-#include "platform/progressbar.h"
-#include "platform/qt/fonts.h"
-#include "platform/statictext.h"
-#include "platform/tabpanel.h"
-#include "platform/updownarrows.h"
+#include "backends/qt/fonts.h"
+#include "contract/bevelbutton.h"
+#include "contract/checkbox.h"
+#include "contract/editfield.h"
+#include "contract/popupmenu.h"
+#include "contract/progressbar.h"
+#include "contract/statictext.h"
+#include "contract/tabpanel.h"
+#include "contract/updownarrows.h"
+#include "logic/lists/media_types.h"
+#include "logic/video/rate_table.h"
 #include "qt_test.h"
 #include "show_forms.h"
-#include "video/rate_table.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -1,6 +1,6 @@
 // The folder dialog, with the program going on behind it.
 
-#include "platform/folderitem.h"
+#include "contract/folderitem.h"
 #include "qt_test.h"
 #include "show_forms.h"
 

@@ -1,13 +1,13 @@
 // Each window of the program as it stands after the start, widget by widget, against tables of its own.
 
-#include "about/verform.h"
-#include "display/monitorform.h"
+#include "logic/about/verform.h"
+#include "logic/display/monitorform.h"
+#include "logic/settings/settingform.h"
+#include "logic/shell/mainform.h"
+#include "logic/shell/start.h"
+#include "logic/sound/musicform.h"
 #include "qt_test.h"
-#include "settings/settingform.h"
-#include "shell/mainform.h"
-#include "shell/start.h"
 #include "show_forms.h"
-#include "sound/musicform.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

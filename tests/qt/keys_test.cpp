@@ -1,12 +1,12 @@
 // Commands by key, whatever has the focus.
 
-#include "platform/editfield.h"
-#include "platform/listbox.h"
-#include "platform/menuitem.h"
-#include "platform/qt/shortcuts.h"
-#include "platform/tabpanel.h"
+#include "backends/qt/shortcuts.h"
+#include "contract/editfield.h"
+#include "contract/listbox.h"
+#include "contract/menuitem.h"
+#include "contract/tabpanel.h"
+#include "logic/shell/menu_table.h"
 #include "qt_test.h"
-#include "shell/menu_table.h"
 #include "show_forms.h"
 
 #include <QAction>

@@ -1,6 +1,6 @@
 // The list as it stands in the console.
 
-#include "platform/listbox.h"
+#include "contract/listbox.h"
 #include "qt_test.h"
 #include "show_forms.h"
 

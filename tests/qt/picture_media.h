@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/backend/mediaengine.h"
+#include "contract/backend/mediaengine.h"
 
 #include <QColor>
 

@@ -1,8 +1,8 @@
 // What the audience sees: pictures, the curtain, and the change from one to the other.
 
-#include "platform/canvas.h"
-#include "platform/movieplayer.h"
-#include "platform/rectangle.h"
+#include "contract/canvas.h"
+#include "contract/movieplayer.h"
+#include "contract/rectangle.h"
 #include "qt_test.h"
 #include "show_forms.h"
 

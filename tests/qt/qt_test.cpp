@@ -1,6 +1,6 @@
 #include "qt_test.h"
 
-#include "platform/window.h"
+#include "contract/window.h"
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -57,7 +57,7 @@ QtTest::~QtTest() {
 }
 
 void QtTest::Do(const std::function<void()>& handler) {
-    const auto forms = m_runtime->Forms();
+    const auto forms = m_runtime->Forms().All();
     ASSERT_FALSE(forms.empty()) << "StartWith comes first";
     EXPECT_TRUE(m_runtime->DeliverNow(*forms.front(), "test", handler));
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "backends/posix/posix_filesystem.h"
+#include "backends/qt/qtwindows.h"
+#include "contract/core/runtime.h"
+#include "contract/implicit_instance.h"
 #include "picture_media.h"
-#include "platform/common/runtime.h"
-#include "platform/implicit_instance.h"
-#include "platform/posix/posix_filesystem.h"
-#include "platform/qt/qtwindows.h"
 #include "support/temporary_folder.h"
 
 #include <QApplication>

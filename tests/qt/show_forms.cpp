@@ -1,7 +1,7 @@
 #include "show_forms.h"
 
-#include "platform/listbox.h"
-#include "shell/menu_table.h"
+#include "contract/listbox.h"
+#include "logic/shell/menu_table.h"
 
 #include <memory>
 

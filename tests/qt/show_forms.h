@@ -1,11 +1,11 @@
 #pragma once
 
-#include "about/verform_controls.h"
-#include "display/monitorform_controls.h"
-#include "platform/window.h"
-#include "settings/settingform_controls.h"
-#include "shell/mainform_controls.h"
-#include "sound/musicform_controls.h"
+#include "contract/window.h"
+#include "logic/about/verform_controls.h"
+#include "logic/display/monitorform_controls.h"
+#include "logic/settings/settingform_controls.h"
+#include "logic/shell/mainform_controls.h"
+#include "logic/sound/musicform_controls.h"
 
 #include <span>
 #include <string>

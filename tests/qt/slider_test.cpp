@@ -1,6 +1,6 @@
 // Sliders: who moves the thumb, and when that is told.
 
-#include "platform/slider.h"
+#include "contract/slider.h"
 #include "qt_test.h"
 #include "show_forms.h"
 

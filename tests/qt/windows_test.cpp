@@ -1,9 +1,9 @@
 // Frames, places, the keyboard between windows, and the event loop.
 
-#include "platform/bevelbutton.h"
-#include "platform/pushbutton.h"
-#include "platform/qt/formwindow.h"
-#include "platform/thread.h"
+#include "backends/qt/formwindow.h"
+#include "contract/bevelbutton.h"
+#include "contract/pushbutton.h"
+#include "contract/thread.h"
 #include "qt_test.h"
 #include "show_forms.h"
 #include "support/captured_stderr.h"

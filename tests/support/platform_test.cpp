@@ -1,6 +1,6 @@
 #include "support/platform_test.h"
 
-#include "platform/window.h"
+#include "contract/window.h"
 
 namespace kirolane::tests {
 
@@ -12,7 +12,7 @@ PlatformTest::PlatformTest() : m_files(m_folder.MakeFolder("home"), m_folder.Mak
 PlatformTest::~PlatformTest() = default;
 
 void PlatformTest::Do(const std::function<void()>& handler) {
-    const auto forms = m_runtime->Forms();
+    const auto forms = m_runtime->Forms().All();
     ASSERT_FALSE(forms.empty()) << "StartWith comes first";
     EXPECT_TRUE(m_runtime->DeliverNow(*forms.front(), "test", handler));
 }

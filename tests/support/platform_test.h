@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/common/runtime.h"
-#include "platform/headless/headless.h"
-#include "platform/implicit_instance.h"
-#include "platform/posix/posix_filesystem.h"
+#include "backends/headless/headless.h"
+#include "backends/posix/posix_filesystem.h"
+#include "contract/core/runtime.h"
+#include "contract/implicit_instance.h"
 #include "support/temporary_folder.h"
 
 #include <functional>

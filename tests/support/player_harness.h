@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/backend/mediaengine.h"
-#include "platform/backend/windowsystem.h"
+#include "contract/backend/mediaengine.h"
+#include "contract/backend/windowsystem.h"
 
 #include <functional>
 #include <memory>

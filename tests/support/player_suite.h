@@ -3,11 +3,11 @@
 // What every media engine owes the players, told through the contract alone. To be included by one source of
 // a test program, which instantiates PlayerSuite with a factory of its harness.
 
-#include "platform/common/runtime.h"
-#include "platform/implicit_instance.h"
-#include "platform/movieplayer.h"
-#include "platform/posix/posix_filesystem.h"
-#include "platform/window.h"
+#include "backends/posix/posix_filesystem.h"
+#include "contract/core/runtime.h"
+#include "contract/implicit_instance.h"
+#include "contract/movieplayer.h"
+#include "contract/window.h"
 #include "support/player_harness.h"
 #include "support/temporary_folder.h"
 

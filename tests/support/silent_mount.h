@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/posix/posix_filesystem.h"
+#include "backends/posix/posix_filesystem.h"
 
 #include <chrono>
 #include <condition_variable>

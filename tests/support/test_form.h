@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/window.h"
+#include "contract/window.h"
 
 #include <string>
 #include <string_view>

@@ -1,0 +1,49 @@
+#include "backends/mpv/duration_probe.h"
+
+#include "backends/mpv/packet_scan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace kirolane::mpv {
+
+namespace {
+
+/// Containers without a duration of their own: libavformat guesses from the bit rate or from the last time
+/// stamps. Of these MP3 has one where a certain header is there.
+constexpr std::string_view kGuessed[] = {"mpegvideo", "m4v", "mp3", "aac", "mpeg", "mpegts"};
+
+/// For what plays and yet has no length that could be found: one picture.
+constexpr double kLeast = 0.04;
+
+/// An extrapolation gives way to a guess from time stamps that lies this near, as a share of it.
+constexpr double kAgrees = 0.3;
+
+} // namespace
+
+bool KnowsLength(const std::string& format, double told) {
+    const bool guessed = std::find(std::begin(kGuessed), std::end(kGuessed), format) != std::end(kGuessed);
+    return told > 0.0 && std::isfinite(told) && !guessed;
+}
+
+Length MeasureLength(const MediaFile& file, double told) {
+    const PacketScan scan = ScanPackets(file.path, kMeasureLimit);
+    if (scan.headerSeconds > 0.0)
+        return {scan.headerSeconds, true};
+    if (scan.complete && scan.seconds > 0.0)
+        return {scan.seconds, true};
+    if (scan.seconds > 0.0 && scan.bytesRead > 0) {
+        const double whole = scan.seconds * static_cast<double>(std::max(file.size, scan.bytesRead)) /
+                             static_cast<double>(scan.bytesRead);
+        const bool agrees = scan.hasTimeStamps && std::abs(told - whole) < whole * kAgrees;
+        return {agrees ? told : whole, false};
+    }
+    return GuessLength(told);
+}
+
+Length GuessLength(double told) {
+    return {std::isfinite(told) ? std::max(told, kLeast) : kLeast, false};
+}
+
+} // namespace kirolane::mpv

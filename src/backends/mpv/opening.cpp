@@ -1,0 +1,248 @@
+#include "backends/mpv/conductor.h"
+
+#include "backends/mpv/duration_probe.h"
+#include "backends/mpv/shared_decoding.h"
+#include "backends/mpv/thread_niceness.h"
+#include "contract/backend/host.h"
+
+namespace kirolane::mpv {
+
+namespace {
+
+constexpr const char* kNoAnswer = "does not answer in time";
+
+/// How long libmpv may take to let go of the file before. One on a medium that does not answer holds it for
+/// ever.
+constexpr std::chrono::milliseconds kTakeOver{500};
+
+/// What the measuring of a length has on top of its own limit, on a busy machine.
+constexpr std::chrono::milliseconds kMeasureGrace{500};
+
+} // namespace
+
+template <class Result>
+std::optional<Result> Conductor::Await(std::function<Result()> work, TimePoint deadline) {
+    struct Answer {
+        std::mutex mutex;
+        bool given = false;
+        std::optional<Result> result;
+    };
+    const auto answer = std::make_shared<Answer>();
+    RunAside([answer, work = std::move(work), wait = m_loadWait] {
+        SetThreadNiceness(kPreviewNiceness); // whatever plays comes first
+        std::optional<Result> result;
+        try {
+            result = work();
+        } catch (const std::exception& e) {
+            WriteErrorLine(e.what());
+        }
+        {
+            const std::lock_guard lock(answer->mutex);
+            answer->given = true;
+            answer->result = std::move(result);
+        }
+        wait->Ring();
+    });
+    const auto given = [&] {
+        const std::lock_guard lock(answer->mutex);
+        return answer->given;
+    };
+    m_loadWait->Until(deadline, given, [this] { ShowPictures(); });
+    const std::lock_guard lock(answer->mutex);
+    return std::exchange(answer->result, std::nullopt);
+}
+
+void Conductor::ShowPictures() {
+    std::vector<Player*> playing; // they come and go on this thread
+    {
+        const std::lock_guard lock(m_mutex);
+        std::copy_if(m_players.begin(), m_players.end(), std::back_inserter(playing),
+                     [](const Player* player) { return player->Plays(); });
+    }
+    for (Player* player : playing)
+        player->Pictures().Paint();
+}
+
+bool Conductor::Load(Player& player, const std::string& nativePath) {
+    std::string cause;
+    if (!m_loadDeadline)
+        m_loadDeadline = Clock::now() + m_options.loadLimit;
+    const auto file = Looked(nativePath, cause);
+    Player* twin = TwinOf(player);
+    Preparation preparation;
+    const bool prepared = file && !(player.Ahead() && player.File() == *file);
+    if (prepared)
+        preparation = Prepared(*file);
+    if (cause.empty())
+        cause = preparation.cause;
+    try {
+        Furnish(player);
+        if (twin != nullptr)
+            Furnish(*twin);
+        if (cause.empty()) {
+            const bool hangs = SoundServerHangs();
+            SettleOutputs(player, hangs);
+            if (twin != nullptr && twin->Free())
+                SettleOutputs(*twin, hangs);
+        }
+    } catch (const std::exception& e) {
+        cause = e.what();
+    }
+    std::unique_lock lock(m_mutex);
+    m_tidyAt.reset();
+    if (!cause.empty())
+        return Fail(player, nativePath, cause);
+
+    Player& opener = Open(player, *file, preparation);
+    lock.unlock();
+
+    const auto taken = [&] {
+        const std::lock_guard locked(m_mutex);
+        return opener.Taken();
+    };
+    if (!m_loadWait->Until(m_takeOver, taken, [this] { ShowPictures(); })) {
+        // In a player of its own, then; the other comes to its end when its medium lets it.
+        try {
+            if (!prepared)
+                preparation = Prepared(*file);
+            auto deck = MakeDeck(opener.GetRole());
+            lock.lock();
+            Bury(opener.Replace(std::move(deck)));
+            lock.unlock();
+            SettleOutputs(opener, m_sound.ServerHangs());
+            lock.lock();
+        } catch (const std::exception& e) {
+            if (!lock.owns_lock())
+                lock.lock();
+            return Fail(player, nativePath, e.what());
+        }
+        opener.Open(*file, preparation, &opener != &player);
+        for (Player* other : m_players)
+            if (other->RestsAt(opener))
+                opener.Pictures().Lead(other->Pictures());
+        lock.unlock();
+    }
+
+    const auto done = [&] {
+        const std::lock_guard locked(m_mutex);
+        return !opener.Failure().empty() || (opener.Described() && opener.Decoded());
+    };
+    const bool answered = m_loadWait->Until(*m_loadDeadline, done, [this] { ShowPictures(); });
+    lock.lock();
+    if (!answered && player.Rests()) // the lead is about to be asked for the same, and cleared away
+        return Fail(player, nativePath, kNoAnswer);
+    if (!answered) {
+        try {
+            Forsake(player, Clock::now());
+            Bury(player.Replace(MakeDeck(player.GetRole())));
+        } catch (const std::exception& e) {
+            return Fail(player, nativePath, e.what());
+        }
+        return Fail(player, nativePath, kNoAnswer);
+    }
+    if (!opener.Failure().empty()) {
+        cause = opener.Failure();
+        return Fail(player, nativePath, cause);
+    }
+    const std::string format = opener.Format();
+    const double told = opener.ContainerDuration();
+    lock.unlock(); // measuring takes its time
+    if (m_measured.file != *file || m_measured.length.seconds <= 0.0)
+        m_measured = {*file, Measured(*file, format, told)};
+    lock.lock();
+    player.Opened(format, m_measured.length.seconds, m_measured.length.exact, Clock::now());
+    lock.unlock();
+    Wake();
+    return true;
+}
+
+bool Conductor::SoundServerHangs() {
+    if (!m_sound.Needed() || m_sound.ServerHangs())
+        return m_sound.ServerHangs();
+    const auto look = [] { return LookForSoundDevices(kServerPatience); };
+    m_sound.Take(Await<SoundDevices>(look, *m_loadDeadline).value_or(SoundDevices{}));
+    return m_sound.ServerHangs();
+}
+
+void Conductor::SettleOutputs(Player& player, bool hangs) {
+    if (player.GetRole().role == Role::Preview)
+        return;
+    std::unique_lock lock(m_mutex);
+    if (hangs && player.NearDevice()) {
+        lock.unlock();
+        auto deck = MakeDeck(player.GetRole());
+        lock.lock();
+        Bury(player.Replace(std::move(deck)));
+    }
+    player.SetOutputs(hangs ? std::string(kNoOutput) : m_options.audioOutput);
+}
+
+std::optional<MediaFile> Conductor::Looked(const std::string& nativePath, std::string& cause) {
+    struct Look {
+        std::optional<MediaFile> file;
+        std::string cause;
+    };
+    const auto look = Await<Look>(
+        [nativePath] {
+            Look found;
+            found.file = LookAt(nativePath, found.cause);
+            return found;
+        },
+        *m_loadDeadline);
+    cause = look ? look->cause : kNoAnswer;
+    return look ? look->file : std::nullopt;
+}
+
+Preparation Conductor::Prepared(const MediaFile& file) {
+    const auto limit = std::chrono::duration_cast<std::chrono::milliseconds>(*m_loadDeadline - Clock::now());
+    const auto work = [file, limit, shelf = m_shelf, font = m_options.soundFont] {
+        return PrepareFile(file, *shelf, font, limit);
+    };
+    Preparation unanswered;
+    unanswered.cause = kNoAnswer;
+    return Await<Preparation>(work, *m_loadDeadline).value_or(unanswered);
+}
+
+Length Conductor::Measured(const MediaFile& file, const std::string& format, double told) {
+    if (KnowsLength(format, told))
+        return {told, true};
+    const auto work = [file, told] { return MeasureLength(file, told); };
+    const TimePoint deadline = std::max(*m_loadDeadline, Clock::now() + kMeasureLimit + kMeasureGrace);
+    return Await<Length>(work, deadline).value_or(GuessLength(told));
+}
+
+Player& Conductor::Open(Player& player, const MediaFile& file, const Preparation& preparation) {
+    Player* twin = TwinOf(player);
+    if (player.GetRole().role == Role::Preview && twin != nullptr) {
+        const bool free = twin->Free() && !twin->Ahead(); // it is about to be given the same file
+        if (free) {
+            player.Unload(); // it may rest there still
+            twin->Open(file, preparation, true);
+            m_takeOver = Clock::now() + kTakeOver;
+            m_toldOf = {};
+        }
+        if (free || StandsAtBeginning(*twin, file)) {
+            player.OpenAtRest(file, preparation, *twin);
+            return *twin;
+        }
+    }
+    if (!player.Ahead() || player.File() != file) {
+        Forsake(player, Clock::now());
+        player.Open(file, preparation, false);
+        m_takeOver = Clock::now() + kTakeOver;
+        m_toldOf = {};
+    }
+    player.Claim();
+    return player;
+}
+
+bool Conductor::Fail(Player& player, const std::string& path, const std::string& cause) {
+    Abandon(player, Clock::now());
+    const std::string line = path + ": " + cause;
+    if (line != m_lastFailure) // once for both twins
+        WriteErrorLine(line);
+    m_lastFailure = line;
+    return false;
+}
+
+} // namespace kirolane::mpv

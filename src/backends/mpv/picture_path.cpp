@@ -1,0 +1,332 @@
+#include "backends/mpv/picture_path.h"
+
+#include "backends/mpv/thread_niceness.h"
+
+#include <algorithm>
+#include <atomic>
+
+namespace kirolane::mpv {
+
+namespace {
+/// Where no picture is asked for, one of this size is made: it costs next to nothing and keeps time.
+constexpr std::int32_t kLeastSize = 16;
+constexpr std::int32_t kGreatestSize = 16384;
+constexpr std::size_t kAlignment = 64;
+
+std::int32_t Clamped(std::int32_t size) {
+    return std::clamp(size, kLeastSize, kGreatestSize);
+}
+} // namespace
+
+PicturePath::PicturePath(int niceness, std::function<void()> onPicture)
+    : m_onPicture(std::move(onPicture)), m_worker([this, niceness] { Run(niceness); }) {}
+
+PicturePath::~PicturePath() {
+    Detach();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_quit = true;
+    }
+    m_work.notify_one();
+    m_worker.join();
+}
+
+void PicturePath::Attach(mpv_render_context* renderer) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_renderer = renderer;
+        m_own = false; // what is shown stays until its first picture
+    }
+    // Called at once, and then on libmpv's threads.
+    mpv_render_context_set_update_callback(
+        renderer,
+        [](void* self) {
+            auto* path = static_cast<PicturePath*>(self);
+            {
+                const std::lock_guard lock(path->m_mutex);
+                path->m_wake = true;
+            }
+            path->m_work.notify_one();
+        },
+        this);
+}
+
+void PicturePath::Detach() {
+    std::unique_lock lock(m_mutex);
+    mpv_render_context* renderer = std::exchange(m_renderer, nullptr);
+    m_rested.wait(lock, [this] { return !m_busy; });
+    lock.unlock();
+    if (renderer != nullptr)
+        mpv_render_context_set_update_callback(renderer, nullptr, nullptr);
+}
+
+void PicturePath::Expect() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_tell = m_tell || m_progress == Progress::Shown;
+        m_progress = Progress::Expected;
+        m_own = false;
+        m_hasPicture = false;
+        m_resting = false;
+        m_led = false;
+        m_follower = nullptr;
+        m_first = false;
+        ++m_epoch;
+    }
+    m_work.notify_one();
+}
+
+void PicturePath::FileStarted() {
+    const std::lock_guard lock(m_mutex);
+    if (m_progress == Progress::Expected) // else it shows this very file already, the leader's pictures of it
+        m_progress = Progress::Started;
+    m_resting = false;
+    ++m_epoch;
+}
+
+void PicturePath::FirstPictureTaken() {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_own)
+            return;
+        m_first = true;
+    }
+    m_work.notify_one();
+}
+
+void PicturePath::SetHasPicture(bool has) {
+    const std::lock_guard lock(m_mutex);
+    m_hasPicture = has;
+    if (m_follower == nullptr)
+        return;
+    const std::lock_guard follower(m_follower->m_mutex);
+    if (m_follower->m_resting)
+        m_follower->m_hasPicture = has;
+}
+
+unsigned PicturePath::Lead(PicturePath& follower) {
+    unsigned lead = 0;
+    {
+        const std::lock_guard lock(m_mutex);
+        const std::lock_guard other(follower.m_mutex);
+        m_follower = &follower;
+        m_followerLead = lead = ++follower.m_lead;
+        follower.m_led = true;
+        follower.m_resting = true;
+        follower.m_own = false;
+        follower.m_hasPicture = m_hasPicture;
+    }
+    DrawAgain();
+    return lead;
+}
+
+void PicturePath::LeaveBehind(const PicturePath& follower) {
+    std::unique_lock lock(m_mutex);
+    if (m_follower != &follower)
+        return;
+    m_follower = nullptr;
+    m_rested.wait(lock, [this] { return !m_busy; });
+}
+
+void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (width == m_size.width && height == m_size.height)
+            return;
+        m_size = {width, height};
+    }
+    DrawAgain();
+}
+
+void PicturePath::DrawAgain() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_again = true;
+    }
+    m_work.notify_one();
+}
+
+PicturePath::Size PicturePath::WantedSize() const {
+    const std::lock_guard lock(m_mutex);
+    return m_size;
+}
+
+PicturePath::Size PicturePath::SizeToDraw() const {
+    if (m_follower == nullptr)
+        return m_size;
+    const Size follower = m_follower->WantedSize();
+    return {std::max(m_size.width, follower.width), std::max(m_size.height, follower.height)};
+}
+
+void PicturePath::SetListener(std::function<void()> listener) {
+    const std::lock_guard lock(m_listenerMutex);
+    m_listener = std::move(listener);
+}
+
+void PicturePath::Paint() const {
+    if (m_painter)
+        m_painter();
+}
+
+bool PicturePath::HasFrame() const {
+    const std::lock_guard lock(m_mutex);
+    return m_progress == Progress::Shown;
+}
+
+bool PicturePath::HasPicture() const {
+    const std::lock_guard lock(m_mutex);
+    return m_hasPicture;
+}
+
+void PicturePath::Visit(const std::function<void(const FrameView&)>& visit) const {
+    Buffer shown;
+    {
+        const std::lock_guard lock(m_frontMutex);
+        shown = m_front;
+    }
+    if (shown.pixels != nullptr) // without the lock: the worker's next picture waits for no painter
+        visit(shown.view);
+}
+
+void PicturePath::Forget() {
+    std::unique_lock lock(m_mutex);
+    m_rested.wait(lock, [this] { return !m_busy; });
+    m_back = {};
+    const std::lock_guard front(m_frontMutex);
+    m_front = {};
+}
+
+void PicturePath::Run(int niceness) {
+    SetThreadNiceness(niceness);
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_work.wait(lock, [this] { return m_quit || m_wake || m_again || m_first || m_tell; });
+        if (m_quit)
+            return;
+        Turn(lock);
+    }
+}
+
+void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
+    bool published = false;
+    bool tell = std::exchange(m_tell, false);
+    const bool woken = std::exchange(m_wake, false);
+    const bool first = std::exchange(m_first, false) && !m_own;
+    // Without a picture of this file the renderer would draw black, or one of the file before.
+    const bool again = (std::exchange(m_again, false) && m_own) || first;
+    if (m_renderer != nullptr && (woken || again)) {
+        mpv_render_context* renderer = m_renderer;
+        const Size size = SizeToDraw();
+        const unsigned epoch = m_epoch;
+        m_busy = true;
+        lock.unlock();
+        bool fresh = false;
+        const bool rendered = Render(renderer, size, again, m_back, fresh);
+        lock.lock();
+
+        const bool ours =
+            rendered && epoch == m_epoch && m_progress >= Progress::Started && (fresh || first) && !m_resting;
+        m_own = m_own || ours;
+        if (rendered && !m_resting && (m_own || m_progress != Progress::Shown)) {
+            lock.unlock();
+            Publish(m_back);
+            lock.lock();
+            published = true;
+        }
+        if (ours && epoch == m_epoch)
+            m_progress = Progress::Shown;
+        if (published && m_own && m_follower != nullptr)
+            ShowToFollower(lock);
+        m_busy = false;
+        m_rested.notify_all();
+    }
+    if (tell || published) {
+        lock.unlock();
+        Tell();
+        lock.lock();
+    }
+}
+
+bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, Buffer& buffer, bool& fresh) {
+    const bool update = (mpv_render_context_update(renderer) & MPV_RENDER_UPDATE_FRAME) != 0;
+    if (!update && !again)
+        return false;
+    mpv_render_frame_info info{};
+    mpv_render_context_get_info(renderer, {MPV_RENDER_PARAM_NEXT_FRAME_INFO, &info});
+    const bool present = (info.flags & MPV_RENDER_FRAME_INFO_PRESENT) != 0;
+    const bool redraw = (info.flags & MPV_RENDER_FRAME_INFO_REDRAW) != 0;
+    fresh = present && !redraw && (info.flags & MPV_RENDER_FRAME_INFO_REPEAT) == 0;
+
+    int size[2] = {Clamped(asked.width), Clamped(asked.height)};
+    std::size_t stride = (static_cast<std::size_t>(size[0]) * 4 + kAlignment - 1) / kAlignment * kAlignment;
+    const std::size_t bytes = stride * static_cast<std::size_t>(size[1]);
+    if (buffer.bytes != bytes || buffer.pixels.use_count() != 1) {
+        buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)), &std::free);
+        buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
+    }
+    std::atomic_thread_fence(std::memory_order_acquire); // after the last look of who held it, too
+    int wait = 0;                                        // libmpv gives a picture at its time
+    int skip = buffer.pixels == nullptr || (present && redraw && !again) ? 1 : 0; // drawn already
+    mpv_render_param params[] = {
+        {MPV_RENDER_PARAM_SW_SIZE, size},
+        {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
+        {MPV_RENDER_PARAM_SW_STRIDE, &stride},
+        {MPV_RENDER_PARAM_SW_POINTER, buffer.pixels.get()},
+        {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &wait},
+        {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
+        {MPV_RENDER_PARAM_INVALID, nullptr},
+    };
+    if (mpv_render_context_render(renderer, params) < 0 || skip != 0)
+        return false;
+    buffer.view = {buffer.pixels.get(), size[0], size[1], static_cast<std::int32_t>(stride)};
+    return true;
+}
+
+void PicturePath::Publish(Buffer& buffer) {
+    const std::lock_guard lock(m_frontMutex);
+    std::swap(m_front, buffer);
+    if (buffer.lent)
+        buffer = {};
+}
+
+void PicturePath::ShowToFollower(std::unique_lock<std::mutex>& lock) {
+    PicturePath* follower = m_follower;
+    const unsigned lead = m_followerLead;
+    lock.unlock();
+    Buffer picture;
+    {
+        const std::lock_guard front(m_frontMutex);
+        picture = m_front;
+    }
+    const bool follows = follower->TakeLead(picture, lead);
+    lock.lock();
+    if (!follows && m_follower == follower && m_followerLead == lead)
+        m_follower = nullptr;
+}
+
+bool PicturePath::TakeLead(const Buffer& picture, unsigned lead) {
+    Buffer shared = picture;
+    shared.lent = true;
+    {
+        // Both: no other file may come in between.
+        const std::lock_guard front(m_frontMutex);
+        const std::lock_guard lock(m_mutex);
+        if (lead != m_lead || !m_led || m_own)
+            return false;
+        std::swap(m_front, shared);
+        m_progress = Progress::Shown;
+    }
+    Tell();
+    return true;
+}
+
+void PicturePath::Tell() {
+    {
+        const std::lock_guard lock(m_listenerMutex);
+        if (m_listener)
+            m_listener();
+    }
+    m_onPicture();
+}
+
+} // namespace kirolane::mpv

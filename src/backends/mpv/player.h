@@ -1,0 +1,250 @@
+#pragma once
+
+#include "backends/mpv/deck.h"
+#include "backends/mpv/media_file.h"
+#include "backends/mpv/picture_path.h"
+#include "backends/mpv/play_clock.h"
+#include "backends/mpv/preparation.h"
+#include "contract/backend/mediaengine.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kirolane::mpv {
+
+class Conductor;
+
+/// libmpv's name of the output that needs no device.
+constexpr std::string_view kNoOutput = "null";
+
+/// One player: what is wanted of it, what libmpv has been told, and what libmpv said. PlayerEngine's calls
+/// are the main thread's and lock; everything else is the conductor's, under its lock.
+class Player : public PlayerEngine {
+public:
+    Player(std::shared_ptr<Conductor> conductor, PlayerRole role);
+    ~Player() override;
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
+
+    // PlayerEngine.
+    bool Load(const std::string& nativePath) override;
+    void Release() override;
+    [[nodiscard]] double Duration() const override;
+    [[nodiscard]] double Position() const override;
+    [[nodiscard]] double PositionAsOf(Instant at) const override;
+    [[nodiscard]] bool AtEnd() const override;
+    [[nodiscard]] FrameSource* Frames() override { return &m_pictures; }
+
+    [[nodiscard]] PicturePath& Pictures() { return m_pictures; }
+
+    enum class Phase : std::uint8_t { Empty, Opening, Open };
+
+    [[nodiscard]] const PlayerRole& GetRole() const { return m_role; }
+    [[nodiscard]] Phase GetPhase() const { return m_phase; }
+    [[nodiscard]] const MediaFile& File() const { return m_file; }
+
+    // Opening.
+
+    /// Before the first file it needs no libmpv.
+    [[nodiscard]] bool HasDeck() const { return m_deck != nullptr; }
+    void Furnish(std::unique_ptr<Deck> deck);
+    /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
+    /// asked for it.
+    void Open(const MediaFile& file, const Preparation& preparation, bool ahead);
+    /// Opens it without libmpv, to rest at `lead`, which stands at the beginning of the same file or is about
+    /// to.
+    void OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead);
+    /// It is what a Load asked for.
+    void Claim() { m_ahead = false; }
+    [[nodiscard]] bool Ahead() const { return m_ahead; }
+    /// Nothing in it is wanted.
+    [[nodiscard]] bool Free() const { return m_phase == Phase::Empty || m_released; }
+    /// libmpv is done with the file before.
+    [[nodiscard]] bool Taken() const { return m_started || !m_failure.empty(); }
+    /// "" or why the file cannot be played.
+    [[nodiscard]] const std::string& Failure() const { return m_failure; }
+    /// libmpv has opened the container: format and duration are known.
+    [[nodiscard]] bool Described() const { return m_described; }
+    [[nodiscard]] const std::string& Format() const { return m_format; }
+    /// 0 for unknown
+    [[nodiscard]] double ContainerDuration() const {
+        return m_header.seconds > 0.0 ? m_header.seconds : m_containerDuration;
+    }
+    /// A picture or sound of the file has been decoded.
+    [[nodiscard]] bool Decoded() const { return m_decoded; }
+    /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
+    void Opened(const std::string& format, double duration, bool exact, TimePoint now);
+    /// Empties the player.
+    void Unload();
+    /// Takes a new deck in place of one that does not answer, and gives that back. Empties the player.
+    std::unique_ptr<Deck> Replace(std::unique_ptr<Deck> deck);
+    /// The same, but goes on in the new one where it is, without a sound device.
+    std::unique_ptr<Deck> GoOnIn(std::unique_ptr<Deck> deck, TimePoint now);
+
+    // Playing.
+
+    void Want(const PlayerOrder& order);
+    /// An order that starts it or moves it while it runs.
+    [[nodiscard]] bool StartsBy(const PlayerOrder& order) const;
+    [[nodiscard]] unsigned Group() const { return m_group; }
+    void SetGroup(unsigned group) { m_group = group; }
+    [[nodiscard]] bool WantsStart() const {
+        return m_phase == Phase::Open && !Rests() && m_running && !m_toldRunning;
+    }
+    /// Stands where it is to start from, or has been waited for long enough.
+    [[nodiscard]] bool Ready() const { return !m_nextSeek && (!m_flight || m_flight->late); }
+    void Start();
+    /// Tells libmpv what it need not wait for. `haltToSeek`: others are to go on with it after the seek.
+    void Advance(bool haltToSeek, TimePoint now);
+    /// When time alone is to be looked at again: the wait for a seek ends, or reports have ceased.
+    [[nodiscard]] std::optional<TimePoint> Deadline() const;
+    void TakeTime(TimePoint now);
+
+    // Resting at the twin.
+
+    [[nodiscard]] bool WantsToRun() const { return m_running; }
+    [[nodiscard]] double Rate() const { return m_rate; }
+    /// Plays on by itself, without an order under way.
+    [[nodiscard]] bool UnderWay() const { return m_toldRunning && Ready(); }
+    /// Its pictures change, whoever decodes them.
+    [[nodiscard]] bool Plays() const {
+        return m_phase == Phase::Open && m_running && (Rests() || (UnderWay() && !m_eof));
+    }
+    /// Where it stands, or is sent to, in seconds.
+    [[nodiscard]] double AimAt(TimePoint now) const;
+    [[nodiscard]] bool AtEndAt(TimePoint now) const;
+    /// Empties its libmpv. Position, end and pictures are those of `lead`, which plays the same file, the
+    /// position less the distance at which they are.
+    void RestAt(Player& lead, TimePoint now);
+    [[nodiscard]] bool Rests() const { return m_lead != nullptr; }
+    [[nodiscard]] bool RestsAt(const Player& lead) const { return m_lead == &lead; }
+    /// About to be ordered: whatever comes to the lead leaves this one where it is now, until Settle.
+    void Hold(TimePoint now);
+    /// It has been ordered: keeps the distance between where orders have sent the two.
+    void Settle(TimePoint now);
+    /// Loads its file and plays for itself, from its own position.
+    void Wake(TimePoint now);
+
+    // Its sound device.
+
+    enum class Hearing : std::uint8_t {
+        None,   ///< nothing in it is to be heard
+        Silent, ///< it has sound, which goes nowhere
+        Heard,
+    };
+    [[nodiscard]] Hearing GetHearing() const;
+    /// It may wait for a sound device, or come to.
+    [[nodiscard]] bool NearDevice() const { return m_role.role != Role::Preview && m_outputs != kNoOutput; }
+    void SetOutputs(const std::string& outputs);
+    /// When it will have run without a word for too long; its device may hold it up.
+    [[nodiscard]] std::optional<TimePoint> DoubtedFrom() const;
+    /// The device does not.
+    void ClearDoubt(TimePoint now) { m_lastWord = now; }
+    /// Has libmpv try these outputs, but at the end of a file, which it would have to come to once more.
+    void TakeSoundUp(const std::string& outputs);
+
+    /// Takes in everything that libmpv has to say.
+    void Drain();
+
+private:
+    /// A seek on its way, or the opening's way to the first picture.
+    struct Flight {
+        double target = 0.0;
+        TimePoint limit;
+        bool late = false;     ///< not waited for any more
+        bool settling = false; ///< it has come back; the last reply is awaited
+    };
+
+    void Take(const mpv_event& event, TimePoint now);
+    void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
+    void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
+    void TakeEnd(const mpv_event_end_file& end);
+    std::unique_ptr<Deck> Exchange(std::unique_ptr<Deck> deck);
+    void TakePreparation(const Preparation& preparation);
+    void LoadFile(bool pictures, double from);
+    void LoadFrom(double seconds, TimePoint now);
+    void TryOtherWay();
+    void TakePixelFormat(bool known);
+    void TakeInterlaced();
+    /// What its pictures go through.
+    [[nodiscard]] std::string Filters() const;
+    /// libmpv is to hold nothing.
+    void Empty();
+    /// Where it is while it rests, also a little outside the movie.
+    [[nodiscard]] double RestAim(TimePoint now) const;
+    void TakeRestart();
+    void SetSeekLead();
+    void Land(TimePoint now);
+    void SetEof(bool eof, TimePoint now);
+    /// libmpv's own position at the end of the data.
+    void TakeEndPosition(double reached, TimePoint now);
+    /// Rate and volume.
+    void TellLevels(TimePoint now);
+    void TellEnd(const std::string& cause);
+    void Halt(TimePoint now);
+    void Reset();
+
+    std::shared_ptr<Conductor> m_conductor;
+    const PlayerRole m_role;
+    std::unique_ptr<Deck> m_deck; ///< null until Furnish
+    PicturePath m_pictures;
+
+    Phase m_phase = Phase::Empty;
+    MediaFile m_file;
+    std::string m_uri;                 ///< what libmpv loads in its name
+    std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
+    MovieHeader m_header;
+    bool m_ahead = false;
+    bool m_released = false;
+    double m_duration = 0.0;
+    bool m_exact = false;
+
+    // The opening.
+    int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken
+    bool m_askedForPictures = false;
+    bool m_lastTry = false;     ///< with pictures and without them
+    bool m_pictureless = false; ///< none of its pictures could be decoded so far
+    bool m_interlaced = false;  ///< its pictures are, and go through the filter for that
+    bool m_loading = false;     ///< libmpv has not yet started the file
+    bool m_started = false;     ///< nor ended it
+    std::int64_t m_entry = 0;   ///< libmpv's number of the file that it started
+    bool m_described = false;
+    bool m_decoded = false;
+    bool m_hasSound = false;
+    std::string m_format;
+    double m_containerDuration = 0.0;
+    std::string m_failure;
+
+    // What is wanted.
+    bool m_running = false;
+    double m_rate = 1.0;
+    std::int32_t m_volume = 256;
+    std::optional<double> m_nextSeek; ///< not yet told
+    unsigned m_group = 0;             ///< players of one group start together
+
+    // What libmpv has been told.
+    bool m_toldRunning = false;
+    double m_toldRate = 1.0;
+    std::int32_t m_toldVolume = 256;
+    double m_toldSeekLead = 0.0;
+    std::string m_outputs;
+    std::optional<Flight> m_flight;
+    std::optional<double> m_standsAt; ///< it has not run since it was set there
+
+    // What it said.
+    PlayClock m_clock;
+    std::string m_output; ///< where its sound goes or went last
+    TimePoint m_lastWord; ///< of its position, or its start
+    bool m_eof = false;
+    bool m_endTold = false;
+    bool m_moreTracks = false; ///< than the one that plays, maybe longer ones
+    bool m_gaveUp = false;     ///< in the middle of the file; no seek moves it any more
+
+    const Player* m_lead = nullptr; ///< null unless it rests
+    double m_restsFrom = 0.0;       ///< where it was
+    double m_leadFrom = 0.0;        ///< when the lead was there
+};
+
+} // namespace kirolane::mpv

@@ -1,0 +1,298 @@
+#include "backends/mpv/player.h"
+
+#include "backends/mpv/conductor.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+namespace kirolane::mpv {
+
+namespace {
+
+/// An end of the data so much ahead of the Duration is a fault of the file, in seconds.
+constexpr double kEarly = 1.0;
+
+/// Streams without an index: libavformat lands anywhere near the target, often past the last whole picture
+/// before it. libmpv then has to look for one so many seconds earlier.
+constexpr std::string_view kLooseSeeks[] = {"mpeg", "mpegts", "mpegvideo", "m4v"};
+constexpr double kLooseSeekLead = 1.5;
+
+/// Why a file cannot be played, as a phrase.
+std::string CauseOf(int error) {
+    switch (error) {
+    case MPV_ERROR_UNKNOWN_FORMAT:
+        return "is of no known format";
+    case MPV_ERROR_LOADING_FAILED:
+        return "cannot be read";
+    default:
+        return "nothing in it can be played";
+    }
+}
+
+template <class T> const T* ValueOf(const mpv_event_property& property, mpv_format format) {
+    return property.format == format ? static_cast<const T*>(property.data) : nullptr;
+}
+
+bool Flag(const mpv_event_property& property) {
+    const int* flag = ValueOf<int>(property, MPV_FORMAT_FLAG);
+    return flag != nullptr && *flag != 0;
+}
+
+} // namespace
+
+void Player::Drain() {
+    while (m_deck != nullptr) {
+        const mpv_event& event = m_deck->Next();
+        if (event.event_id == MPV_EVENT_NONE)
+            return;
+        Take(event, Clock::now());
+    }
+}
+
+void Player::Take(const mpv_event& event, TimePoint now) {
+    const auto topic = static_cast<Topic>(event.reply_userdata);
+    switch (event.event_id) {
+    case MPV_EVENT_COMMAND_REPLY:
+        if (topic == Topic::FileLoad && --m_loadsUnderWay == 0 && event.error < 0)
+            m_failure = CauseOf(event.error);
+        break;
+    case MPV_EVENT_PROPERTY_CHANGE:
+        TakeProperty(topic, *static_cast<const mpv_event_property*>(event.data), now);
+        break;
+    case MPV_EVENT_GET_PROPERTY_REPLY:
+    case MPV_EVENT_SET_PROPERTY_REPLY:
+        TakeReply(topic, event, now);
+        break;
+    case MPV_EVENT_START_FILE:
+        if (!m_loading || m_loadsUnderWay > 0)
+            break;
+        m_loading = false;
+        m_started = true;
+        m_entry = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
+        m_pictures.FileStarted();
+        break;
+    case MPV_EVENT_FILE_LOADED:
+        if (!m_started || m_loadsUnderWay > 0)
+            break;
+        m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
+        m_deck->Ask("file-format", MPV_FORMAT_STRING, Topic::FileFormat);
+        m_deck->Ask("duration", MPV_FORMAT_DOUBLE, Topic::FileDuration);
+        break;
+    case MPV_EVENT_PLAYBACK_RESTART:
+        TakeRestart();
+        break;
+    case MPV_EVENT_VIDEO_RECONFIG:
+        if (m_pictureless && m_started && m_loadsUnderWay == 0)
+            m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
+        break;
+    case MPV_EVENT_END_FILE:
+        TakeEnd(*static_cast<const mpv_event_end_file*>(event.data));
+        break;
+    default:
+        break;
+    }
+}
+
+void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now) {
+    if (topic == Topic::Output) { // the deck's, whatever is loaded
+        if (const auto* output = ValueOf<char*>(property, MPV_FORMAT_STRING))
+            m_output = *output;
+        return;
+    }
+    if (!m_started || m_loadsUnderWay > 0)
+        return;
+    switch (topic) {
+    case Topic::TimePos:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE);
+            seconds != nullptr && m_toldRunning && !m_flight) {
+            m_clock.Observe(*seconds, now);
+            m_lastWord = now;
+        }
+        break;
+    case Topic::EofReached:
+        SetEof(Flag(property), now);
+        break;
+    case Topic::CoreIdle:
+        // Data that does not come in time: the picture stands, and so does the position.
+        if (!m_toldRunning || m_flight)
+            break;
+        if (Flag(property))
+            m_clock.Halt(now);
+        else
+            m_clock.Start(now);
+        break;
+    case Topic::VideoTrack:
+        // A change may be told late, when it was that of the file before; an answer is never late.
+        m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
+        break;
+    default:
+        break;
+    }
+}
+
+void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
+    if (topic == Topic::Unpause) {
+        if (m_toldRunning && !m_flight && !m_clock.Running())
+            m_clock.Start(now);
+        return;
+    }
+    if (event.event_id != MPV_EVENT_GET_PROPERTY_REPLY || !m_started || m_loadsUnderWay > 0)
+        return;
+    const auto& property = *static_cast<const mpv_event_property*>(event.data);
+    const bool known = event.error >= 0;
+    switch (topic) {
+    case Topic::VideoTrack:
+        m_pictures.SetHasPicture(known && !m_pictureless);
+        break;
+    case Topic::FileFormat:
+        if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
+            m_format = *format;
+        SetSeekLead();
+        break;
+    case Topic::FileDuration:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
+            m_containerDuration = *seconds;
+        m_described = true;
+        break;
+    case Topic::PixelFormat:
+        TakePixelFormat(known);
+        break;
+    case Topic::Interlaced:
+        if (known && Flag(property))
+            TakeInterlaced();
+        break;
+    case Topic::SampleRate:
+        m_hasSound = known;
+        if (known && !m_decoded && (m_askedForPictures ? m_pictures.HasPicture() : m_lastTry)) {
+            m_pictureless = true; // its window stays black, rather than show the file before
+            m_pictures.SetHasPicture(false);
+            m_conductor->TellOnce(m_file, "its pictures cannot be decoded");
+        }
+        m_decoded = m_decoded || known;
+        if (!m_decoded)
+            m_failure = CauseOf(0);
+        break;
+    case Topic::Settled:
+        if (!m_flight || !m_flight->settling)
+            break;
+        Land(now);
+        SetEof(known && Flag(property), now);
+        break;
+    case Topic::TrackCount:
+        if (const auto* count = ValueOf<std::int64_t>(property, MPV_FORMAT_INT64))
+            m_moreTracks = !m_askedForPictures && *count > 1;
+        break;
+    case Topic::EndPosition:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
+            TakeEndPosition(*seconds, now);
+        break;
+    case Topic::SoundPos:
+        if (!m_toldRunning || m_flight)
+            break;
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
+            m_clock.Observe(*seconds, now);
+        else
+            m_clock.Trust(now); // without sound pictures may be far between
+        break;
+    default:
+        break;
+    }
+}
+
+void Player::TakePixelFormat(bool known) {
+    if (!known)
+        return;
+    m_decoded = true;
+    m_pictures.FirstPictureTaken();
+    if (std::exchange(m_pictureless, false))
+        m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
+}
+
+void Player::TakeInterlaced() {
+    if (m_interlaced)
+        return;
+    m_interlaced = true;
+    m_deck->SetFilters(Filters());
+    if (!m_flight || !m_flight->settling)
+        return;
+    m_flight->settling = false; // what it stands at is decoded anew
+    m_deck->Seek(m_flight->target);
+}
+
+void Player::SetSeekLead() {
+    const bool loose =
+        std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), m_format) != std::end(kLooseSeeks);
+    const double lead = loose ? kLooseSeekLead : 0.0;
+    if (lead != m_toldSeekLead)
+        m_deck->SetNumber("hr-seek-demuxer-offset", lead);
+    m_toldSeekLead = lead;
+}
+
+void Player::TakeRestart() {
+    if (!m_started || m_loadsUnderWay > 0)
+        return;
+    if (m_flight)
+        m_flight->settling = true;
+    if (!m_decoded) {
+        // Not the picture's size, which libmpv knows from the header too.
+        m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
+        m_deck->Ask("audio-params/samplerate", MPV_FORMAT_INT64, Topic::SampleRate);
+    }
+    if (!m_interlaced)
+        m_deck->Ask("video-frame-info/interlaced", MPV_FORMAT_FLAG, Topic::Interlaced);
+    m_deck->Ask("eof-reached", MPV_FORMAT_FLAG, Topic::Settled);
+}
+
+void Player::TakeEnd(const mpv_event_end_file& end) {
+    if (!m_started || m_loadsUnderWay > 0 || end.playlist_entry_id != m_entry)
+        return;
+    m_started = false;
+    const std::string cause = CauseOf(end.error);
+    if (m_phase != Phase::Empty && !m_decoded && !m_lastTry && m_midi == nullptr &&
+        (end.error == MPV_ERROR_NOTHING_TO_PLAY || end.error == MPV_ERROR_GENERIC)) {
+        TryOtherWay();
+    } else if (m_phase == Phase::Opening) {
+        m_failure = cause;
+    } else if (m_phase == Phase::Open) {
+        // Given up in the middle. It is the end for whoever waits for one.
+        TellEnd(cause);
+        m_flight.reset();
+        m_nextSeek.reset();
+        m_eof = true;
+        m_gaveUp = true;
+    }
+}
+
+// It has no sound: its pictures are its clock. Or no decoder knows its pictures, which libmpv takes for the
+// end whatever there is to hear.
+void Player::TryOtherWay() {
+    m_lastTry = true;
+    LoadFile(!m_askedForPictures, m_flight ? m_flight->target : 0.0);
+}
+
+void Player::SetEof(bool eof, TimePoint now) {
+    const bool wasAtEnd = AtEndAt(now);
+    m_eof = eof;
+    if (wasAtEnd || !AtEndAt(now) || !m_exact || m_endTold)
+        return;
+    m_deck->Ask("track-list/count", MPV_FORMAT_INT64, Topic::TrackCount);
+    m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
+}
+
+void Player::TakeEndPosition(double reached, TimePoint now) {
+    reached = std::max(reached, m_clock.Read(now));
+    if (!AtEndAt(now) || m_endTold || m_moreTracks || m_duration - reached < kEarly)
+        return;
+    char text[96];
+    std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);
+    TellEnd(text);
+}
+
+void Player::TellEnd(const std::string& cause) {
+    m_endTold = true;
+    m_conductor->TellOnce(m_file, cause);
+}
+
+} // namespace kirolane::mpv

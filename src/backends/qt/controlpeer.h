@@ -1,0 +1,52 @@
+#pragma once
+
+#include "backends/qt/link.h"
+#include "contract/rectcontrol.h"
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace kirolane::qt {
+
+using ControlLink = Link<RectControl>;
+
+/// What stands on the screen for one control. The widget belongs to the window's content area and outlives
+/// the peer by the event that is being handled; the link tells it when the control has gone.
+class ControlPeer {
+public:
+    virtual ~ControlPeer();
+    ControlPeer(const ControlPeer&) = delete;
+    ControlPeer& operator=(const ControlPeer&) = delete;
+
+    [[nodiscard]] RectControl& Control() const { return *m_link.Get(); }
+    [[nodiscard]] QWidget& Widget() const { return *m_widget; }
+
+    /// Shows what the control holds now, but for its visibility: that is the stage's.
+    void Show();
+
+    /// False while there is nothing to be seen yet where the control stands.
+    [[nodiscard]] virtual bool ReadyToShow() const { return true; }
+    /// Has `ready` called whenever ReadyToShow may have become true.
+    virtual void OnReady(const std::function<void()>& /*ready*/) {}
+
+protected:
+    explicit ControlPeer(RectControl& control) : m_link(control) {}
+    void Adopt(QWidget& widget);
+    [[nodiscard]] const ControlLink& GetLink() const { return m_link; }
+    template <class T> [[nodiscard]] T& Held() const { return *m_link.As<T>(); }
+
+    /// The class's own part of Show.
+    virtual void ShowOwn() = 0;
+    virtual void ShowPlace();
+    /// What an assistive tool calls the control: its text where it has one.
+    [[nodiscard]] virtual QString SpokenName() const;
+
+private:
+    ControlLink m_link;
+    QWidget* m_widget = nullptr;
+};
+
+} // namespace kirolane::qt

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "contract/control_design.h"
+
+#include <QFont>
+
+namespace kirolane::qt {
+
+/// The font of a control. The designs name faces of another desktop; each stands for the face here that has
+/// its character and fits its boxes.
+QFont FontOf(const ControlDesign& design);
+
+/// The font of menus, captions of frames and tabs, and of what has no design: the platform's own, in a size
+/// that the fixed places allow.
+QFont SystemFont();
+
+} // namespace kirolane::qt

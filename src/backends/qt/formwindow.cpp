@@ -1,0 +1,140 @@
+#include "backends/qt/formwindow.h"
+
+#include "backends/qt/convert.h"
+#include "backends/qt/fonts.h"
+
+#include <QCloseEvent>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QWindowStateChangeEvent>
+
+#include <algorithm>
+
+namespace kirolane::qt {
+
+namespace {
+
+Qt::WindowFlags FlagsOf(const WindowDesign& design) {
+    Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    if (design.closeButton)
+        flags |= Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
+    if (design.minimizeButton)
+        flags |= Qt::WindowMinimizeButtonHint | Qt::WindowSystemMenuHint;
+    switch (design.frame) {
+    case WindowFrame::Plain:
+        return Qt::Window | Qt::FramelessWindowHint;
+    case WindowFrame::FloatingTool:
+        return Qt::Dialog | flags;
+    case WindowFrame::Palette:
+        return Qt::Tool | Qt::WindowDoesNotAcceptFocus | flags;
+    case WindowFrame::Document:
+    case WindowFrame::Metal:
+        break;
+    }
+    return Qt::Window | flags;
+}
+
+} // namespace
+
+int MenuBarHeight() {
+    return std::max(QFontMetrics(SystemFont()).height() + 8, 22);
+}
+
+FormWindow::FormWindow(Window& window, Listener& listener)
+    : QWidget(nullptr, FlagsOf(window.Design())), m_link(window), m_listener(&listener) {
+    const WindowFrame frame = window.Design().frame;
+    const QString name = Shown(window.Name());
+    setObjectName(name);
+    setAccessibleDescription(name);
+    setFocusPolicy(Qt::NoFocus);
+    m_content = new QWidget(this);
+    if (frame == WindowFrame::Metal) {
+        m_bar = new QMenuBar(this);
+        m_bar->setNativeMenuBar(false);
+    }
+    if (frame == WindowFrame::Plain)
+        setCursor(Qt::BlankCursor);
+    // The audience's window and the palette come up beside the one that has the keyboard.
+    if (frame == WindowFrame::Plain || frame == WindowFrame::Palette)
+        setAttribute(Qt::WA_ShowWithoutActivating);
+    m_commands = std::make_unique<WindowCommands>(m_link, *this, m_bar);
+}
+
+void FormWindow::Detach() {
+    m_link.Cut();
+    m_listener = nullptr;
+    hide();
+    deleteLater();
+}
+
+void FormWindow::SetBarShown(bool shown) {
+    m_barShown = shown && m_bar != nullptr;
+    if (m_bar != nullptr)
+        m_bar->setVisible(m_barShown);
+    LayOut();
+}
+
+void FormWindow::SetBackground(const Window& window) {
+    QPalette colors;
+    if (window.HasBackColor())
+        colors.setColor(QPalette::Window, ToQt(window.BackColor()));
+    m_content->setPalette(colors);
+    m_content->setAutoFillBackground(true);
+    if (window.Design().frame == WindowFrame::Plain)
+        setPalette(colors); // nothing else may shine through, whatever the size
+}
+
+bool FormWindow::event(QEvent* event) {
+    const bool activated = event->type() == QEvent::WindowActivate;
+    if (activated || event->type() == QEvent::WindowDeactivate) {
+        const bool handled = QWidget::event(event);
+        if (m_active != activated && m_listener != nullptr) {
+            m_active = activated;
+            m_listener->ActiveChanged(activated);
+        }
+        return handled;
+    }
+    return QWidget::event(event);
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    event->ignore(); // whether the window goes is the contract's to say
+    if (m_listener != nullptr)
+        m_listener->CloseRequested();
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
+    if (m_listener != nullptr)
+        m_listener->KeyLeft(*event);
+}
+
+void FormWindow::moveEvent(QMoveEvent* /*event*/) {
+    if (m_listener != nullptr)
+        m_listener->PlaceChanged();
+}
+
+void FormWindow::resizeEvent(QResizeEvent* /*event*/) {
+    LayOut();
+    if (m_listener != nullptr)
+        m_listener->PlaceChanged();
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange || m_listener == nullptr)
+        return;
+    const auto before = static_cast<QWindowStateChangeEvent*>(event)->oldState();
+    if ((before & Qt::WindowMinimized) && !isMinimized())
+        m_listener->Restored();
+}
+
+void FormWindow::LayOut() {
+    const int bar = BarHeight();
+    if (m_bar != nullptr)
+        m_bar->setGeometry(0, 0, width(), MenuBarHeight());
+    m_content->setGeometry(0, bar, width(), height() - bar);
+}
+
+} // namespace kirolane::qt

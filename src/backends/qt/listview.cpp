@@ -1,0 +1,228 @@
+#include "backends/qt/listview.h"
+
+#include "backends/qt/fonts.h"
+#include "backends/qt/listcells.h"
+#include "contract/window.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QTimerEvent>
+
+namespace kirolane::qt {
+
+namespace {
+
+constexpr int kRowHeight = 11;
+constexpr int kHeadingHeight = 20;
+/// Rows that come below the view are taken over at most this often: each time costs a layout.
+constexpr int kGrowthInterval = 40;
+
+/// What a list is told of a key: the menu notation's name, or what it types.
+std::string KeyName(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Left:
+        return "left";
+    case Qt::Key_Right:
+        return "right";
+    case Qt::Key_Up:
+        return "up";
+    case Qt::Key_Down:
+        return "down";
+    default:
+        return event.text().toStdString();
+    }
+}
+
+} // namespace
+
+ListView::ListView(ControlLink list, QWidget* parent)
+    : QTableView(parent), m_list(std::move(list)), m_model(m_list) {
+    setModel(&m_model);
+    setItemDelegate(new ListCells(m_list, this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setDragDropMode(NoDragDrop);
+    setTabKeyNavigation(false);
+    setFocusPolicy(Qt::ClickFocus);
+    SetUpLook(List()->Design());
+    SetUpHeadings();
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int topRow) {
+        if (auto* shown = List())
+            shown->ReportScroll(topRow);
+    });
+}
+
+void ListView::SetUpLook(const ControlDesign& design) {
+    setFont(FontOf(design));
+    setWordWrap(false);
+    setTextElideMode(Qt::ElideMiddle);
+    setCornerButtonEnabled(false);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(kRowHeight);
+}
+
+void ListView::SetUpHeadings() {
+    QHeaderView& headings = *horizontalHeader();
+    headings.setFont(font());
+    headings.setFixedHeight(kHeadingHeight);
+    headings.setMinimumSectionSize(1);
+    headings.setSectionResizeMode(QHeaderView::Fixed);
+    headings.setHighlightSections(false);
+    headings.setSectionsClickable(true);
+    headings.setFocusPolicy(Qt::NoFocus);
+    for (int column = 0; column < List()->ColumnCount(); ++column)
+        headings.resizeSection(column, List()->ColumnWidths()[static_cast<std::size_t>(column)]);
+    connect(&headings, &QHeaderView::sectionClicked, this, [this](int column) {
+        if (auto* list = List())
+            list->ReportHeadingClick(column);
+    });
+}
+
+void ListView::ShowControl() {
+    if (List() == nullptr)
+        return;
+    m_showing = true;
+    setVerticalScrollBarPolicy(List()->ScrollBarVertical() ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    ShowHeadings();
+    ShowRows();
+    ShowSelection();
+    m_showing = false;
+}
+
+void ListView::ShowHeadings() {
+    int sorted = -1;
+    for (int column = 0; column < List()->ColumnCount(); ++column)
+        if (List()->ColumnSortDirection(column) != 0)
+            sorted = column;
+    QHeaderView& headings = *horizontalHeader();
+    headings.setSortIndicatorShown(sorted >= 0);
+    if (sorted >= 0)
+        headings.setSortIndicator(sorted, List()->ColumnSortDirection(sorted) > 0 ? Qt::AscendingOrder
+                                                                                  : Qt::DescendingOrder);
+}
+
+void ListView::ShowRows() {
+    m_model.TakeChanges(rowAt(0), LastRowSeen());
+    const bool inView = m_model.Rows() <= LastRowSeen() + 1;
+    if (inView || List()->ListIndex() >= m_model.Rows() || !m_growth.isActive()) {
+        if (List()->ListCount() > m_model.Rows())
+            m_growth.start(kGrowthInterval, this);
+        m_model.TakeRows();
+    }
+}
+
+void ListView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_growth.timerId()) {
+        QTableView::timerEvent(event);
+        return;
+    }
+    if (List() == nullptr || List()->ListCount() == m_model.Rows())
+        m_growth.stop();
+    m_model.TakeRows();
+}
+
+int ListView::LastRowSeen() const {
+    return verticalScrollBar()->value() + viewport()->height() / kRowHeight;
+}
+
+void ListView::ShowSelection() {
+    const int row = List()->ListIndex();
+    const auto selected = selectionModel()->selectedRows();
+    if (row == (selected.isEmpty() ? -1 : selected.front().row()))
+        return;
+    if (row < 0) {
+        selectionModel()->clear();
+        return;
+    }
+    const QModelIndex index = m_model.index(row, 0);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(index);
+}
+
+void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTableView::selectionChanged(selected, deselected);
+    // Later, as the selection is in the middle of its change; presses and keys tell it themselves at once.
+    if (!m_showing)
+        QMetaObject::invokeMethod(
+            this, [this] { ReportSelected(); }, Qt::QueuedConnection);
+}
+
+void ListView::ReportSelected() {
+    Listbox* list = List();
+    if (list == nullptr || m_showing)
+        return;
+    const auto selected = selectionModel()->selectedRows();
+    const int row = selected.isEmpty() ? -1 : selected.front().row();
+    if (row != list->ListIndex())
+        list->ReportSelection(row);
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    Listbox* list = List();
+    if (list == nullptr || list->ReportKey(KeyName(*event)) || List() == nullptr)
+        return;
+    switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (!selectionModel()->hasSelection() && m_model.Rows() > 0) {
+            selectRow(verticalScrollBar()->value()); // where there is none to step from
+            ReportSelected();
+            break;
+        }
+        [[fallthrough]];
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        QTableView::keyPressEvent(event);
+        ReportSelected();
+        break;
+    case Qt::Key_Left: // the list's own would move among the columns
+    case Qt::Key_Right:
+        break;
+    default:
+        event->ignore();
+        break;
+    }
+}
+
+QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (m_model.Rows() > 0 && action == MoveHome)
+        return m_model.index(0, 0);
+    if (m_model.Rows() > 0 && action == MoveEnd)
+        return m_model.index(m_model.Rows() - 1, 0);
+    return QTableView::moveCursor(action, modifiers);
+}
+
+void ListView::mousePressEvent(QMouseEvent* event) {
+    QTableView::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton && !indexAt(event->position().toPoint()).isValid())
+        clearSelection(); // which the toolkit's newer versions leave as it is
+    ReportSelected();
+}
+
+void ListView::mouseMoveEvent(QMouseEvent* event) {
+    QTableView::mouseMoveEvent(event);
+    ReportSelected();
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    ReportSelected();
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const bool onRow = event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid();
+    QTableView::mouseDoubleClickEvent(event);
+    ReportSelected();
+    if (onRow && List() != nullptr)
+        List()->ReportDoubleClick();
+}
+
+} // namespace kirolane::qt

@@ -1,0 +1,255 @@
+#include "backends/qt/qtwindows.h"
+
+#include "backends/qt/accessibility.h"
+#include "backends/qt/convert.h"
+#include "backends/qt/folderchooser.h"
+#include "backends/qt/fonts.h"
+#include "backends/qt/look.h"
+#include "backends/qt/screens.h"
+#include "backends/qt/showapplication.h"
+#include "backends/qt/sleepinhibitor.h"
+#include "backends/qt/starting_messages.h"
+#include "backends/qt/windowpeer.h"
+#include "backends/qt/words.h"
+#include "contract/backend/host.h"
+#include "contract/keyboard.h"
+#include "contract/timer.h"
+#include "contract/window.h"
+
+#include <QIcon>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTimer>
+#include <QToolTip>
+#include <QWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <clocale>
+#include <utility>
+
+namespace kirolane::qt {
+
+namespace {
+
+class QtTimerPeer final : public TimerPeer {
+public:
+    explicit QtTimerPeer(Timer& timer) {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        m_timer.setInterval(timer.Period());
+        m_timer.callOnTimeout([&timer] { timer.ReportDue(); });
+        m_timer.start();
+    }
+
+private:
+    QTimer m_timer;
+};
+
+/// Stands above the console.
+bool IsCompanion(const QtWindowPeer& peer) {
+    const WindowFrame frame = peer.Shown().Design().frame;
+    return frame == WindowFrame::FloatingTool || frame == WindowFrame::Palette;
+}
+
+void ChoosePlatform() {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+} // namespace
+
+QtWindows::QtWindows(int& argc, char** argv) {
+    ChoosePlatform();
+    // A tool that asks for a control which has just gone is no fault of the show.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
+    {
+        const StartingMessages messages;
+        m_application = std::make_unique<ShowApplication>(argc, argv);
+    }
+    std::setlocale(LC_NUMERIC, "C"); // Qt takes the user's; libraries of the engine need a point in numbers
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName(QStringLiteral("kirolane"));
+    QApplication::setApplicationDisplayName(QString());
+    auto look = std::make_unique<Look>();
+    QApplication::setStyle(look.release()); // the application's from now on
+    QApplication::setPalette(Look::Palette());
+    QApplication::setFont(SystemFont());
+    QToolTip::setFont(SystemFont());
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
+    m_words = std::make_unique<Words>();
+    QCoreApplication::installTranslator(m_words.get());
+    m_inhibitor = std::make_unique<SleepInhibitor>();
+    InstallAccessibility();
+    WatchScreens();
+}
+
+QtWindows::~QtWindows() {
+    // Windows that went after the loop had ended still wait for it.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+std::unique_ptr<WindowPeer> QtWindows::MakeWindow(Window& window) {
+    return std::make_unique<QtWindowPeer>(window, *this);
+}
+
+std::unique_ptr<TimerPeer> QtWindows::MakeTimer(Timer& timer) {
+    return std::make_unique<QtTimerPeer>(timer);
+}
+
+Point QtWindows::DefaultPlace(const Window& window) {
+    const WindowFrame frame = window.Design().frame;
+    if (frame != WindowFrame::Palette && frame != WindowFrame::Plain)
+        return ConsolePlace();
+    // The console may not be up yet, but it knows where it will stand.
+    for (const auto& form : host::Forms()) {
+        if (form->Design().frame != WindowFrame::Metal)
+            continue;
+        const Rect console{form->Left(), form->Top(), form->Width(), form->Height()};
+        return frame == WindowFrame::Palette ? PalettePlace(console, window.Width()) : AudiencePlace(console);
+    }
+    return ConsolePlace();
+}
+
+std::vector<Rect> QtWindows::Screens() const {
+    auto rects = ScreenRects();
+    for (const QtWindowPeer* peer : m_peers) { // a third display at its left is not the audience's
+        const auto covered = std::find(rects.begin() + 1, rects.end(), peer->CoveredScreen());
+        if (covered != rects.end())
+            std::rotate(rects.begin() + 1, covered, covered + 1);
+    }
+    return rects;
+}
+
+bool QtWindows::KeyDown(int code) const {
+    switch (code) {
+    case Keyboard::kLeftArrow:
+        return m_application->KeyHeld(Qt::Key_Left);
+    case Keyboard::kRightArrow:
+        return m_application->KeyHeld(Qt::Key_Right);
+    default:
+        return false;
+    }
+}
+
+std::string QtWindows::ChooseFolder() {
+    const QtWindowPeer* console = Console();
+    if (!m_lastFolder.empty() && !host::FolderAnswers(m_lastFolder))
+        m_lastFolder.clear();
+    return AskForFolder(console == nullptr ? nullptr : &console->Form(), m_lastFolder);
+}
+
+void QtWindows::ShowStartFailure(const std::string& text) {
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return; // nobody could answer
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Kirolane"), Shown(text), QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+int QtWindows::RunLoop() {
+    const int status = QApplication::exec();
+    // The system keeps what a process has open until its last thread has gone, which a disk that does not
+    // answer may hold for ever: nobody is to look at windows that nothing moves any more.
+    for (QWidget* window : QApplication::topLevelWidgets())
+        window->hide();
+    QGuiApplication::sync();
+    return status;
+}
+
+void QtWindows::EndLoop(int status) {
+    QApplication::exit(status);
+}
+
+void QtWindows::Wake() {
+    m_application->Wake();
+}
+
+void QtWindows::RequestIdle() {
+    m_application->RequestIdle();
+}
+
+void QtWindows::Add(QtWindowPeer& peer) {
+    m_peers.push_back(&peer);
+}
+
+void QtWindows::Remove(QtWindowPeer& peer) {
+    std::erase(m_peers, &peer);
+    WindowsChanged();
+}
+
+void QtWindows::WindowsChanged() {
+    m_inhibitor->Set(std::any_of(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
+        return peer->Shown().Design().frame == WindowFrame::Plain && peer->Shown().Visible();
+    }));
+}
+
+void QtWindows::KeepAboveConsole(QtWindowPeer& peer) {
+    QtWindowPeer* console = Console();
+    if (!IsCompanion(peer) || console == nullptr)
+        return;
+    peer.Form().winId(); // a window of its own is what the window manager can place
+    console->Form().winId();
+    peer.Form().windowHandle()->setTransientParent(console->Form().windowHandle());
+}
+
+void QtWindows::RaiseCompanions() {
+    for (QtWindowPeer* peer : m_peers)
+        if (IsCompanion(*peer) && peer->Form().isVisible())
+            peer->Form().raise();
+}
+
+void QtWindows::WatchScreens() {
+    // At these signals Qt is in the middle of moving windows about: a turn later shows what has come of it.
+    m_screensChange = std::make_unique<QTimer>();
+    m_screensChange->setSingleShot(true);
+    m_screensChange->callOnTimeout([this] { ScreensChanged(); });
+    // Window managers bring windows onto displays by rules of their own, which know of no audience.
+    m_secondLook = std::make_unique<QTimer>();
+    m_secondLook->setSingleShot(true);
+    m_secondLook->setInterval(std::chrono::seconds(1));
+    m_secondLook->callOnTimeout([this] { FollowScreens(); });
+    const auto soon = [this] { m_screensChange->start(); };
+    const auto watch = [this, soon](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, m_screensChange.get(), soon);
+    };
+    for (QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    const QGuiApplication* application = m_application.get();
+    QObject::connect(application, &QGuiApplication::screenAdded, m_screensChange.get(), watch);
+    QObject::connect(application, &QGuiApplication::screenAdded, m_screensChange.get(), soon);
+    QObject::connect(application, &QGuiApplication::screenRemoved, m_screensChange.get(), soon);
+    QObject::connect(application, &QGuiApplication::primaryScreenChanged, m_screensChange.get(), soon);
+}
+
+void QtWindows::ScreensChanged() {
+    for (QtWindowPeer* peer : m_peers)
+        peer->Place().ScreensChanged();
+    FollowScreens();
+    m_secondLook->start();
+}
+
+void QtWindows::FollowScreens() {
+    if (host::Exists())
+        host::ReportScreensChanged();
+    QtWindowPeer* console = Console();
+    if (console == nullptr || !console->Form().isVisible())
+        return;
+    const bool covered = std::any_of(m_peers.begin(), m_peers.end(), [&](QtWindowPeer* peer) {
+        return ToQt(peer->CoveredScreen()).contains(console->Form().geometry().center());
+    });
+    const auto* active = dynamic_cast<FormWindow*>(QApplication::activeWindow());
+    const bool keyboard =
+        QApplication::activeWindow() == nullptr || (active != nullptr && active->isFullScreen());
+    if (covered) // the operator is left with the audience's display: the console goes in front
+        console->BringToFront(keyboard);
+}
+
+QtWindowPeer* QtWindows::Console() const {
+    const auto it = std::find_if(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
+        return peer->Shown().Design().frame == WindowFrame::Metal;
+    });
+    return it == m_peers.end() ? nullptr : *it;
+}
+
+} // namespace kirolane::qt

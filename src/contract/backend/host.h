@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the back ends ask of what stands above them. Main thread, unless said otherwise.
+
+namespace kirolane {
+
+class Window;
+
+/// One line on standard error: "kirolane: " and the text, whose line breaks become blanks. Any thread.
+void WriteErrorLine(std::string_view text);
+
+namespace host {
+
+/// There is somebody to tell: false before the start and while the program is taken down.
+[[nodiscard]] bool Exists();
+
+/// The answer to WindowSystem::Wake: runs what was posted and put off.
+void RunPosted();
+/// One slice of idle work, the answer to WindowSystem::RequestIdle. True if there is more.
+bool RunIdleSlice();
+/// A worker of the platform's own is under way, and something will be posted.
+[[nodiscard]] bool WorkersUnderWay();
+
+/// Displays came, went or changed. Each window follows (Window::FollowScreens), and where none is left to be
+/// seen the console comes, so that nobody is left without keys. Waits for the end of a folder chooser that
+/// is up.
+void ReportScreensChanged();
+
+/// Forms that are open, in the order of their making. The first is the console.
+[[nodiscard]] std::vector<std::shared_ptr<Window>> Forms();
+/// Whether anything is known of that path within the running handler's patience, be it that it is not there.
+[[nodiscard]] bool FolderAnswers(const std::string& nativePath);
+
+} // namespace host
+
+} // namespace kirolane

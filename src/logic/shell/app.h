@@ -1,0 +1,10 @@
+#pragma once
+
+#include "contract/application.h"
+
+namespace kirolane {
+
+/// The application object.
+class App : public Application {};
+
+} // namespace kirolane

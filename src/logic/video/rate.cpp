@@ -1,0 +1,40 @@
+#include "logic/display/monitorform.h"
+#include "logic/shell/mainform.h"
+#include "logic/video/rate_table.h"
+
+namespace kirolane {
+
+/// The slider's step to both players at once, also to a paused or empty one, and to every later start.
+void Mainform::ApplyRate() {
+    const RateRow* row = FindRate(Rate()->Value());
+    if (row == nullptr)
+        return;
+    QTM()->SetRate(row->factor);
+    Instance<MonitorForm>()->QTM()->SetRate(row->factor);
+    Rate_Flag = row->factor;
+    RateText()->SetText(std::string(row->caption));
+}
+
+void Mainform::Rate_ValueChanged() {
+    ApplyRate();
+}
+
+void Mainform::Rate_MouseUp(std::int32_t /*x*/, std::int32_t /*y*/) {
+    ApplyRate();
+}
+
+// The write of the slider applies the rate through its event.
+
+bool Mainform::SpeedUp_Action() {
+    if (Rate()->Value() >= 0 && Rate()->Value() <= 9)
+        Rate()->SetValue(Rate()->Value() + 1);
+    return false;
+}
+
+bool Mainform::SpeedDown_Action() {
+    if (Rate()->Value() >= 1 && Rate()->Value() <= 10)
+        Rate()->SetValue(Rate()->Value() - 1);
+    return false;
+}
+
+} // namespace kirolane

@@ -1,0 +1,59 @@
+// What becomes of the terminal, and of whoever reads standard error, leaves the process as it is.
+
+#include "backends/posix/standard_streams.h"
+#include "contract/backend/host.h"
+#include "contract/core/runtime.h"
+
+#include <csignal>
+#include <functional>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace kirolane {
+namespace {
+
+/// Writes lines to standard error as `prepare` leaves it, in a process of its own; how that ended, 7 for
+/// well. A write that waits is ended by SIGALRM.
+int StatusAfterLines(int lines, const std::function<void()>& prepare) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::alarm(10);
+        prepare();
+        posix::SecureStandardStreams();
+        ::raise(SIGHUP);
+        for (int line = 0; line < lines; ++line)
+            WriteErrorLine("a line");
+        std::quick_exit(::open("/dev/null", O_RDONLY) > STDERR_FILENO ? 7 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+TEST(ProcessTest, WhereverStandardErrorLeadsItNeitherEndsNorHoldsTheProcess) {
+    int pipe[2];
+    int socket[2];
+    ASSERT_EQ(::pipe(pipe), 0);
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, socket), 0);
+    for (const int* ends : {pipe, socket}) {
+        SCOPED_TRACE(ends == pipe ? "pipe" : "socket");
+        const auto leadThere = [&] { ::dup2(ends[1], STDERR_FILENO); };
+        EXPECT_EQ(StatusAfterLines(1, leadThere), 7);
+        char read[100];
+        EXPECT_EQ(::read(ends[0], read, sizeof read), 17) << "the last line arrives";
+        EXPECT_EQ(StatusAfterLines(30000, leadThere), 7) << "a full one";
+        EXPECT_EQ(::fcntl(ends[1], F_GETFL) & O_NONBLOCK, 0) << "others write to it too";
+        ::close(ends[0]);
+        EXPECT_EQ(StatusAfterLines(9, leadThere), 7) << "a reader that has gone";
+        ::close(ends[1]);
+    }
+    EXPECT_EQ(StatusAfterLines(9, [] { ::dup2(::open("/dev/full", O_WRONLY), STDERR_FILENO); }), 7);
+    EXPECT_EQ(StatusAfterLines(9, [] { ::close_range(0, 2, 0); }), 7) << "none at all";
+}
+
+} // namespace
+} // namespace kirolane
