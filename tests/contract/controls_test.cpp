@@ -3,13 +3,13 @@
 #include "contract/slider.h"
 #include "contract/tabpanel.h"
 #include "contract/timer.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 namespace kirolane {
 namespace {
 
-class ControlsTest : public tests::PlatformTest {
+class ControlsTest : public tests::ContractTest {
 protected:
     ControlsTest() : m_form(StartWith<tests::ConsoleForm>()) {}
     template <class T> T& Get(const char* name) { return *m_form->Control<T>(name); }

@@ -7,7 +7,7 @@
 #include "contract/thread.h"
 #include "contract/timer.h"
 #include "support/captured_stderr.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 namespace kirolane {
@@ -16,7 +16,7 @@ namespace {
 using tests::ConsoleForm;
 using Lines = std::vector<std::string>;
 
-class DeliveryTest : public tests::PlatformTest {
+class DeliveryTest : public tests::ContractTest {
 protected:
     DeliveryTest() {
         Windows().UseDesktop();
@@ -170,8 +170,8 @@ TEST_F(DeliveryTest, ReportsDuringADeliveryWaitForItsEndInTheirOrder) {
 TEST_F(DeliveryTest, PostedCallsComeFromTheLoopInOrder) {
     std::string order;
     Do([&] {
-        Platform().Mail().Post([&] { order += 'a'; });
-        Platform().Mail().Post([&] { order += 'b'; });
+        TheRuntime().Mail().Post([&] { order += 'a'; });
+        TheRuntime().Mail().Post([&] { order += 'b'; });
         Windows().RunReady();
         EXPECT_EQ(order, "") << "not within a handler";
     });
@@ -203,7 +203,7 @@ TEST_F(DeliveryTest, TheChooserShowsWhatWasOrderedAndLetsOnlyThreadsRun) {
         EXPECT_EQ(turns, 5);
     };
     Windows().PrepareFolder("/", [&] {
-        EXPECT_TRUE(Platform().Modal());
+        EXPECT_TRUE(TheRuntime().Modal());
         EXPECT_TRUE(Media().Player("Console.A")->Running()) << "the orders so far are carried out";
         const int updates = Windows().RecordOf("Console").updates;
         push.ReportClick();

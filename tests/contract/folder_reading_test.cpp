@@ -5,7 +5,7 @@
 #include "contract/thread.h"
 #include "support/as_user.h"
 #include "support/captured_stderr.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/silent_mount.h"
 #include "support/test_form.h"
 
@@ -30,7 +30,7 @@ Task Scan(std::string path, Names& names, std::string& log) {
     log += "end;";
 }
 
-class FolderReadingTest : public tests::PlatformTest {
+class FolderReadingTest : public tests::ContractTest {
 protected:
     FolderReadingTest() : m_form(StartWith<ConsoleForm>()), m_clips(Folder().MakeFolder("clips")) {
         for (const char* name : {"clips/b.mov", "clips/A.mov", "clips/._A.mov", "clips/caf\xE9.mov"})

@@ -5,7 +5,7 @@
 #include "contract/exceptions.h"
 #include "support/as_user.h"
 #include "support/captured_stderr.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 #include <filesystem>
@@ -20,7 +20,7 @@ namespace {
 
 using tests::CapturedStderr;
 
-class FolderItemTest : public tests::PlatformTest {
+class FolderItemTest : public tests::ContractTest {
 protected:
     /// The colon path of a name in the temporary folder.
     [[nodiscard]] std::string Colon(const std::string& name, bool folder = false) const {

@@ -1,12 +1,12 @@
 #include "contract/listbox.h"
 
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 namespace kirolane {
 namespace {
 
-class ListboxTest : public tests::PlatformTest {
+class ListboxTest : public tests::ContractTest {
 protected:
     ListboxTest() : m_form(StartWith<tests::ConsoleForm>()) {
         Grid().OnChange = [this] { ++m_changes; };

@@ -3,7 +3,7 @@
 #include "contract/applemenuitem.h"
 #include "contract/prefsmenuitem.h"
 #include "contract/quitmenuitem.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 namespace kirolane {
@@ -22,7 +22,7 @@ MenuBar MakeBar() {
     return bar;
 }
 
-class MenuTest : public tests::PlatformTest {
+class MenuTest : public tests::ContractTest {
 protected:
     MenuTest() : m_form(StartWith<tests::ConsoleForm>()) {
         Do([&] { m_form->SetMenuBar(MakeBar()); });
@@ -41,7 +41,7 @@ TEST_F(MenuTest, AnItemIsEnabledExactlyWhereItHasAHandlerUnlessToldOtherwise) {
     EXPECT_TRUE(Enabled("Open"));
     EXPECT_FALSE(Enabled("Stop"));
     EXPECT_FALSE(Enabled("About"));
-    EXPECT_TRUE(Enabled("Quit")) << "the platform's own quit needs none";
+    EXPECT_TRUE(Enabled("Quit")) << "the runtime's own quit needs none";
     Do([this] { Form().MenuItem("Open")->SetAutoEnable(false); });
     Form().ReportActivated();
     EXPECT_FALSE(Enabled("Open"));
@@ -73,7 +73,7 @@ TEST_F(MenuTest, AChoiceRunsTheHandlerOfAnEnabledItem) {
     Form().ReportMenuChosen("Stop");
     Form().ReportMenuChosen("Nothing");
     EXPECT_EQ(opened, 1);
-    EXPECT_FALSE(Platform().Ended());
+    EXPECT_FALSE(TheRuntime().Ended());
 }
 
 TEST_F(MenuTest, EnableMenuItemsHasTheLastWord) {
@@ -92,7 +92,7 @@ TEST_F(MenuTest, EnableMenuItemsHasTheLastWord) {
     EXPECT_FALSE(form->MenuItem("Stop")->Enabled());
 }
 
-TEST_F(MenuTest, ThePlatformQuitsOnlyWhereTheFormBindsNoHandler) {
+TEST_F(MenuTest, TheRuntimeQuitsOnlyWhereTheFormBindsNoHandler) {
     int asked = 0;
     Form().BindMenu("Quit", [&] {
         ++asked;
@@ -100,12 +100,12 @@ TEST_F(MenuTest, ThePlatformQuitsOnlyWhereTheFormBindsNoHandler) {
     });
     Form().ReportMenuChosen("Quit");
     EXPECT_EQ(asked, 1);
-    EXPECT_FALSE(Platform().Ended());
+    EXPECT_FALSE(TheRuntime().Ended());
 
     Do([] { Instance<tests::AudienceForm>()->SetMenuBar(MakeBar()); });
     Instance<tests::AudienceForm>()->ReportMenuChosen("Quit");
-    EXPECT_TRUE(Platform().Ended());
-    EXPECT_EQ(Platform().Run(), 0);
+    EXPECT_TRUE(TheRuntime().Ended());
+    EXPECT_EQ(TheRuntime().Run(), 0);
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "contract/exceptions.h"
 #include "contract/folderitem.h"
 #include "support/captured_stderr.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace {
 
 using tests::ConsoleForm;
 
-class ThreadTest : public tests::PlatformTest {
+class ThreadTest : public tests::ContractTest {
 protected:
     ThreadTest() : m_form(StartWith<ConsoleForm>()) {}
     Thread& First() { return *m_form->Control<Thread>("First"); }
@@ -168,7 +168,7 @@ TEST_F(ThreadTest, IdleTimeIsGivenInShortSlices) {
     std::vector<double> slices;
     for (int i = 0; i < 21; ++i) {
         const auto begin = std::chrono::steady_clock::now();
-        EXPECT_TRUE(Platform().RunIdleSlice());
+        EXPECT_TRUE(TheRuntime().RunIdleSlice());
         slices.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
     }
@@ -177,7 +177,7 @@ TEST_F(ThreadTest, IdleTimeIsGivenInShortSlices) {
     EXPECT_LE(*shortest, 4.0) << "at least one was not held up by the machine's other work";
     stop = true;
     Settle();
-    EXPECT_FALSE(Platform().RunIdleSlice());
+    EXPECT_FALSE(TheRuntime().RunIdleSlice());
 }
 
 } // namespace

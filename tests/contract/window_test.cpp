@@ -6,7 +6,7 @@
 #include "contract/rectcontrol.h"
 #include "contract/timer.h"
 #include "support/captured_stderr.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 #include "support/test_form.h"
 
 namespace kirolane {
@@ -18,7 +18,7 @@ using tests::PaletteForm;
 using tests::ToolForm;
 using Names = std::vector<std::string>;
 
-class WindowTest : public tests::PlatformTest {
+class WindowTest : public tests::ContractTest {
 protected:
     WindowTest() {
         Windows().UseDesktop();
@@ -190,7 +190,7 @@ TEST_F(WindowTest, QuitEndsTheLoopWithTheFirstStatusAndNoEventFollows) {
             Quit(0);
         }
     };
-    EXPECT_EQ(Platform().Run(), 7);
+    EXPECT_EQ(TheRuntime().Run(), 7);
     EXPECT_EQ(ticks, 3);
     Console().ReportRestored();
     Advance(5000);
@@ -202,7 +202,7 @@ TEST_F(WindowTest, AStartThatFailsSaysWhyAndNamesTheFile) {
     Restart();
     tests::CapturedStderr captured;
     std::string failure;
-    EXPECT_FALSE(Platform().Start(
+    EXPECT_FALSE(TheRuntime().Start(
         [] {
             Runtime::Current().Failures().NoteFile("/home/x/ES", "Permission denied");
             (void)*Ref<int>();

@@ -101,11 +101,12 @@ TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) 
     const auto scanFor = [&](int turns) {
         Console().Setting_Data.Set(22, many);
         Console().Fold(1)->ReportClick();
-        for (Platform().Threads().OneTurnEach(); Platform().Mail().WorkersUnderWay();) // it reads the folder
+        for (TheRuntime().Threads().OneTurnEach();
+             TheRuntime().Mail().WorkersUnderWay();) // it reads the folder
             std::this_thread::yield();
-        Platform().RunPosted();
+        TheRuntime().RunPosted();
         for (int turn = 0; turn < turns; ++turn)
-            Platform().Threads().OneTurnEach();
+            TheRuntime().Threads().OneTurnEach();
         Scan("Root:not:there:");
         EXPECT_FALSE(Console().CountLabel()->Visible());
         EXPECT_EQ(Console().folder->AbsolutePath(), Console().Current_Folder);

@@ -43,7 +43,7 @@ void LogicTest::WriteSettings(const Lines& changed) {
 
 void LogicTest::Start() {
     std::string failure;
-    EXPECT_TRUE(Platform().Start([this] { m_app = StartKirolane(); }, failure)) << failure;
+    EXPECT_TRUE(TheRuntime().Start([this] { m_app = StartKirolane(); }, failure)) << failure;
     Settle();
 }
 
@@ -55,7 +55,7 @@ void LogicTest::StartWithMedia(std::initializer_list<std::string_view> movies,
 
 std::string LogicTest::StartFailure() {
     std::string failure;
-    EXPECT_FALSE(Platform().Start([this] { m_app = StartKirolane(); }, failure));
+    EXPECT_FALSE(TheRuntime().Start([this] { m_app = StartKirolane(); }, failure));
     return failure;
 }
 
@@ -103,8 +103,8 @@ void LogicTest::ScanUntil(const std::string& folder, std::int32_t matches) {
     // Turn by turn instead of by slices, so that the place where it stops is certain.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     while (Console().File_Count < matches && std::chrono::steady_clock::now() < deadline) {
-        Platform().RunPosted(); // what the worker that reads the folder has to say
-        Platform().Threads().OneTurnEach();
+        TheRuntime().RunPosted(); // what the worker that reads the folder has to say
+        TheRuntime().Threads().OneTurnEach();
     }
     ASSERT_EQ(Console().File_Count, matches);
 }

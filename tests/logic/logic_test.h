@@ -6,7 +6,7 @@
 #include "logic/shell/mainform.h"
 #include "logic/shell/start.h"
 #include "logic/sound/musicform.h"
-#include "support/platform_test.h"
+#include "support/contract_test.h"
 
 #include <initializer_list>
 #include <map>
@@ -21,7 +21,7 @@ inline const std::string kMark = "●";
 inline const std::string kFailed = "  ???";
 
 /// The whole program on the headless back ends.
-class LogicTest : public PlatformTest {
+class LogicTest : public ContractTest {
 protected:
     using Lines = std::map<int, std::string>;
 

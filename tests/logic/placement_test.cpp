@@ -93,7 +93,7 @@ TEST_F(PlacementTest, TheDisplaysMayStandInAnyOrderAndChange) {
         for (const auto& [newMain, newStage] : layouts) {
             SCOPED_TRACE(std::to_string(main.left) + " to " + std::to_string(newMain.left));
             Windows().SetScreens({newMain, newStage});
-            Platform().ReportScreensChanged();
+            TheRuntime().ReportScreensChanged();
             expect(newMain, newStage);
         }
         End();

@@ -207,7 +207,7 @@ TEST_F(SettingFormTest, ClosingItDropsTheEditsAndTheNextShowingIsNew) {
     Do([] { Console().Rate()->SetFocus(); });
     Form().ReportCloseRequested();
     EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
-    EXPECT_EQ(Platform().Forms().All().size(), 4U);
+    EXPECT_EQ(TheRuntime().Forms().All().size(), 4U);
     Show();
     EXPECT_TRUE(Form().Visible());
     EXPECT_FALSE(Form().WindowColor_Check()->Value());
@@ -222,7 +222,7 @@ TEST_F(SettingFormTest, TheAboutWindowIsShownAndHidden) {
     form->OKButton()->ReportClick();
     EXPECT_FALSE(form->Visible());
     form->ReportCloseRequested();
-    EXPECT_EQ(Platform().Forms().All().size(), 5U);
+    EXPECT_EQ(TheRuntime().Forms().All().size(), 5U);
 }
 
 } // namespace kirolane::tests

@@ -87,7 +87,7 @@ TEST_F(ShowTest, EveryCommandIsHarmlessWithNothingOpenAndDuringAScan) {
     ScanUntil(MakeMedia("many", {}), 5);
     for (const std::string_view key : Keys()) {
         Choose(key);
-        Platform().Threads().OneTurnEach();
+        TheRuntime().Threads().OneTurnEach();
     }
     Settle();
     EXPECT_EQ(Media().Loads("Mainform.QTM").size(), 2U) << "return, twice";

@@ -122,18 +122,18 @@ TEST_F(WindowsTest, QuittingTheMonitorClosesItAloneAndTheNextUseMakesItAnew) {
     StartWith({{2, "false"}});
     Open(0);
     Monitor().ReportMenuChosen("FileQuit");
-    EXPECT_FALSE(Platform().Ended());
-    EXPECT_EQ(Platform().Forms().All().size(), 4U);
+    EXPECT_FALSE(TheRuntime().Ended());
+    EXPECT_EQ(TheRuntime().Forms().All().size(), 4U);
     EXPECT_TRUE(Console().QTM()->Running());
     Advance(1000); // the tick names it
-    EXPECT_EQ(Platform().Forms().All().size(), 5U);
+    EXPECT_EQ(TheRuntime().Forms().All().size(), 5U);
     EXPECT_EQ(Monitor().Width(), 320);
     EXPECT_TRUE(Monitor().QTM()->Movie().IsNil());
     Open(0);
     EXPECT_TRUE(Monitor().QTM()->Running());
     EXPECT_EQ(Monitor().QTM()->Width(), 800);
     Choose("FileQuit");
-    EXPECT_TRUE(Platform().Ended()) << "the console leaves it to the platform";
+    EXPECT_TRUE(TheRuntime().Ended()) << "the console leaves it to the runtime";
 }
 
 } // namespace kirolane::tests

@@ -264,7 +264,7 @@ protected:
         static_cast<void>(Folder().Write("home/Library/Application Support/Kirolane/Setting/ES",
                                          "// DisplayMode\n\n\n\n\n\n\nfalse\n"));
         std::string failure;
-        ASSERT_TRUE(Platform().Start([this] { m_app = StartKirolane(); }, failure)) << failure;
+        ASSERT_TRUE(TheRuntime().Start([this] { m_app = StartKirolane(); }, failure)) << failure;
         Settle();
     }
 

@@ -146,7 +146,7 @@ TEST_F(ListTest, ArrowsStep) {
     EXPECT_EQ(m_list->ListIndex(), 39);
     EXPECT_EQ(Highlit(), 39);
     EXPECT_EQ(m_list->ScrollPosition(), 14) << "26 of 40 rows are in view";
-    EXPECT_FALSE(Platform().Windows().KeyDown(123));
+    EXPECT_FALSE(TheRuntime().Windows().KeyDown(123));
 }
 
 TEST_F(ListTest, AHeldArrowStepsWithEachRepeat) {
@@ -166,7 +166,7 @@ TEST_F(ListTest, AHeldArrowStepsWithEachRepeat) {
     }
     EXPECT_EQ(steps, 4);
     QTest::keyRelease(window, Qt::Key_Right);
-    EXPECT_FALSE(Platform().Windows().KeyDown(124));
+    EXPECT_FALSE(TheRuntime().Windows().KeyDown(124));
 }
 
 TEST_F(ListTest, AHeadingReportsAndSorts) {

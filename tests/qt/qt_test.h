@@ -71,7 +71,7 @@ protected:
     static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     [[nodiscard]] PictureMedia& Media() { return m_media; }
-    [[nodiscard]] Runtime& Platform() { return *m_runtime; }
+    [[nodiscard]] Runtime& TheRuntime() { return *m_runtime; }
     [[nodiscard]] qt::QtWindows& Windows() { return *m_windows; }
     [[nodiscard]] const TemporaryFolder& Folder() const { return m_folder; }
 

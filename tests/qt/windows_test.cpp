@@ -199,7 +199,7 @@ TEST_F(WindowsTest, IdleSlicesLeaveRoomForEvents) {
     EXPECT_TRUE(Until([&] { return ticks >= 20; }));
     EXPECT_GT(turns, 1000);
     stop = true;
-    EXPECT_TRUE(Until([&] { return !Platform().Threads().HasReady(); }));
+    EXPECT_TRUE(Until([&] { return !TheRuntime().Threads().HasReady(); }));
 }
 
 TEST_F(WindowsTest, TheLoopEndsWithTheStatusGivenAndNotWithItsLastWindow) {
@@ -208,7 +208,7 @@ TEST_F(WindowsTest, TheLoopEndsWithTheStatusGivenAndNotWithItsLastWindow) {
         Find("Mainform")->hide();
         QTimer::singleShot(20, [] { Runtime::Current().Quit(3); });
     });
-    EXPECT_EQ(Platform().Run(), 3);
+    EXPECT_EQ(TheRuntime().Run(), 3);
     EXPECT_STREQ(localeconv()->decimal_point, ".");
 }
 

@@ -16,10 +16,10 @@ namespace kirolane::tests {
 
 /// A runtime on the headless back ends, with files in a temporary folder: its "home" is the user's, its
 /// "application" is where the program lies. Both are there, with the settings' place made.
-class PlatformTest : public ::testing::Test {
+class ContractTest : public ::testing::Test {
 protected:
-    PlatformTest();
-    ~PlatformTest() override;
+    ContractTest();
+    ~ContractTest() override;
 
     /// Makes the first window and shows it, as the program's start does.
     template <class Form> Ref<Form> StartWith() {
@@ -35,7 +35,7 @@ protected:
     void Advance(std::int64_t milliseconds) { Windows().Advance(milliseconds); }
 
     [[nodiscard]] const TemporaryFolder& Folder() const { return m_folder; }
-    [[nodiscard]] Runtime& Platform() { return *m_runtime; }
+    [[nodiscard]] Runtime& TheRuntime() { return *m_runtime; }
     [[nodiscard]] headless::HeadlessWindows& Windows() { return m_headless.windows; }
     [[nodiscard]] headless::HeadlessMedia& Media() { return m_headless.media; }
     [[nodiscard]] headless::HandClock& Clock() { return m_headless.clock; }
