@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cmath>
 #include <mutex>
+#include <thread>
 
 namespace kirolane::tests {
 
@@ -107,6 +108,18 @@ TEST_F(Pictures, OneThatIsBeingPaintedStaysAsItIsAndTheNextOnesDoNotWait) {
         EXPECT_EQ(view.pixels[1], grey);
     });
     Stage().Frames()->SetListener({});
+}
+
+TEST_F(Pictures, ALeaderStillAtWorkAndAFollowerThatForgetsDoNotWaitForEachOther) {
+    mpv::PicturePath follower(0, [] {});
+    std::atomic<int> turns = 0;
+    std::thread leader([&] {
+        while (++turns < 200'000)
+            follower.TakeLead({}, 1); // of a lead that is over
+    });
+    while (turns < 200'000)
+        follower.Forget();
+    leader.join();
 }
 
 TEST_F(Pictures, AnEmptiedPlayerHasNone) {

@@ -189,10 +189,12 @@ void PicturePath::Visit(const std::function<void(const FrameView&)>& visit) cons
 }
 
 void PicturePath::Forget() {
-    std::unique_lock lock(m_mutex);
-    m_rested.wait(lock, [this] { return !m_busy; });
-    m_back = {};
-    const std::lock_guard front(m_frontMutex);
+    {
+        std::unique_lock lock(m_mutex);
+        m_rested.wait(lock, [this] { return !m_busy; });
+        m_back = {};
+    }
+    const std::lock_guard front(m_frontMutex); // on its own: a leader's worker takes this one first
     m_front = {};
 }
 

@@ -80,7 +80,7 @@ public:
         QObject::connect(m_button, &QAbstractButton::toggled, m_button, [this, link = GetLink()] {
             if (link.As<BevelButton>() == nullptr || m_showing)
                 return;
-            ShowOwn();
+            UpdateOwn();
             QMetaObject::invokeMethod( // the widget's, which may outlast its peer
                 m_button, [widget = m_button] { Q_EMIT widget->clicked(); }, Qt::QueuedConnection);
         });
@@ -88,7 +88,7 @@ public:
     }
 
 private:
-    void ShowOwn() override {
+    void UpdateOwn() override {
         const QString caption = SpokenName();
         if (m_button->text() != caption)
             m_button->setText(caption);
@@ -96,7 +96,7 @@ private:
         m_button->setChecked(Held<BevelButton>().Value());
         m_showing = false;
     }
-    [[nodiscard]] QString SpokenName() const override { return Shown(Held<BevelButton>().Caption()); }
+    [[nodiscard]] QString SpokenName() const override { return ToText(Held<BevelButton>().Caption()); }
 
     QAbstractButton* m_button;
     bool m_showing = false;

@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    void ShowOwn() override { m_widget->SetPicture(Shown(Held<Canvas>().Backdrop())); }
+    void UpdateOwn() override { m_widget->SetPicture(ToText(Held<Canvas>().Backdrop())); }
 
     PictureWidget* m_widget;
 };

@@ -22,7 +22,7 @@ protected:
 class CheckBoxPeer final : public ControlPeer {
 public:
     CheckBoxPeer(CheckBox& box, QWidget& content) : ControlPeer(box) {
-        m_box = new Reporting<TickWidget>(GetLink(), ShownPlain(box.Caption()), &content);
+        m_box = new Reporting<TickWidget>(GetLink(), ToPlainText(box.Caption()), &content);
         m_box->setFont(FontOf(box.Design()));
         m_box->setFocusPolicy(Qt::NoFocus);
         QObject::connect(m_box, &QAbstractButton::clicked, m_box, [link = GetLink()] {
@@ -34,7 +34,7 @@ public:
         QObject::connect(m_box, &QAbstractButton::toggled, m_box, [this, link = GetLink()] {
             if (link.As<CheckBox>() == nullptr || m_showing)
                 return;
-            ShowOwn();
+            UpdateOwn();
             QMetaObject::invokeMethod( // the widget's, which may outlast its peer
                 m_box, [widget = m_box] { Q_EMIT widget->clicked(); }, Qt::QueuedConnection);
         });
@@ -42,12 +42,12 @@ public:
     }
 
 private:
-    void ShowOwn() override {
+    void UpdateOwn() override {
         m_showing = true;
         m_box->setChecked(Held<CheckBox>().Value());
         m_showing = false;
     }
-    [[nodiscard]] QString SpokenName() const override { return Shown(Held<CheckBox>().Caption()); }
+    [[nodiscard]] QString SpokenName() const override { return ToText(Held<CheckBox>().Caption()); }
 
     QCheckBox* m_box;
     bool m_showing = false;

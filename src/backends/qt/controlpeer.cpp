@@ -18,7 +18,7 @@ constexpr int kTipWidth = 480;
 QString TipOf(const std::string& text) {
     const QFontMetrics metrics(QToolTip::font());
     QStringList lines;
-    QString rest = Shown(text);
+    QString rest = ToText(text);
     while (metrics.horizontalAdvance(rest) > kTipWidth) {
         int length = 1;
         while (metrics.horizontalAdvance(rest, length + 1) <= kTipWidth)
@@ -42,28 +42,28 @@ ControlPeer::~ControlPeer() {
 
 void ControlPeer::Adopt(QWidget& widget) {
     m_widget = &widget;
-    const QString name = Shown(Control().Name());
+    const QString name = ToText(Control().Name());
     widget.setObjectName(name);
     widget.setAccessibleDescription(name);
     widget.hide(); // until the stage says otherwise
 }
 
-void ControlPeer::Show() {
+void ControlPeer::Update() {
     const RectControl& control = Control();
-    ShowPlace();
+    UpdatePlace();
     if (m_widget->isEnabled() != control.Enabled())
         m_widget->setEnabled(control.Enabled());
     m_widget->setMouseTracking(control.OnMouseMove != nullptr);
     const QString tip = TipOf(control.HelpTag());
     if (m_widget->toolTip() != tip)
         m_widget->setToolTip(tip);
-    ShowOwn();
+    UpdateOwn();
     const QString spoken = SpokenName();
     if (m_widget->accessibleName() != spoken)
         m_widget->setAccessibleName(spoken);
 }
 
-void ControlPeer::ShowPlace() {
+void ControlPeer::UpdatePlace() {
     const RectControl& control = Control();
     const QRect place(control.Left(), control.Top(), control.Width(), control.Height());
     if (m_widget->geometry() != place)
@@ -71,7 +71,7 @@ void ControlPeer::ShowPlace() {
 }
 
 QString ControlPeer::SpokenName() const {
-    return Shown(Control().Name());
+    return ToText(Control().Name());
 }
 
 } // namespace kirolane::qt

@@ -24,8 +24,8 @@ public:
     [[nodiscard]] RectControl& Control() const { return *m_link.Get(); }
     [[nodiscard]] QWidget& Widget() const { return *m_widget; }
 
-    /// Shows what the control holds now, but for its visibility: that is the stage's.
-    void Show();
+    /// Shows what the control holds now, but for whether it is to be seen (Visibility).
+    void Update();
 
     /// False while there is nothing to be seen yet where the control stands.
     [[nodiscard]] virtual bool ReadyToShow() const { return true; }
@@ -38,9 +38,9 @@ protected:
     [[nodiscard]] const ControlLink& GetLink() const { return m_link; }
     template <class T> [[nodiscard]] T& Held() const { return *m_link.As<T>(); }
 
-    /// The class's own part of Show.
-    virtual void ShowOwn() = 0;
-    virtual void ShowPlace();
+    /// The class's own part of Update.
+    virtual void UpdateOwn() = 0;
+    virtual void UpdatePlace();
     /// What an assistive tool calls the control: its text where it has one.
     [[nodiscard]] virtual QString SpokenName() const;
 

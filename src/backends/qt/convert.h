@@ -13,13 +13,13 @@
 namespace kirolane::qt {
 
 /// What is shown of a string; bytes that are not UTF-8 become replacement characters.
-inline QString Shown(std::string_view text) {
+inline QString ToText(std::string_view text) {
     return QString::fromStdString(ToDisplay(text));
 }
 
 /// The same for widgets that read "&" as the mark of a mnemonic and "<b>" as bold.
-inline QString ShownPlain(std::string_view text) {
-    return Shown(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+inline QString ToPlainText(std::string_view text) {
+    return ToText(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 inline QColor ToQt(Color color) {

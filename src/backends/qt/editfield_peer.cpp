@@ -52,8 +52,8 @@ public:
     }
 
 private:
-    void ShowOwn() override {
-        const QString text = Shown(Held<EditField>().Text());
+    void UpdateOwn() override {
+        const QString text = ToText(Held<EditField>().Text());
         if (m_field->text() == text)
             return; // leaves the cursor where the typing is
         m_field->setText(text);

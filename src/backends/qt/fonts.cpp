@@ -59,7 +59,7 @@ QFont FontOf(const ControlDesign& design) {
         font.setPixelSize(std::min(font.pixelSize(), kTickSize));
     const int room = design.rect.width - (design.kind == ControlKind::CheckBox ? kTickRoom : kEdgeRoom);
     while (font.pixelSize() > kSmallestSize + 1 &&
-           QFontMetrics(font).horizontalAdvance(Shown(design.text)) > room)
+           QFontMetrics(font).horizontalAdvance(ToText(design.text)) > room)
         font.setPixelSize(font.pixelSize() - 1);
     return font;
 }

@@ -44,7 +44,7 @@ int MenuBarHeight() {
 FormWindow::FormWindow(Window& window, Listener& listener)
     : QWidget(nullptr, FlagsOf(window.Design())), m_link(window), m_listener(&listener) {
     const WindowFrame frame = window.Design().frame;
-    const QString name = Shown(window.Name());
+    const QString name = ToText(window.Name());
     setObjectName(name);
     setAccessibleDescription(name);
     setFocusPolicy(Qt::NoFocus);

@@ -35,15 +35,15 @@ protected:
 class GroupBoxPeer final : public ControlPeer {
 public:
     GroupBoxPeer(GroupBox& box, QWidget& content) : ControlPeer(box) {
-        auto* widget = new FrameWidget(Shown(box.Caption()), &content);
+        auto* widget = new FrameWidget(ToText(box.Caption()), &content);
         widget->setFont(FontOf(box.Design()));
         widget->setFocusPolicy(Qt::NoFocus);
         Adopt(*widget);
     }
 
 private:
-    void ShowOwn() override {}
-    [[nodiscard]] QString SpokenName() const override { return Shown(Held<GroupBox>().Caption()); }
+    void UpdateOwn() override {}
+    [[nodiscard]] QString SpokenName() const override { return ToText(Held<GroupBox>().Caption()); }
 };
 
 } // namespace

@@ -15,7 +15,7 @@ public:
     }
 
 private:
-    void ShowOwn() override { m_view->ShowControl(); }
+    void UpdateOwn() override { m_view->UpdateControl(); }
 
     ListView* m_view;
 };

@@ -43,14 +43,14 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole || List() == nullptr)
         return {};
-    return Shown(List()->Cell(index.row(), index.column()));
+    return ToText(List()->Cell(index.row(), index.column()));
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || List() == nullptr)
         return {};
     if (role == Qt::DisplayRole)
-        return Shown(List()->Heading(section));
+        return ToText(List()->Heading(section));
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter);
     return {};

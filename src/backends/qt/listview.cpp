@@ -84,18 +84,18 @@ void ListView::SetUpHeadings() {
     });
 }
 
-void ListView::ShowControl() {
+void ListView::UpdateControl() {
     if (List() == nullptr)
         return;
     m_showing = true;
     setVerticalScrollBarPolicy(List()->ScrollBarVertical() ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-    ShowHeadings();
-    ShowRows();
-    ShowSelection();
+    UpdateHeadings();
+    UpdateRows();
+    UpdateSelection();
     m_showing = false;
 }
 
-void ListView::ShowHeadings() {
+void ListView::UpdateHeadings() {
     int sorted = -1;
     for (int column = 0; column < List()->ColumnCount(); ++column)
         if (List()->ColumnSortDirection(column) != 0)
@@ -107,7 +107,7 @@ void ListView::ShowHeadings() {
                                                                                   : Qt::DescendingOrder);
 }
 
-void ListView::ShowRows() {
+void ListView::UpdateRows() {
     m_model.TakeChanges(rowAt(0), LastRowSeen());
     const bool inView = m_model.Rows() <= LastRowSeen() + 1;
     if (inView || List()->ListIndex() >= m_model.Rows() || !m_growth.isActive()) {
@@ -131,7 +131,7 @@ int ListView::LastRowSeen() const {
     return verticalScrollBar()->value() + viewport()->height() / kRowHeight;
 }
 
-void ListView::ShowSelection() {
+void ListView::UpdateSelection() {
     const int row = List()->ListIndex();
     const auto selected = selectionModel()->selectedRows();
     if (row == (selected.isEmpty() ? -1 : selected.front().row()))

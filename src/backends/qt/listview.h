@@ -15,7 +15,7 @@ public:
     ListView(ControlLink list, QWidget* parent);
 
     /// Shows rows, headings and selection as the control holds them now.
-    void ShowControl();
+    void UpdateControl();
 
     void keyboardSearch(const QString& /*search*/) override {} ///< letters are commands
 
@@ -33,9 +33,9 @@ private:
     [[nodiscard]] Listbox* List() const { return m_list.As<Listbox>(); }
     void SetUpLook(const ControlDesign& design);
     void SetUpHeadings();
-    void ShowHeadings();
-    void ShowRows();
-    void ShowSelection();
+    void UpdateHeadings();
+    void UpdateRows();
+    void UpdateSelection();
     /// Tells the control if a person has changed the selection.
     void ReportSelected();
     [[nodiscard]] int LastRowSeen() const;

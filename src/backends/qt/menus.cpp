@@ -34,7 +34,7 @@ QAction::MenuRole RoleOf(const MenuItem& item) {
 WindowCommands::WindowCommands(Link<Window> link, QWidget& window, QMenuBar* bar)
     : m_link(std::move(link)), m_window(window), m_bar(bar) {}
 
-void WindowCommands::Show() {
+void WindowCommands::Update() {
     const Window* window = m_link.Get();
     if (window == nullptr || window->MenuBar() == nullptr)
         return;
@@ -46,7 +46,7 @@ void WindowCommands::Show() {
     const auto showThose = [&](bool able) {
         for (const Command& command : m_commands)
             if ((command.item->Enabled() && command.item->Visible()) == able)
-                ShowCommand(command, taken.insert(command.item->KeyboardShortcut()).second);
+                UpdateCommand(command, taken.insert(command.item->KeyboardShortcut()).second);
     };
     showThose(true);
     showThose(false);
@@ -79,7 +79,7 @@ void WindowCommands::AddItem(QMenu& menu, const std::shared_ptr<MenuItem>& item)
     }
     auto* action = menu.addAction(QString());
     m_commands.push_back({item, action});
-    action->setObjectName(Shown(item->Name()));
+    action->setObjectName(ToText(item->Name()));
     if (item->IsSeparator()) {
         action->setSeparator(true);
         return;
@@ -95,7 +95,7 @@ void WindowCommands::AddItem(QMenu& menu, const std::shared_ptr<MenuItem>& item)
     });
 }
 
-void WindowCommands::ShowCommand(const Command& command, bool ownsKey) {
+void WindowCommands::UpdateCommand(const Command& command, bool ownsKey) {
     const MenuItem& item = *command.item;
     QAction& action = *command.action;
     action.setVisible(item.Visible());
@@ -103,7 +103,7 @@ void WindowCommands::ShowCommand(const Command& command, bool ownsKey) {
     if (item.IsSeparator())
         return;
     const auto keys = KeysOf(item.KeyboardShortcut());
-    QString text = Shown(item.Text());
+    QString text = ToText(item.Text());
     if (!ownsKey && !keys.isEmpty())
         text += QLatin1Char('\t') + keys.front().toString(QKeySequence::NativeText);
     if (action.text() != text)

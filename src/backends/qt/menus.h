@@ -22,7 +22,7 @@ public:
     WindowCommands(Link<Window> link, QWidget& window, QMenuBar* bar);
 
     /// Shows what the window's bar holds now.
-    void Show();
+    void Update();
 
 private:
     struct Command {
@@ -32,7 +32,7 @@ private:
 
     void Build(const MenuBar& bar);
     void AddItem(QMenu& menu, const std::shared_ptr<MenuItem>& item);
-    void ShowCommand(const Command& command, bool ownsKey);
+    void UpdateCommand(const Command& command, bool ownsKey);
 
     Link<Window> m_link;
     QWidget& m_window;

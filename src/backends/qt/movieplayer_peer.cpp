@@ -137,14 +137,14 @@ public:
     void OnReady(const std::function<void()>& ready) override { m_screen->SetOnPicture(ready); }
 
 private:
-    void ShowPlace() override {
+    void UpdatePlace() override {
         const auto& player = Held<MoviePlayer>();
         const int height = std::max(player.Height() - MoviePlayer::kHiddenStrip, 0);
         const QRect place(player.Left(), player.Top(), player.Width(), height);
         if (m_screen->geometry() != place)
             m_screen->setGeometry(place);
     }
-    void ShowOwn() override {
+    void UpdateOwn() override {
         const auto& player = Held<MoviePlayer>();
         m_screen->SetLoaded(!player.Movie().IsNil());
         // A player that stands beside its window is heard and never seen.

@@ -24,7 +24,7 @@ Placement::Placement(const Window& window, FormWindow& form) : m_window(window),
     m_settling.callOnTimeout(this, [this] { Settle(); });
 }
 
-void Placement::Show() {
+void Placement::Update() {
     if (!m_window.FullScreen()) {
         m_screenName.clear();
         m_covered = QRect();
@@ -34,10 +34,10 @@ void Placement::Show() {
     else if (m_window.FullScreen())
         Cover();
     else
-        ShowFree();
+        UpdateFree();
 }
 
-void Placement::ShowFree() {
+void Placement::UpdateFree() {
     const QPoint place(m_window.Left(), m_window.Top());
     const int bar = m_form.BarHeight();
     const QSize size(m_window.Width(), m_window.Height() + bar);

@@ -20,7 +20,7 @@ public:
     Placement(const Window& window, FormWindow& form);
 
     /// Shows or hides the window, with the size and place of the contract object.
-    void Show();
+    void Update();
     /// The window was moved or resized. True if that is news for the contract object.
     bool TakeMove(QPoint& place);
     /// A display came, went or changed.
@@ -34,7 +34,7 @@ public:
     std::function<void()> onSettledElsewhere;
 
 private:
-    void ShowFree();
+    void UpdateFree();
     void Cover();
     void Order(const QRect& client);
     void Settle();

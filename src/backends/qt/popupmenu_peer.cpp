@@ -25,11 +25,11 @@ public:
     }
 
 private:
-    void ShowOwn() override {
+    void UpdateOwn() override {
         const auto& popup = Held<PopupMenu>();
         m_showing = true;
         for (int row = m_box->count(); row < static_cast<int>(popup.Rows().size()); ++row)
-            m_box->addItem(Shown(popup.Rows()[static_cast<std::size_t>(row)]));
+            m_box->addItem(ToText(popup.Rows()[static_cast<std::size_t>(row)]));
         m_box->setCurrentIndex(popup.ListIndex());
         m_showing = false;
     }

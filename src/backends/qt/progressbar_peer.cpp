@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    void ShowOwn() override {
+    void UpdateOwn() override {
         const auto& bar = Held<ProgressBar>();
         m_bar->setOrientation(bar.Height() > bar.Width() ? Qt::Vertical : Qt::Horizontal);
         m_bar->setRange(0, bar.Maximum());

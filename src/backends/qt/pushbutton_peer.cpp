@@ -13,7 +13,7 @@ namespace {
 class PushButtonPeer final : public ControlPeer {
 public:
     PushButtonPeer(PushButton& button, QWidget& content) : ControlPeer(button) {
-        auto* widget = new Reporting<QPushButton>(GetLink(), ShownPlain(button.Caption()), &content);
+        auto* widget = new Reporting<QPushButton>(GetLink(), ToPlainText(button.Caption()), &content);
         widget->setFont(FontOf(button.Design()));
         widget->setFocusPolicy(Qt::NoFocus);
         QObject::connect(widget, &QAbstractButton::clicked, widget, [link = GetLink()] {
@@ -24,8 +24,8 @@ public:
     }
 
 private:
-    void ShowOwn() override {}
-    [[nodiscard]] QString SpokenName() const override { return Shown(Held<PushButton>().Caption()); }
+    void UpdateOwn() override {}
+    [[nodiscard]] QString SpokenName() const override { return ToText(Held<PushButton>().Caption()); }
 };
 
 } // namespace

@@ -48,7 +48,7 @@ private:
 
 /// Stands above the console.
 bool IsCompanion(const QtWindowPeer& peer) {
-    const WindowFrame frame = peer.Shown().Design().frame;
+    const WindowFrame frame = peer.Held().Design().frame;
     return frame == WindowFrame::FloatingTool || frame == WindowFrame::Palette;
 }
 
@@ -142,7 +142,7 @@ std::string QtWindows::ChooseFolder() {
 void QtWindows::ShowStartFailure(const std::string& text) {
     if (QGuiApplication::platformName() == QLatin1String("offscreen"))
         return; // nobody could answer
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("Kirolane"), Shown(text), QMessageBox::Ok);
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Kirolane"), ToText(text), QMessageBox::Ok);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
@@ -180,7 +180,7 @@ void QtWindows::Remove(QtWindowPeer& peer) {
 
 void QtWindows::WindowsChanged() {
     m_inhibitor->Set(std::any_of(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
-        return peer->Shown().Design().frame == WindowFrame::Plain && peer->Shown().Visible();
+        return peer->Held().Design().frame == WindowFrame::Plain && peer->Held().Visible();
     }));
 }
 
@@ -247,7 +247,7 @@ void QtWindows::FollowScreens() {
 
 QtWindowPeer* QtWindows::Console() const {
     const auto it = std::find_if(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
-        return peer->Shown().Design().frame == WindowFrame::Metal;
+        return peer->Held().Design().frame == WindowFrame::Metal;
     });
     return it == m_peers.end() ? nullptr : *it;
 }

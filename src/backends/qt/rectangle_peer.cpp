@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    void ShowOwn() override {}
+    void UpdateOwn() override {}
 };
 
 } // namespace

@@ -25,7 +25,7 @@ public:
         });
     }
 
-    void ShowControl() {
+    void UpdateControl() {
         const auto* slider = Held();
         if (slider == nullptr)
             return;
@@ -63,7 +63,7 @@ protected:
             m_inHand = false;
             if (auto* slider = Held(); slider != nullptr && !slider->LiveScroll())
                 slider->ReportPressAndValue(m_pressedAt.x(), m_pressedAt.y(), sliderPosition());
-            ShowControl();
+            UpdateControl();
         }
         const QPoint at = event->position().toPoint();
         if (auto* slider = Held())
@@ -93,7 +93,7 @@ private:
         setSliderDown(false);
         setRepeatAction(SliderNoAction);
         m_showing = false;
-        ShowControl();
+        UpdateControl();
     }
 
     ControlLink m_control;
@@ -113,7 +113,7 @@ public:
     }
 
 private:
-    void ShowOwn() override { m_slider->ShowControl(); }
+    void UpdateOwn() override { m_slider->UpdateControl(); }
 
     SliderWidget* m_slider;
 };

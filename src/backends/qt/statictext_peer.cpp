@@ -45,7 +45,7 @@ public:
         setPalette(colors);
     }
 
-    void ShowText(const QString& shown) {
+    void SetLabel(const QString& shown) {
         if (text() == shown)
             return;
         const bool came = text().isEmpty() != shown.isEmpty();
@@ -127,8 +127,8 @@ public:
     }
 
 private:
-    void ShowOwn() override { m_label->ShowText(SpokenName()); }
-    [[nodiscard]] QString SpokenName() const override { return Shown(Held<StaticText>().Text()); }
+    void UpdateOwn() override { m_label->SetLabel(SpokenName()); }
+    [[nodiscard]] QString SpokenName() const override { return ToText(Held<StaticText>().Text()); }
 
     LabelWidget* m_label;
 };

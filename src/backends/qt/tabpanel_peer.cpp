@@ -39,12 +39,12 @@ public:
         m_tabs->setDrawBase(false);
         m_tabs->setUsesScrollButtons(false);
         m_tabs->setExpanding(false);
-        const QString name = Shown(panel.Name());
+        const QString name = ToText(panel.Name());
         m_tabs->setObjectName(name + QStringLiteral(".Tabs"));
         m_tabs->setAccessibleName(name);
         m_tabs->setAccessibleDescription(name);
         for (const auto& tab : panel.Tabs())
-            m_tabs->addTab(ShownPlain(tab));
+            m_tabs->addTab(ToPlainText(tab));
         QObject::connect(m_tabs, &QTabBar::currentChanged, m_tabs, [this, link = GetLink()](int page) {
             if (auto* turned = link.As<TabPanel>(); turned != nullptr && !m_showing)
                 turned->ReportPage(page);
@@ -54,7 +54,7 @@ public:
     }
 
 private:
-    void ShowOwn() override {
+    void UpdateOwn() override {
         m_showing = true;
         m_tabs->setGeometry(8, 0, Control().Width() - 16, kTabHeight);
         m_tabs->setCurrentIndex(Held<TabPanel>().Value());

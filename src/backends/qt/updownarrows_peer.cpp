@@ -56,7 +56,8 @@ public:
 private:
     QAbstractButton* AddHalf(QWidget& pair, bool up, void (UpDownArrows::*report)()) {
         auto* half = new ArrowWidget(up, &pair);
-        const QString name = Shown(Control().Name()) + (up ? QStringLiteral(".Up") : QStringLiteral(".Down"));
+        const QString name =
+            ToText(Control().Name()) + (up ? QStringLiteral(".Up") : QStringLiteral(".Down"));
         half->setObjectName(name);
         half->setAccessibleName(name);
         half->setAccessibleDescription(name);
@@ -67,7 +68,7 @@ private:
         return half;
     }
 
-    void ShowOwn() override {
+    void UpdateOwn() override {
         const int upper = Control().Height() / 2;
         m_up->setGeometry(0, 0, Control().Width(), upper);
         m_down->setGeometry(0, upper, Control().Width(), Control().Height() - upper);

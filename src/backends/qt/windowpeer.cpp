@@ -22,13 +22,13 @@ QtWindowPeer::QtWindowPeer(Window& window, QtWindows& system)
             PlaceChanged();
     };
     MakeControls();
-    m_stage = std::make_unique<Stage>(m_peers);
+    m_visibility = std::make_unique<Visibility>(m_peers);
     m_system.Add(*this);
 }
 
 QtWindowPeer::~QtWindowPeer() {
     m_system.Remove(*this);
-    m_stage.reset();
+    m_visibility.reset();
     m_peers.clear(); // the widgets stay, without controls, until the form goes
     m_form->Detach();
 }
@@ -47,28 +47,28 @@ void QtWindowPeer::MakeControls() {
 void QtWindowPeer::Update(std::span<RectControl* const> changed, bool windowToo) {
     for (const RectControl* control : changed)
         if (const auto peer = m_byControl.find(control); peer != m_byControl.end())
-            peer->second->Show();
-    m_stage->Show();
+            peer->second->Update();
+    m_visibility->Update();
     if (windowToo)
-        ShowWindow();
-    ShowFocus(windowToo);
+        UpdateWindow();
+    UpdateFocus(windowToo);
 }
 
-void QtWindowPeer::ShowWindow() {
-    const QString title = qt::Shown(m_window.Title());
+void QtWindowPeer::UpdateWindow() {
+    const QString title = qt::ToText(m_window.Title());
     if (m_form->windowTitle() != title) {
         m_form->setWindowTitle(title);
         m_form->setAccessibleName(title);
     }
     m_form->SetBackground(m_window);
-    m_form->Commands().Show();
+    m_form->Commands().Update();
     m_form->SetBarShown(m_window.MenuBarVisible());
     m_system.KeepAboveConsole(*this);
-    m_placement.Show();
+    m_placement.Update();
     m_system.WindowsChanged();
 }
 
-void QtWindowPeer::ShowFocus(bool windowToo) {
+void QtWindowPeer::UpdateFocus(bool windowToo) {
     const RectControl* wanted = m_window.FocusControl();
     QWidget* focused = m_form->focusWidget();
     const bool typing = qobject_cast<QLineEdit*>(focused) != nullptr;
@@ -79,9 +79,9 @@ void QtWindowPeer::ShowFocus(bool windowToo) {
     m_focus = wanted;
     const auto peer = m_byControl.find(wanted);
     QWidget* target = nullptr;
-    if (peer != m_byControl.end() && m_stage->OnShow(*wanted))
+    if (peer != m_byControl.end() && m_visibility->OnShow(*wanted))
         target = &peer->second->Widget();
-    else if (const auto* list = m_stage->ListOnShow())
+    else if (const auto* list = m_visibility->ListOnShow())
         target = &list->Widget(); // the list asked for is on a hidden page, or none was
     if (target != nullptr && target != focused)
         target->setFocus(Qt::OtherFocusReason);
@@ -126,7 +126,7 @@ void QtWindowPeer::CloseRequested() {
 }
 
 void QtWindowPeer::KeyLeft(QKeyEvent& event) {
-    const auto* list = m_stage->ListOnShow();
+    const auto* list = m_visibility->ListOnShow();
     if (list == nullptr || list->Widget().hasFocus())
         return; // it has had the key
     switch (event.key()) {

@@ -3,7 +3,7 @@
 #include "backends/qt/controlpeer.h"
 #include "backends/qt/formwindow.h"
 #include "backends/qt/placement.h"
-#include "backends/qt/stage.h"
+#include "backends/qt/visibility.h"
 #include "contract/backend/windowsystem.h"
 
 #include <memory>
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool HasDisplay() const override { return m_placement.HasDisplay(); }
     [[nodiscard]] Rect CoveredScreen() const override;
 
-    [[nodiscard]] const Window& Shown() const { return m_window; }
+    [[nodiscard]] const Window& Held() const { return m_window; }
     [[nodiscard]] FormWindow& Form() const { return *m_form; }
     [[nodiscard]] Placement& Place() { return m_placement; }
     /// Tells the contract object where the window stands, if that is news.
@@ -40,8 +40,8 @@ private:
     void KeyLeft(QKeyEvent& event) override;
 
     void MakeControls();
-    void ShowWindow();
-    void ShowFocus(bool windowToo);
+    void UpdateWindow();
+    void UpdateFocus(bool windowToo);
 
     Window& m_window;
     QtWindows& m_system;
@@ -49,7 +49,7 @@ private:
     Placement m_placement;
     std::vector<std::unique_ptr<ControlPeer>> m_peers;
     std::unordered_map<const RectControl*, ControlPeer*> m_byControl;
-    std::unique_ptr<Stage> m_stage;
+    std::unique_ptr<Visibility> m_visibility;
     const RectControl* m_focus = nullptr; ///< the contract's, as last acted on
 };
 

@@ -17,16 +17,16 @@ namespace kirolane::qt {
 /// Which of a window's controls are to be seen. A control of a tab page shows only with its page. A player
 /// that comes on shows only with its first picture, at the longest a second later: until then the curtain
 /// (rectangles and pictures that are to go) stays, and both change in one paint.
-class Stage : public QObject {
+class Visibility : public QObject {
 public:
-    explicit Stage(const std::vector<std::unique_ptr<ControlPeer>>& peers);
+    explicit Visibility(const std::vector<std::unique_ptr<ControlPeer>>& peers);
     /// Ahead of the peers: their widgets, and the pictures on the way to them, may outlast both.
-    ~Stage() override;
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    ~Visibility() override;
+    Visibility(const Visibility&) = delete;
+    Visibility& operator=(const Visibility&) = delete;
 
     /// Brings every widget's visibility up to date.
-    void Show();
+    void Update();
     /// The control is wanted and its page in front.
     [[nodiscard]] bool OnShow(const RectControl& control) const;
     /// The list that gets the arrow keys where no other control of the window has use for them; null for

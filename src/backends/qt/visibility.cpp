@@ -1,4 +1,4 @@
-#include "backends/qt/stage.h"
+#include "backends/qt/visibility.h"
 
 #include "contract/tabpanel.h"
 
@@ -22,7 +22,7 @@ bool IsCurtain(const ControlPeer& peer) {
 
 } // namespace
 
-Stage::Stage(const std::vector<std::unique_ptr<ControlPeer>>& peers) {
+Visibility::Visibility(const std::vector<std::unique_ptr<ControlPeer>>& peers) {
     for (const auto& peer : peers)
         m_places.push_back({peer.get(), {}});
     for (Place& place : m_places)
@@ -31,21 +31,21 @@ Stage::Stage(const std::vector<std::unique_ptr<ControlPeer>>& peers) {
     m_patience.setInterval(kPatience);
     m_patience.callOnTimeout(this, [this] {
         m_waited = true;
-        Show();
+        Update();
     });
     for (const auto& peer : peers)
         peer->OnReady([this] {
             if (m_patience.isActive())
-                Show();
+                Update();
         });
 }
 
-Stage::~Stage() {
+Visibility::~Visibility() {
     for (const Place& place : m_places)
         place.peer->OnReady({});
 }
 
-std::vector<Stage::Page> Stage::PagesOf(const RectControl& control) const {
+std::vector<Visibility::Page> Visibility::PagesOf(const RectControl& control) const {
     std::vector<Page> pages;
     const ControlDesign* design = &control.Design();
     while (!design->parent.empty()) {
@@ -62,7 +62,7 @@ std::vector<Stage::Page> Stage::PagesOf(const RectControl& control) const {
     return pages;
 }
 
-void Stage::Show() {
+void Visibility::Update() {
     bool waiting = false;
     for (const Place& place : m_places) {
         if (IsCurtain(*place.peer))
@@ -87,19 +87,19 @@ void Stage::Show() {
         m_patience.start();
 }
 
-bool Stage::OnShow(const Place& place) {
+bool Visibility::OnShow(const Place& place) {
     return place.peer->Control().Visible() &&
            std::all_of(place.pages.begin(), place.pages.end(),
                        [](const Page& page) { return page.panel->Value() + 1 == page.number; });
 }
 
-bool Stage::OnShow(const RectControl& control) const {
+bool Visibility::OnShow(const RectControl& control) const {
     return std::any_of(m_places.begin(), m_places.end(), [&](const Place& place) {
         return &place.peer->Control() == &control && OnShow(place);
     });
 }
 
-ControlPeer* Stage::ListOnShow() const {
+ControlPeer* Visibility::ListOnShow() const {
     for (const Place& place : m_places)
         if (KindOf(*place.peer) == ControlKind::Listbox && OnShow(place))
             return place.peer;
