@@ -49,18 +49,6 @@ class Show(Case):
         self.assertLessEqual(abs(preview[1] - stage[1]), IN_STEP)
         self.shoot("playing")
 
-        show.press("space")
-        show.until_text("PlayModeLabel", "一時停止")
-        paused = self.until_still(show)
-        self.assertTrue(all(paused), paused)
-        show.press("space")
-        show.until_text("PlayModeLabel", "再生中")
-        show.until_playing(2, frame=paused[1][1] + FRAMES_PER_SECOND // 2)
-
-        show.press("Shift_L", "b")
-        show.until_text("PlayModeLabel", "停止")
-        self.assertEqual(self.until_still(show), ((2, 0), (2, 0)), "both rewound")
-
         show.press("Shift_L", "n")
         show.until_text("PlayModeLabel", "")
         self.assert_curtain(show, CONSOLE, 160)

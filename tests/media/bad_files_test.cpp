@@ -142,23 +142,6 @@ TEST_F(BadFiles, HeadersThatLieNeitherCrashNorHang) {
     ExpectPlays();
 }
 
-TEST_F(BadFiles, DataThatEndEarlyAreTheEndAtDurationWithOneLine) {
-    const std::string path = ClipPath("early.mp4");
-    ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));
-    EXPECT_NEAR(Stage().Duration(), 5.0, 0.1);
-    CapturedStderr lines;
-    OrderTwins({.running = true, .seekTo = 2.0});
-    EXPECT_TRUE(WaitUntil([&] { return Stage().AtEnd() && Preview().AtEnd(); }));
-    EXPECT_EQ(Stage().Position(), Stage().Duration());
-    const auto said = lines.Lines();
-    ASSERT_EQ(said.size(), 1U) << "one for both twins";
-    EXPECT_NE(said[0].find("early.mp4: the data ends at"), std::string::npos) << said[0];
-    // It is like any end: a seek goes on.
-    OrderTwins({.running = true, .seekTo = 0.5});
-    EXPECT_TRUE(WaitUntil([&] { return Stage().Position() > 0.8 && Preview().Position() > 0.8; }));
-    EXPECT_FALSE(Stage().AtEnd());
-}
-
 TEST_F(BadFiles, AFileThatGoesAwayWhileItPlaysStopsNothing) {
     const std::string path = m_folder.Write("clip.mp4", Content("clip.mp4"));
     ASSERT_TRUE(Preview().Load(path) && Stage().Load(path));

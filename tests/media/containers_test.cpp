@@ -23,7 +23,7 @@ const ContainerCase kMovies[] = {
     {"clip.3gp"},   {"clip.avi"},    {"clip.divx"},      {"clip.vob"},   {"clip.mpg"},       {"clip.mpe"},
     {"clip.mpeg"},  {"clip.m2v"},    {"clip.wmv"},       {"clip.asf"},   {"raw.mpeg"},       {"raw.m4v"},
     {"stream.mpg"}, {"silent.mp4"},  {"uneven.mp4"},     {"edited.mp4"}, {"late_clock.mpg"}, {"editor.mov"},
-    {"odd.mp4"},    {"ten_bit.mp4"}, {"full_range.mp4"}, {"tiny.mp4"},   {"fast.mp4"},
+    {"odd.mp4"},    {"ten_bit.mp4"}, {"full_range.mp4"}, {"tiny.mp4"},   {"fast.mp4"},       {"wrapped.mpg"},
 };
 
 const ContainerCase kSounds[] = {

@@ -66,17 +66,28 @@ run -i master.mkv -vf fps=1/2 -fps_mode passthrough "${h264[@]}" -c:a aac -f mp4
 # Sound that ends well before the pictures, and sound that begins well after them.
 run -i master.mkv -af atrim=end=2.5 "${h264[@]}" -c:a aac -f mp4 brief_sound.mp4
 run -i master.mkv -itsoffset 2 -i master.mkv -map 0:v -map 1:a -t $seconds "${h264[@]}" -c:a aac late_sound.mkv
-# Four quarters of four greys, which tell how a picture is turned.
+# Four quarters of four greys, the fourth the brightest, and headers that have them turned and mirrored: a point x, y is
+# to be shown at a x + c y, b x + d y. The name says what is then to be seen, row by row.
 run -f lavfi -i "nullsrc=s=160x96:r=$rate:d=2,format=yuv420p,geq=lum='60+40*gte(X,W/2)+80*gte(Y,H/2)':cb=128:cr=128" \
-    -f lavfi -i "sine=d=2" "${h264[@]}" -c:a aac -f mp4 quarters.mp4
+    -f lavfi -i "sine=d=2" "${h264[@]}" -c:a aac -f mp4 quarters_1234.mp4
+matrix=$(($(grep -obUa tkhd quarters_1234.mp4 | sed -n '1s/:.*//p') + 44))
+declare -A fixed=([1]='\0\1\0\0' [0]='\0\0\0\0' [-1]='\xff\xff\0\0')
+for turn in "3142 0 1 -1 0" "4321 -1 0 0 -1" "2413 0 -1 1 0" "2143 -1 0 0 1" "3412 1 0 0 -1" "1324 0 1 1 0" \
+    "4231 0 -1 -1 0"; do
+    read -r seen a b c d <<<"$turn"
+    cp quarters_1234.mp4 "quarters_$seen.mp4"
+    printf "${fixed[$a]}${fixed[$b]}${fixed[0]}${fixed[$c]}${fixed[$d]}" |
+        dd of="quarters_$seen.mp4" bs=1 seek=$matrix conv=notrunc status=none
+done
 # One key frame, and so many pictures behind it that to go to the last ones takes most of a second.
 run -i master.mkv -vf fps=200,scale=1920:1080 -c:v libx264 -preset ultrafast -g 2000 -pix_fmt yuv420p -c:a aac far.mp4
 # What cameras and editors make: pictures at uneven times, an edit list that leaves the first second out, a late
-# clock, 4:2:2, 4:4:4 of odd size, 10 bit, full range, few pixels, many pictures.
+# clock and one that begins anew, 4:2:2, 4:4:4 of odd size, 10 bit, full range, few pixels, many pictures.
 run -i master.mkv -vf "select='lt(mod(n,10),6)'" -fps_mode vfr "${h264[@]}" -c:a aac -f mp4 uneven.mp4
 run -i master.mkv -vf tpad=start_duration=1 -af adelay=1000 "${h264[@]}" -g 500 -c:a aac -f mp4 whole.mp4
 run -ss 1 -i whole.mp4 -c copy -f mp4 edited.mp4
 run -i master.mkv -c:v mpeg2video -b:v 800k -c:a mp2 -output_ts_offset 50000 -f mpegts late_clock.mpg
+run -i master.mkv -c:v mpeg2video -b:v 800k -c:a mp2 -output_ts_offset 95441 -f mpegts wrapped.mpg
 run -i master.mkv -c:v prores_ks -c:a pcm_s16le -f mov editor.mov
 run -i master.mkv -vf scale=177:143 "${h264[@]}" -pix_fmt yuv444p -c:a aac -f mp4 odd.mp4
 run -i master.mkv "${h264[@]}" -pix_fmt yuv420p10le -c:a aac -f mp4 ten_bit.mp4

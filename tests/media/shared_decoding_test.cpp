@@ -1,6 +1,7 @@
 // Twins in step: the audience's player plays for both, and nobody can tell but by the size of the pictures.
 
 #include "engine_test.h"
+#include "support/captured_stderr.h"
 #include "support/temporary_folder.h"
 
 #include <array>
@@ -13,7 +14,8 @@ namespace kirolane::tests {
 
 class SharedDecoding : public EngineTest {
 protected:
-    explicit SharedDecoding(mpv::MpvOptions options = {}) : EngineTest(std::move(options)) {
+    explicit SharedDecoding(mpv::MpvOptions options = {.audioOutput = "null"})
+        : EngineTest(std::move(options)) {
         Stage().Frames()->SetSize(640, 480);
         Preview().Frames()->SetSize(320, 240);
     }
@@ -113,12 +115,17 @@ TEST_F(SharedDecoding, AnOrderToOneAloneGivesEachItsOwnPictures) {
 TEST_F(SharedDecoding, SoundOfAnyKindOrNoneIsNoCaseOfItsOwn) {
     for (const char* clip : {"brief_sound.mp4", "late_sound.mkv", "silent.mp4", "early.mp4"}) {
         SCOPED_TRACE(clip);
+        CapturedStderr lines;
         Play(clip);
         PlayOut([&] { EXPECT_EQ(Preview().AtEnd(), Stage().AtEnd()); });
         OrderTwins({.running = true, .seekTo = 0.5}); // where there may be no sound
         EXPECT_TRUE(WaitUntil([&] { return Preview().Position() > 1.0; }));
         EXPECT_NEAR(*Grey(Preview()), GreyAt(Preview().Position()), 8.0);
         Unload({&Preview(), &Stage()});
+        const bool early = std::string_view(clip) == "early.mp4";
+        const auto said = lines.Lines();
+        ASSERT_EQ(said.size(), early ? 1U : 0U) << "one for both";
+        EXPECT_TRUE(!early || said[0].find("early.mp4: the data ends at") != std::string::npos) << said[0];
     }
 }
 
