@@ -9,7 +9,8 @@ import subprocess
 import Xlib.display
 import Xlib.error
 from Xlib import X, XK, Xatom, Xutil
-from Xlib.ext import damage, xtest
+from Xlib.ext import damage, randr, xtest
+from Xlib.protocol import rq
 
 from .framebuffer import FrameBuffer
 from .processes import end, running
@@ -18,6 +19,15 @@ MILLIMETRES_PER_INCH = 25.4
 DOTS_PER_INCH = 96
 MAIN, SECOND = CONNECTORS = "M0", "M1"
 NO_KEYS = pathlib.Path(__file__).with_name("openbox.xml")
+
+
+class SetMonitor(rq.Request):
+    """As RandR has it; the library's own cannot be sent."""
+    _request = rq.Struct(
+        rq.Card8("opcode"), rq.Opcode(43), rq.RequestLength(), rq.Window("window"), rq.Card32("name"),
+        rq.Bool("primary"), rq.Bool("automatic"), rq.LengthOf("outputs", 2), rq.Int16("x"), rq.Int16("y"),
+        rq.Card16("width"), rq.Card16("height"), rq.Card32("wide"), rq.Card32("high"),
+        rq.List("outputs", rq.Card32Obj))
 
 
 class Screen:
@@ -57,11 +67,24 @@ class Screen:
         self._x.close()
 
     def unplug(self, connector):
-        _xrandr(self.name, "--delmonitor", connector)
+        self._root.xrandr_delete_monitor(self._x.get_atom(connector))
+        self._x.sync()
 
     def plug(self, connector, monitor, instead=None):
-        """Also in one's stead. The same connector will not do: the toolkit is not told of such a change here."""
-        _plug(self.name, connector, monitor, *(("--delmonitor", instead) if instead else ()))
+        """One whose name begins as MAIN is the main display. In another's stead it comes at one blow: nobody can look
+        in between, when there is neither. The same connector will not do: the toolkit is not told of such a change."""
+        x, y, width, height = monitor
+        wide, high = (round(size * MILLIMETRES_PER_INCH / DOTS_PER_INCH) for size in (width, height))
+        main = connector.startswith(MAIN)
+        output = self._root.xrandr_get_screen_resources().outputs[:1] if main else []
+        self._x.grab_server()
+        if instead:
+            self._root.xrandr_delete_monitor(self._x.get_atom(instead))
+        SetMonitor(display=self._x.display, opcode=self._x.display.get_extension_major(randr.extname),
+                   window=self._root, name=self._x.get_atom(connector), primary=main, automatic=False, x=x, y=y,
+                   width=width, height=height, wide=wide, high=high, outputs=output)
+        self._x.ungrab_server()
+        self._x.sync()
 
     def turn_to_desktop(self, number):
         """One of the two virtual desktops, 0 or 1."""
@@ -197,20 +220,6 @@ class Screen:
         self._x.flush()
 
 
-def _xrandr(name, *arguments):
-    subprocess.run(["xrandr", "--display", name, *arguments], check=True, stdin=subprocess.DEVNULL,
-                   stdout=subprocess.DEVNULL)
-
-
-def _plug(name, connector, monitor, *before):
-    """One whose name begins as MAIN is the main display."""
-    x, y, width, height = monitor
-    wide, high = (round(size * MILLIMETRES_PER_INCH / DOTS_PER_INCH) for size in (width, height))
-    main = connector.startswith(MAIN)
-    _xrandr(name, *before, "--setmonitor", f"*{connector}" if main else connector,
-            f"{width}/{wide}x{height}/{high}+{x}+{y}", "screen" if main else "none")
-
-
 def _start_server(stack, folder, width, height):
     """A server under a random free number, which its lock file keeps for it; told ready by the server itself."""
     for _ in range(20):
@@ -236,10 +245,10 @@ def screen(folder, waiter, monitors, window_manager=True):
         folder.mkdir(parents=True, exist_ok=True)
         name = _start_server(stack, folder, max(x + w for x, _, w, _ in monitors),
                              max(y + h for _, y, _, h in monitors))
-        for connector, monitor in zip(CONNECTORS, monitors):
-            _plug(name, connector, monitor)
         desktop = Screen(name, folder, waiter)
         stack.callback(desktop.close)
+        for connector, monitor in zip(CONNECTORS, monitors):
+            desktop.plug(connector, monitor)
         if window_manager:
             environment = {**os.environ, "DISPLAY": name}
             stack.enter_context(running(["openbox", "--sm-disable", "--config-file", str(NO_KEYS)], env=environment,

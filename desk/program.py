@@ -3,6 +3,7 @@
 import contextlib
 import os
 import pathlib
+import re
 import subprocess
 import time
 
@@ -12,6 +13,7 @@ SETTINGS = pathlib.PurePath("Library/Application Support/Kirolane/Setting/ES")
 LINES = 200
 LOGO_SIZE = (160, 120)
 NO_DEVICE = b"kirolane: sound: no device answers; the show goes on without, until one does"
+REPORT = re.compile("ERROR: [A-Za-z]+Sanitizer|: runtime error: ")  # what the sanitizers find ends the program
 
 
 class Program:
@@ -28,8 +30,10 @@ class Program:
         data = os.read(self.process.stderr.fileno(), 65536)
         if not data:
             self._waiter.forget(self.process.stderr.fileno())
+            return False
         *lines, self._rest = (self._rest + data).split(b"\n")
         self.errors += [line.decode("utf-8", "backslashreplace") for line in lines if line != NO_DEVICE]
+        return True
 
     def alive(self):
         return self.process.poll() is None
@@ -39,11 +43,16 @@ class Program:
         begin = time.monotonic()
         self._waiter.until(lambda: not self.alive(), "the end of the program", seconds)
         took = time.monotonic() - begin
+        self.take_last_errors()
+        return self.process.returncode, took
+
+    def take_last_errors(self):
+        """Of a program that has ended."""
         descriptor = self.process.stderr.fileno()
         os.set_blocking(descriptor, False)
         with contextlib.suppress(BlockingIOError):
-            self._take_errors()
-        return self.process.returncode, took
+            while self._take_errors():
+                pass
 
 
 def settings_file(home, changes=None, folder=None):
@@ -71,8 +80,8 @@ def colon_path(folder):
 @contextlib.contextmanager
 def running_program(command, home, display, waiter, environment=None):
     """command is a list; the environment is not the caller's, but what a bare session has."""
-    bare = {key: os.environ[key] for key in ("PATH", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
-            if key in os.environ}
+    kept = "PATH", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "ASAN_OPTIONS", "UBSAN_OPTIONS"
+    bare = {key: os.environ[key] for key in kept if key in os.environ}
     process = subprocess.Popen(
         list(map(str, command)), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
         cwd="/", env={**bare, "HOME": str(home), "DISPLAY": display, "LANG": "C.UTF-8",
@@ -82,5 +91,8 @@ def running_program(command, home, display, waiter, environment=None):
         yield program
     finally:
         end(process)
+        program.take_last_errors()
         waiter.forget(process.stderr.fileno())
         process.stderr.close()
+        if any(REPORT.search(line) for line in program.errors):  # be it of the very end, when nobody looks any more
+            raise AssertionError("\n".join(program.errors))

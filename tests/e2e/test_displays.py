@@ -3,7 +3,7 @@
 import itertools
 import pathlib
 
-from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen, unittest
+from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen
 from desk import clips
 from desk.clips import FRAMES_PER_SECOND
 from desk.show import LEFT, PREFERENCES, RIGHT, inside
@@ -225,7 +225,3 @@ class Displays(Case):
         screen.turn_to_desktop(0)
         self.until_console_in_front(show)
         self.until_monitor(show, RIGHT)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -5,15 +5,12 @@ import re
 import signal
 
 from case import CONSOLE, Case, unittest
-from desk.show import LEFT, RIGHT
 from desk.program import LINES, SETTINGS
 
 NOBODY = 65534
 
 
 class Start(Case):
-    monitors = (LEFT, RIGHT)
-
     def assert_fails(self, about, prefix=(), environment=None):
         """One line on standard error, a dialog that names the file, status 1 when that is answered."""
         desk = self.desk
