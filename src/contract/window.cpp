@@ -52,11 +52,11 @@ void Window::BringUpToDate() {
 
 void Window::BringToFront() {
     if (m_visible && m_peer != nullptr)
-        m_peer->BringToFront(m_design.frame != WindowFrame::Palette);
+        m_peer->BringToFront(!Is(WindowRole::Palette));
 }
 
 bool Window::TakesKeys() const {
-    return m_visible && m_design.frame != WindowFrame::Palette && (m_peer == nullptr || m_peer->HasDisplay());
+    return m_visible && !Is(WindowRole::Palette) && (m_peer == nullptr || m_peer->HasDisplay());
 }
 
 bool Window::LoseKeyboardIfHidden() {
@@ -242,7 +242,7 @@ void Window::ReportCloseRequested() {
     if (!m_design.closeButton)
         return;
     Runtime::Current().Deliver(*this, m_name + " Close", [this] {
-        if (m_design.frame == WindowFrame::Palette)
+        if (Is(WindowRole::Palette))
             Hide();
         else
             Close();
@@ -283,9 +283,9 @@ void Window::FollowScreens() {
             Runtime::Current().Deliver(*this, m_name + " ScreenChanged", [this, covered] {
                 Event_ScreenChanged(covered.width, covered.height);
             });
-    } else if (m_design.frame != WindowFrame::Plain && HasLostScreen()) {
+    } else if (!Is(WindowRole::Audience) && HasLostScreen()) {
         Runtime::Current().Deliver(*this, m_name + " Moved", [this] {
-            if (m_design.frame == WindowFrame::FloatingTool || m_design.frame == WindowFrame::Document) {
+            if (Is(WindowRole::Dialog)) {
                 CentreOn(Screen(0));
             } else {
                 const Point home = Runtime::Current().Windows().DefaultPlace(*this);

@@ -31,6 +31,7 @@ public:
 
     [[nodiscard]] const std::string& Name() const { return m_name; }
     [[nodiscard]] const WindowDesign& Design() const { return m_design; }
+    [[nodiscard]] bool Is(WindowRole role) const { return m_design.role == role; }
 
     /// Shows, raises and activates, also a window that is up. A palette is raised without the keyboard. A
     /// closed window stays closed.
@@ -114,7 +115,6 @@ public:
     /// A key or menu choice: brings the items' enabling up to date and runs the handler of an enabled item. A
     /// quit item without a handler ends the program with status 0.
     void ReportMenuChosen(std::string_view itemName);
-    void ReportMouseY(std::int32_t y) { m_mouseY = y; }
 
     /// Sets every item's Enabled by its AutoEnable, then fires EnableMenuItems.
     void UpdateMenuEnabling();

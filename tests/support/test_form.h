@@ -8,17 +8,16 @@
 #include <vector>
 
 /// Small forms for tests of the contract: one with a control of each kind that has rules, and three of the
-/// frames that the rules about windows tell apart. Each keeps the names of its events.
+/// roles that the rules about windows tell apart. Each keeps the names of its events.
 namespace kirolane::tests {
 
 inline constexpr WindowDesign kConsoleDesign{
-    .title = "Console", .frame = WindowFrame::Metal, .width = 400, .height = 300};
+    .title = "Console", .role = WindowRole::Console, .width = 400, .height = 300};
 inline constexpr WindowDesign kAudienceDesign{
-    .title = "Audience", .frame = WindowFrame::Plain, .width = 320, .height = 240};
-inline constexpr WindowDesign kToolDesign{
-    .title = "Tool", .frame = WindowFrame::FloatingTool, .width = 200, .height = 100, .visible = false};
+    .title = "Audience", .role = WindowRole::Audience, .width = 320, .height = 240};
+inline constexpr WindowDesign kToolDesign{.title = "Tool", .width = 200, .height = 100, .visible = false};
 inline constexpr WindowDesign kPaletteDesign{
-    .title = "Palette", .frame = WindowFrame::Palette, .width = 200, .height = 100, .visible = false};
+    .title = "Palette", .role = WindowRole::Palette, .width = 200, .height = 100, .visible = false};
 
 inline constexpr ControlDesign kConsoleControls[] = {
     {.name = "Tabs", .kind = ControlKind::TabPanel, .text = "One\nTwo"},

@@ -162,9 +162,9 @@ std::unique_ptr<TimerPeer> HeadlessWindows::MakeTimer(Timer& timer) {
 Point HeadlessWindows::DefaultPlace(const Window& window) {
     const Rect& screen = m_screens.front();
     Point place{screen.left, screen.top};
-    const auto forms = host::Forms();
-    if (window.Design().frame == WindowFrame::Palette && !forms.empty())
-        place.left += forms.front()->Width();
+    const auto console = host::Console();
+    if (window.Is(WindowRole::Palette) && console != nullptr)
+        place.left += console->Width();
     return place;
 }
 

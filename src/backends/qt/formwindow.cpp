@@ -21,13 +21,15 @@ Qt::WindowFlags FlagsOf(const WindowDesign& design) {
         flags |= Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
     if (design.minimizeButton)
         flags |= Qt::WindowMinimizeButtonHint | Qt::WindowSystemMenuHint;
+    if (design.role == WindowRole::Palette)
+        flags |= Qt::WindowDoesNotAcceptFocus;
     switch (design.frame) {
     case WindowFrame::Plain:
         return Qt::Window | Qt::FramelessWindowHint;
     case WindowFrame::FloatingTool:
         return Qt::Dialog | flags;
     case WindowFrame::Palette:
-        return Qt::Tool | Qt::WindowDoesNotAcceptFocus | flags;
+        return Qt::Tool | flags;
     case WindowFrame::Document:
     case WindowFrame::Metal:
         break;
@@ -43,20 +45,19 @@ int MenuBarHeight() {
 
 FormWindow::FormWindow(Window& window, Listener& listener)
     : QWidget(nullptr, FlagsOf(window.Design())), m_link(window), m_listener(&listener) {
-    const WindowFrame frame = window.Design().frame;
     const QString name = ToText(window.Name());
     setObjectName(name);
     setAccessibleDescription(name);
     setFocusPolicy(Qt::NoFocus);
     m_content = new QWidget(this);
-    if (frame == WindowFrame::Metal) {
+    if (window.Is(WindowRole::Console)) {
         m_bar = new QMenuBar(this);
         m_bar->setNativeMenuBar(false);
     }
-    if (frame == WindowFrame::Plain)
+    if (window.Is(WindowRole::Audience))
         setCursor(Qt::BlankCursor);
     // The audience's window and the palette come up beside the one that has the keyboard.
-    if (frame == WindowFrame::Plain || frame == WindowFrame::Palette)
+    if (window.Is(WindowRole::Audience) || window.Is(WindowRole::Palette))
         setAttribute(Qt::WA_ShowWithoutActivating);
     m_commands = std::make_unique<WindowCommands>(m_link, *this, m_bar);
 }
@@ -81,7 +82,7 @@ void FormWindow::SetBackground(const Window& window) {
         colors.setColor(QPalette::Window, ToQt(window.BackColor()));
     m_content->setPalette(colors);
     m_content->setAutoFillBackground(true);
-    if (window.Design().frame == WindowFrame::Plain)
+    if (window.Is(WindowRole::Audience))
         setPalette(colors); // nothing else may shine through, whatever the size
 }
 

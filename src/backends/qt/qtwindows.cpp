@@ -98,17 +98,13 @@ std::unique_ptr<TimerPeer> QtWindows::MakeTimer(Timer& timer) {
 }
 
 Point QtWindows::DefaultPlace(const Window& window) {
-    const WindowFrame frame = window.Design().frame;
-    if (frame != WindowFrame::Palette && frame != WindowFrame::Plain)
+    const bool palette = window.Is(WindowRole::Palette);
+    const auto console = host::Console();
+    if (console == nullptr || !(palette || window.Is(WindowRole::Audience)))
         return ConsolePlace();
-    // The console may not be up yet, but it knows where it will stand.
-    for (const auto& form : host::Forms()) {
-        if (form->Design().frame != WindowFrame::Metal)
-            continue;
-        const Rect console{form->Left(), form->Top(), form->Width(), form->Height()};
-        return frame == WindowFrame::Palette ? PalettePlace(console, window.Width()) : AudiencePlace(console);
-    }
-    return ConsolePlace();
+    // It may not be up yet, but it knows where it will stand.
+    const Rect place{console->Left(), console->Top(), console->Width(), console->Height()};
+    return palette ? PalettePlace(place, window.Width()) : AudiencePlace(place);
 }
 
 std::vector<Rect> QtWindows::Screens() const {
@@ -180,7 +176,7 @@ void QtWindows::Remove(QtWindowPeer& peer) {
 
 void QtWindows::WindowsChanged() {
     m_inhibitor->Set(std::any_of(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
-        return peer->Held().Design().frame == WindowFrame::Plain && peer->Held().Visible();
+        return peer->Held().Is(WindowRole::Audience) && peer->Held().Visible();
     }));
 }
 
@@ -247,7 +243,7 @@ void QtWindows::FollowScreens() {
 
 QtWindowPeer* QtWindows::Console() const {
     const auto it = std::find_if(m_peers.begin(), m_peers.end(), [](const QtWindowPeer* peer) {
-        return peer->Held().Design().frame == WindowFrame::Metal;
+        return peer->Held().Is(WindowRole::Console);
     });
     return it == m_peers.end() ? nullptr : *it;
 }

@@ -93,7 +93,7 @@ void QtWindowPeer::BringToFront(bool withKeyboard) {
     if (m_form->isMinimized())
         m_form->setWindowState(m_form->windowState() & ~Qt::WindowMinimized);
     m_form->raise();
-    if (m_window.Design().frame == WindowFrame::Metal)
+    if (m_window.Is(WindowRole::Console))
         m_system.RaiseCompanions(); // where no window manager keeps them above
     if (withKeyboard)
         m_form->activateWindow();

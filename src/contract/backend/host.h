@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// What the back ends ask of what stands above them. Main thread, unless said otherwise.
 
@@ -31,8 +30,8 @@ bool RunIdleSlice();
 /// is up.
 void ReportScreensChanged();
 
-/// Forms that are open, in the order of their making. The first is the console.
-[[nodiscard]] std::vector<std::shared_ptr<Window>> Forms();
+/// The console; null before it is made.
+[[nodiscard]] std::shared_ptr<Window> Console();
 /// Whether anything is known of that path within the running handler's patience, be it that it is not there.
 [[nodiscard]] bool FolderAnswers(const std::string& nativePath);
 

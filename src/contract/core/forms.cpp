@@ -32,6 +32,12 @@ std::vector<std::shared_ptr<Window>> Forms::All() const {
     return windows;
 }
 
+std::shared_ptr<Window> Forms::First(WindowRole role) const {
+    const auto it =
+        std::find_if(m_forms.begin(), m_forms.end(), [&](const Form& form) { return form.window->Is(role); });
+    return it == m_forms.end() ? nullptr : it->window;
+}
+
 void Forms::Forget(const Window& window) {
     const auto it = std::find_if(m_forms.begin(), m_forms.end(),
                                  [&](const Form& form) { return form.window.get() == &window; });

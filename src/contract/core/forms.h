@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <typeindex>
@@ -8,14 +9,17 @@
 namespace kirolane {
 
 class Window;
+enum class WindowRole : std::uint8_t;
 
 /// The forms that are open: one instance a class.
 class Forms {
 public:
     [[nodiscard]] std::shared_ptr<Window> Find(std::type_index type) const;
     std::shared_ptr<Window> Make(std::type_index type, const std::function<std::shared_ptr<Window>()>& make);
-    /// In the order of their making. The first is the console.
+    /// In the order of their making.
     [[nodiscard]] std::vector<std::shared_ptr<Window>> All() const;
+    /// The first of that role, null if there is none.
+    [[nodiscard]] std::shared_ptr<Window> First(WindowRole role) const;
 
     /// It is open no more. It lives on until DropDeparted, as its handlers may be running.
     void Forget(const Window& window);

@@ -1,6 +1,7 @@
 #include "contract/backend/host.h"
 
 #include "contract/core/runtime.h"
+#include "contract/window.h"
 
 namespace kirolane::host {
 
@@ -24,8 +25,8 @@ void ReportScreensChanged() {
     Runtime::Current().ReportScreensChanged();
 }
 
-std::vector<std::shared_ptr<Window>> Forms() {
-    return Runtime::Current().Forms().All();
+std::shared_ptr<Window> Console() {
+    return Runtime::Current().Forms().First(WindowRole::Console);
 }
 
 bool FolderAnswers(const std::string& nativePath) {

@@ -35,9 +35,10 @@ void Showing::Flush(const Forms& forms, bool ended) {
 
 void Showing::KeepOneWindow(const Forms& forms) {
     const auto all = forms.All();
-    if (!all.empty() &&
+    const auto console = forms.First(WindowRole::Console);
+    if (console != nullptr &&
         std::none_of(all.begin(), all.end(), [](const auto& form) { return form->TakesKeys(); }))
-        all.front()->Show();
+        console->Show();
 }
 
 void Showing::HandOverKeyboard(const Forms& forms) {
@@ -49,7 +50,7 @@ void Showing::HandOverKeyboard(const Forms& forms) {
         lost = lost || window->Active();
     const bool taken = std::any_of(m_front.begin(), m_front.end(), [](const std::weak_ptr<Window>& weak) {
         const auto window = weak.lock();
-        return window != nullptr && window->Design().frame != WindowFrame::Palette;
+        return window != nullptr && !window->Is(WindowRole::Palette);
     });
     if (!lost || taken)
         return;

@@ -6,6 +6,7 @@ namespace kirolane {
 
 inline constexpr WindowDesign kVerFormDesign = {
     .title = "バージョン情報",
+    .role = WindowRole::Dialog,
     .frame = WindowFrame::Document,
     .width = 245,
     .height = 300,

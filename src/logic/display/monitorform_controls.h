@@ -6,6 +6,7 @@ namespace kirolane {
 
 inline constexpr WindowDesign kMonitorFormDesign = {
     .title = "モニター",
+    .role = WindowRole::Audience,
     .frame = WindowFrame::Plain,
     .width = 320,
     .height = 240,

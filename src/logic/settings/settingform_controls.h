@@ -6,6 +6,7 @@ namespace kirolane {
 
 inline constexpr WindowDesign kSettingFormDesign = {
     .title = "環境設定",
+    .role = WindowRole::Dialog,
     .frame = WindowFrame::FloatingTool,
     .width = 688,
     .height = 400,

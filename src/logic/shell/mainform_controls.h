@@ -7,6 +7,7 @@ namespace kirolane {
 
 inline constexpr WindowDesign kMainformDesign = {
     .title = "Kirolane",
+    .role = WindowRole::Console,
     .frame = WindowFrame::Metal,
     .width = 800,
     .height = 420,

@@ -6,6 +6,7 @@ namespace kirolane {
 
 inline constexpr WindowDesign kMusicFormDesign = {
     .title = "Untitled",
+    .role = WindowRole::Palette,
     .frame = WindowFrame::Palette,
     .width = 140,
     .height = 265,
