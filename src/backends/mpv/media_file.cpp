@@ -1,7 +1,7 @@
 #include "backends/mpv/media_file.h"
 
 #include <cerrno>
-#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -30,6 +30,15 @@ std::optional<MediaFile> LookAt(const std::string& nativePath, std::string& caus
     file.size = info.st_size;
     file.changed = static_cast<std::int64_t>(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec;
     return file;
+}
+
+int OpenRegular(const std::string& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat info {};
+    if (file < 0 || (fstat(file, &info) == 0 && S_ISREG(info.st_mode)))
+        return file;
+    close(file);
+    return -1;
 }
 
 } // namespace kirolane::mpv

@@ -20,5 +20,7 @@ struct MediaFile {
 /// Looks at a file without opening it, which would wait at a FIFO. Empty with a cause unless it is a regular
 /// file that may be read.
 std::optional<MediaFile> LookAt(const std::string& nativePath, std::string& cause);
+/// Opens it for reading if it is a regular file, without waiting for what is none. A descriptor, or -1.
+int OpenRegular(const std::string& path);
 
 } // namespace kirolane::mpv

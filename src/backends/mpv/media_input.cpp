@@ -1,6 +1,7 @@
 #include "backends/mpv/media_input.h"
 
-#include <fcntl.h>
+#include "backends/mpv/media_file.h"
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,10 +19,9 @@ int RefuseToOpen(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary
 } // namespace
 
 MediaInput::MediaInput(const std::string& path, const char* formats, std::chrono::milliseconds limit)
-    : m_file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)),
-      m_deadline(std::chrono::steady_clock::now() + limit) {
+    : m_file(OpenRegular(path)), m_deadline(std::chrono::steady_clock::now() + limit) {
     struct stat info {};
-    if (m_file < 0 || fstat(m_file, &info) != 0 || !S_ISREG(info.st_mode))
+    if (m_file < 0 || fstat(m_file, &info) != 0)
         return;
     m_size = info.st_size;
     m_io = avio_alloc_context(static_cast<unsigned char*>(av_malloc(kBufferSize)), kBufferSize, 0, this,

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdio>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace kirolane::mpv {
@@ -13,10 +12,10 @@ namespace {
 
 constexpr const char* kProtocol = "kirolane";
 
-/// At most so many bytes from the front. Never waits for what is no regular file.
+/// At most so many bytes from the front.
 std::vector<std::uint8_t> ReadFront(const std::string& path, std::size_t most) {
     std::vector<std::uint8_t> bytes;
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int file = OpenRegular(path);
     if (file < 0)
         return bytes;
     std::array<std::uint8_t, 65536> buffer;

@@ -1,12 +1,12 @@
 #include "backends/mpv/movie_header.h"
 
+#include "backends/mpv/media_file.h"
 #include "backends/mpv/media_input.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
 
@@ -20,7 +20,7 @@ constexpr const char* kCapable = "mov,matroska";
 /// Whether the first bytes are those of such a container: a look that costs others next to nothing.
 bool IsCapable(const std::string& path) {
     std::array<char, 8> front{};
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int file = OpenRegular(path);
     if (file < 0)
         return false;
     const auto count = read(file, front.data(), front.size());

@@ -48,8 +48,6 @@ std::vector<Rect> ScreenRects() {
     });
     // For a moment, when the last display goes, there may be none; the record has always had one.
     const Rect main = primary == nullptr ? Rect{0, 0, 1024, 768} : FromQt(primary->geometry());
-    rects.erase(std::unique(rects.begin(), rects.end()), rects.end());
-    std::erase(rects, main);
     rects.insert(rects.begin(), main);
     return rects;
 }

@@ -13,7 +13,7 @@ class QScreen;
 /// Displays. A QScreen may be gone at the next event: callers use what they get at once and keep its name.
 namespace kirolane::qt {
 
-/// The main one first, the others from left to right. Displays that show the same count as one.
+/// The main one first, the others from left to right; displays that show the same come each for itself.
 std::vector<Rect> ScreenRects();
 /// Null if no display has that name.
 QScreen* ScreenNamed(const QString& name);

@@ -51,7 +51,7 @@ public:
     virtual Point DefaultPlace(const Window& window) = 0;
 
     /// At least one; the main screen first, then one that a full-screen window covers, the others from left
-    /// to right.
+    /// to right. Mirrored screens come each for itself.
     [[nodiscard]] virtual std::vector<Rect> Screens() const = 0;
     /// Codes as in Keyboard.
     [[nodiscard]] virtual bool KeyDown(int code) const = 0;

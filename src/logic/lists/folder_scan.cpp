@@ -1,13 +1,9 @@
 #include "contract/folder_reading.h"
-#include "logic/lists/extensions.h"
+#include "logic/lists/media_types.h"
 #include "logic/settings/setting_lines.h"
 #include "logic/shell/mainform.h"
 
 namespace kirolane {
-
-namespace {
-constexpr std::int32_t kScanBound = 99999;
-} // namespace
 
 void Mainform::TakeNameTails(std::string_view name) {
     MaxText_A = NameTail(name, 4);
@@ -53,7 +49,7 @@ Task Mainform::FolderThread_Run() {
         file = GetFolderItem(Current_Folder)->Child(f_all(i));
         if (!file->Directory()) {
             TakeNameTails(file->Name());
-            if (FindByTail(kMovieExtensions, MaxText_A, MaxText_B, MaxText_C) != nullptr) {
+            if (FindByTail(kMovieTypes, MaxText_A, MaxText_B, MaxText_C) != nullptr) {
                 ++matches;
                 f_box.Set(matches - 1, f_all(i));
                 list->AddRow("");

@@ -2,16 +2,16 @@
 
 #include "logic/lists/name_tail.h"
 
-#include <span>
 #include <string_view>
 
 namespace kirolane {
 
-/// What a transport's media type label shows for a file; the first row that fits counts.
+/// A kind of file that a list shows: a tail of its name equals the extension, without case. The first row
+/// that fits counts.
 struct MediaTypeRow {
     std::string_view extension;
     Tail tail;
-    std::string_view caption;
+    std::string_view caption; ///< for the transport's media type label; "" leaves that as it is
 };
 
 // clang-format off
@@ -32,11 +32,11 @@ inline constexpr MediaTypeRow kMovieTypes[] = {
     {".mpeg", Tail::B, "MPEG"},
     {".m2v",  Tail::A, "M2V"},
     {".wmv",  Tail::A, "WMV"},
-    {".asf",  Tail::A, "ASF"},
+    {".asf",  Tail::A, "ASF"}, // in both lists
 };
 
-/// No row for ".asf": such a sound has an empty type.
 inline constexpr MediaTypeRow kSoundTypes[] = {
+    {".asf",  Tail::A, ""},
     {".aif",  Tail::A, "AIFF"},
     {".aiff", Tail::B, "AIFF"},
     {".aifc", Tail::B, "AIFF"},

@@ -1,14 +1,10 @@
 #include "contract/folder_reading.h"
-#include "logic/lists/extensions.h"
+#include "logic/lists/media_types.h"
 #include "logic/settings/setting_lines.h"
 #include "logic/shell/mainform.h"
 #include "logic/sound/musicform.h"
 
 namespace kirolane {
-
-namespace {
-constexpr std::int32_t kScanBound = 99999;
-} // namespace
 
 /// The sound list's twin of FolderThread_Run. The three tails of the name are the same fields: each scan
 /// writes and compares them between two yields.
@@ -46,7 +42,7 @@ Task Mainform::mFolderThread_Run() {
         mfile = GetFolderItem(mCurrent_Folder)->Child(mf_all(i));
         if (!mfile->Directory()) {
             TakeNameTails(mfile->Name());
-            if (FindByTail(kSoundExtensions, MaxText_A, MaxText_B, MaxText_C) != nullptr) {
+            if (FindByTail(kSoundTypes, MaxText_A, MaxText_B, MaxText_C) != nullptr) {
                 ++matches;
                 mf_box.Set(matches - 1, mf_all(i));
                 list->AddRow("");

@@ -56,7 +56,8 @@ void Mainform::mStrGridDblClick_Action() {
 
     const auto form = Instance<MusicForm>();
     TakeNameTails(mfile->Name());
-    if (const auto* type = FindByTail(kSoundTypes, MaxText_A, MaxText_B, MaxText_C))
+    if (const auto* type = FindByTail(kSoundTypes, MaxText_A, MaxText_B, MaxText_C);
+        type != nullptr && !type->caption.empty())
         form->MediaType()->SetCaption(std::string(type->caption));
     const auto player = form->QTM();
     if (!player->Movie().IsNil())

@@ -1,19 +1,17 @@
 #include "logic/shell/mainform.h"
 
+#include "logic/settings/setting_lines.h"
 #include "logic/shell/mainform_controls.h"
 #include "logic/shell/menu.h"
 
 namespace kirolane {
 
 namespace {
-constexpr std::int32_t kSettingLines = 200;
-constexpr std::int32_t kScanBound = 99999; ///< the limit on a folder: so many items of any kind
 constexpr std::int32_t kPathScratch = 3;
-constexpr std::int32_t kFolderButtons = 10;
 } // namespace
 
 Mainform::Mainform()
-    : Window("Mainform", kMainformDesign), Setting_Data(kSettingLines), f_all(kScanBound), f_box(kScanBound),
+    : Window("Mainform", kMainformDesign), Setting_Data(line::kLast), f_all(kScanBound), f_box(kScanBound),
       UserPath_List(kPathScratch), mf_box(kScanBound), mf_all(kScanBound) {}
 
 void Mainform::Layout() {
@@ -38,12 +36,12 @@ void Mainform::BindEvents() {
     Rate()->OnMouseUp = [this](auto x, auto y) { Rate_MouseUp(x, y); };
     ListTab()->OnChange = [this] { ListTab_Change(); };
 
-    for (std::int32_t n = 1; n <= kFolderButtons; ++n) {
+    for (std::int32_t n = 1; n <= kFolders; ++n) {
         Fold(n)->OnAction = [this, n] { Fold_Action(n); };
         mFold(n)->OnAction = [this, n] { mFold_Action(n); };
     }
-    Fold(99)->OnAction = [this] { Fold99_Action(); };
-    mFold(99)->OnAction = [this] { mFold99_Action(); };
+    Fold(kChosenNumber)->OnAction = [this] { Fold99_Action(); };
+    mFold(kChosenNumber)->OnAction = [this] { mFold99_Action(); };
 
     StrGrid()->OnCellBackgroundPaint = [this](Graphics& g, auto row, auto column) {
         return StrGrid_CellBackgroundPaint(g, row, column);

@@ -8,7 +8,6 @@
 #include "contract/listbox.h"
 #include "contract/menuitem.h"
 #include "contract/movieplayer.h"
-#include "contract/numbers.h"
 #include "contract/progressbar.h"
 #include "contract/rectangle.h"
 #include "contract/ref.h"
@@ -34,12 +33,13 @@ namespace kirolane {
 ///
 /// Names: a leading `m` marks the sound transport's twin of a video name. `_Action` is a complete command,
 /// `_Func` a step that commands call; none of them takes an argument or returns anything. A control's event
-/// is handled by <Control>_<Event>, the window's own by Event_<Event>, a menu item by <Item>_Action, which
-/// returns a boolean: true for handled, false leaves the rest to the platform. Lengths of time are seconds.
-/// All code runs on the main flow, and between two yields it runs alone.
+/// is handled by <Control>_<Event>, the window's own by Event_<Event>; which command a menu item runs stands
+/// in its row of logic/shell/menu_table.h. Lengths of time are seconds. All code runs on the main flow, and
+/// between two yields it runs alone.
 class Mainform : public Window {
 public:
-    static constexpr std::int32_t kBlankRows = 26; ///< every list is filled with blank rows to this count
+    static constexpr std::int32_t kBlankRows = 26;    ///< every list is filled with blank rows to this count
+    static constexpr std::int32_t kScanBound = 99999; ///< items of any kind that a folder in a list may hold
 
     /// Makes the arrays; everything else follows in Event_Open.
     Mainform();
@@ -221,11 +221,10 @@ public:
     void FindVolumeName();
 
     // ---- logic/shell/keys.cpp
-    // What each item of the menu bar does while the console is in front.
+    // The menu bar's commands, bound row by row (menu_table.h), and the one that both lists share.
 
     void AddMenuHandlers() override;
-    bool OpenKey_Action();
-    bool mOpenKey_Action();
+    void OpenKey_Action();
 
     // ---- logic/settings/settings_file.cpp
     // The settings file: its default content, reading it at start, writing it whole.
@@ -375,8 +374,8 @@ public:
 
     void Rate_ValueChanged();
     void Rate_MouseUp(std::int32_t x, std::int32_t y);
-    bool SpeedUp_Action();
-    bool SpeedDown_Action();
+    void SpeedUp_Action();
+    void SpeedDown_Action();
     void ApplyRate();
 
     // ---- logic/video/volume.cpp
@@ -437,8 +436,8 @@ public:
     // ---- logic/sound/rate.cpp
     // The two commands that step the sound window's rate slider.
 
-    bool mSpeedUp_Action();
-    bool mSpeedDown_Action();
+    void mSpeedUp_Action();
+    void mSpeedDown_Action();
 
     // ---- logic/sound/volume.cpp
     // The level of the sound, and mute.

@@ -1,22 +1,21 @@
 #include "logic/shell/mainform.h"
 #include "logic/sound/musicform.h"
+#include "logic/video/rate_table.h"
 
 namespace kirolane {
 
 // The write of the slider applies the rate through its event.
 
-bool Mainform::mSpeedUp_Action() {
+void Mainform::mSpeedUp_Action() {
     const auto slider = Instance<MusicForm>()->Rate();
-    if (slider->Value() >= 0 && slider->Value() <= 9)
+    if (slider->Value() >= kSlowest && slider->Value() < kFastest)
         slider->SetValue(slider->Value() + 1);
-    return false;
 }
 
-bool Mainform::mSpeedDown_Action() {
+void Mainform::mSpeedDown_Action() {
     const auto slider = Instance<MusicForm>()->Rate();
-    if (slider->Value() >= 1 && slider->Value() <= 10)
+    if (slider->Value() > kSlowest && slider->Value() <= kFastest)
         slider->SetValue(slider->Value() - 1);
-    return false;
 }
 
 } // namespace kirolane

@@ -25,16 +25,14 @@ void Mainform::Rate_MouseUp(std::int32_t /*x*/, std::int32_t /*y*/) {
 
 // The write of the slider applies the rate through its event.
 
-bool Mainform::SpeedUp_Action() {
-    if (Rate()->Value() >= 0 && Rate()->Value() <= 9)
+void Mainform::SpeedUp_Action() {
+    if (Rate()->Value() >= kSlowest && Rate()->Value() < kFastest)
         Rate()->SetValue(Rate()->Value() + 1);
-    return false;
 }
 
-bool Mainform::SpeedDown_Action() {
-    if (Rate()->Value() >= 1 && Rate()->Value() <= 10)
+void Mainform::SpeedDown_Action() {
+    if (Rate()->Value() > kSlowest && Rate()->Value() <= kFastest)
         Rate()->SetValue(Rate()->Value() - 1);
-    return false;
 }
 
 } // namespace kirolane

@@ -29,6 +29,9 @@ inline constexpr std::array<RateRow, 11> kRates = {{
 }};
 // clang-format on
 
+inline constexpr std::int32_t kSlowest = kRates.front().value;
+inline constexpr std::int32_t kFastest = kRates.back().value;
+
 /// The row of a slider's value, null for a value outside.
 constexpr const RateRow* FindRate(std::int32_t value) {
     for (const RateRow& row : kRates)
