@@ -29,10 +29,6 @@ public:
 
     /// Everything but the window's own place, on a screen of that size which the window covers.
     void FillScreen(std::int32_t width, std::int32_t height);
-    /// Opens the selected row of the console's list in front; both keys.
-    bool OpenKey_Action();
-    /// Closes this window alone; the program goes on.
-    bool FileQuit_Action();
 };
 
 } // namespace kirolane

@@ -1,3 +1,4 @@
+#include "contract/numbers.h"
 #include "contract/screen.h"
 #include "logic/display/monitorform.h"
 #include "logic/settings/setting_lines.h"

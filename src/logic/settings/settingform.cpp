@@ -1,6 +1,7 @@
 #include "logic/settings/settingform.h"
 
 #include "contract/exceptions.h"
+#include "contract/numbers.h"
 #include "contract/screen.h"
 #include "logic/settings/setting_lines.h"
 #include "logic/settings/settingform_controls.h"

@@ -10,7 +10,6 @@
 #include "contract/window.h"
 
 #include <cstdint>
-#include <string>
 
 namespace kirolane {
 

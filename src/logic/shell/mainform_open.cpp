@@ -1,4 +1,5 @@
 #include "contract/application.h"
+#include "contract/numbers.h"
 #include "logic/about/verform.h"
 #include "logic/display/monitorform.h"
 #include "logic/shell/mainform.h"

@@ -31,26 +31,13 @@ std::shared_ptr<MenuItem> MakeItem(const MenuRow& row) {
 } // namespace
 
 Menu::Menu() {
-    Untitled0();
-    Untitled1();
-    Untitled2();
+    for (const MenuTable& table : kMenus)
+        Build(table);
 }
 
 const std::shared_ptr<Menu>& Menu::Instance() {
     static const auto menu = std::make_shared<Menu>();
     return menu;
-}
-
-void Menu::Untitled0() {
-    Build(kControllerMenu);
-}
-
-void Menu::Untitled1() {
-    Build(kController2Menu);
-}
-
-void Menu::Untitled2() {
-    Build(kWindowMenu);
 }
 
 void Menu::Build(const MenuTable& table) {

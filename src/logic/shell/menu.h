@@ -19,9 +19,6 @@ public:
     static const std::shared_ptr<Menu>& Instance();
 
 private:
-    void Untitled0();
-    void Untitled1();
-    void Untitled2();
     void Build(const MenuTable& table);
 };
 

@@ -1,26 +1,33 @@
 #pragma once
 
 #include "contract/menuitem.h"
+#include "logic/shell/mainform.h"
 
-#include <algorithm>
 #include <array>
-#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
-/// All menus and keys of the program. What an item does is told per window: logic/shell/keys.cpp for the
-/// console, logic/display/monitorform.cpp for the monitor.
+/// All commands of the program: menus, keys, what they run and where. The monitor window's differences stand
+/// in logic/display/monitorform.cpp, the second keys that some desktops need in the windowing back end.
 namespace kirolane {
 
-/// A text of "-" is a separator. Modifiers and key are joined by "+".
+/// The windows in which a command is bound. It is enabled there, whatever the show is doing: one that cannot
+/// act now copes itself. Elsewhere it is disabled.
+enum class Where : std::uint8_t { Both, Console, Monitor };
+
+/// An item of a menu.
 struct MenuRow {
     std::string_view name;
-    MenuRole role;
-    std::string_view text;
-    std::string_view shortcut;
-    bool repeats = false; ///< while the key is held down
+    std::string_view text;                 ///< "-" for a separator, which has no more than a name
+    std::string_view shortcut = {};        ///< modifiers and key joined by "+"
+    void (Mainform::*command)() = nullptr; ///< null for FileQuit alone, which each window answers itself
+    bool repeats = false;                  ///< while the key is held down
+    Where where = Where::Both;
+    MenuRole role = MenuRole::Plain;
 };
 
+inline constexpr bool kOnce = false;
 inline constexpr bool kRepeats = true;
 
 struct MenuTable {
@@ -31,97 +38,101 @@ struct MenuTable {
 
 // clang-format off
 inline constexpr MenuRow kControllerRows[] = {
-    {"FileQuit",             MenuRole::Quit,        "&Quit",            "Cmd+Q"},
-    {"Shortcut_Ver",         MenuRole::About,       "バージョン情報",   ""},
-    {"Shortcut_Setting",     MenuRole::Preferences, "環境設定",         "Cmd+,"},
-    {"OpenKey",              MenuRole::Plain,       "ファイルを開く",   "return"},
-    {"PlayStatusChangeKey",  MenuRole::Plain,       "一時停止・再生",   "Space"},
-    {"StopKey",              MenuRole::Plain,       "停止",             "Shift+b"},
-    {"CloseKey",             MenuRole::Plain,       "ファイルを閉じる", "Shift+n"},
-    {"UntitledSeparator3",   MenuRole::Plain,       "-",                ""},
-    {"MarkKey",              MenuRole::Plain,       "現在位置をマーク", "Cmd+."},
-    {"MarkSeekKey",          MenuRole::Plain,       "マーク位置に移動", "Cmd+/"},
-    {"UntitledSeparator",    MenuRole::Plain,       "-",                ""},
-    {"FrameFreeDownKey",     MenuRole::Plain,       "指定時間戻す",     "Option+left", kRepeats},
-    {"FrameFreeUpKey",       MenuRole::Plain,       "指定時間進める",   "Option+right", kRepeats},
-    {"Frame30DownKey",       MenuRole::Plain,       "30秒戻す",         "Cmd+left", kRepeats},
-    {"Frame30UpKey",         MenuRole::Plain,       "30秒進める",       "Cmd+right", kRepeats},
-    {"Frame5DownKey",        MenuRole::Plain,       "5秒戻す",          "Cmd+Option+left", kRepeats},
-    {"Frame5UpKey",          MenuRole::Plain,       "5秒進める",        "Cmd+Option+right", kRepeats},
-    {"UntitledSeparator1",   MenuRole::Plain,       "-",                ""},
-    {"LoopKey",              MenuRole::Plain,       "単一ループ設定",   "Shift+z"},
-    {"ListLoopKey",          MenuRole::Plain,       "リストループ設定", "Shift+x"},
-    {"UntitledSeparator2",   MenuRole::Plain,       "-",                ""},
-    {"SpeedUp",              MenuRole::Plain,       "スピードを上げる", "Shift+right", kRepeats},
-    {"SpeedDown",            MenuRole::Plain,       "スピードを下げる", "Shift+left", kRepeats},
-    {"UntitledSeparator7",   MenuRole::Plain,       "-",                ""},
-    {"VolumeUpKey",          MenuRole::Plain,       "ボリューム　＋",   "Cmd+up", kRepeats},
-    {"VolumeDownKey",        MenuRole::Plain,       "ボリューム　−",    "Cmd+down", kRepeats},
-    {"MuteKey",              MenuRole::Plain,       "ミュート",         "Option+down"},
+    {"FileQuit",             "&Quit",            "Cmd+Q",                    nullptr,                                kOnce, Where::Monitor, MenuRole::Quit},
+    {"Shortcut_Ver",         "バージョン情報",   "",                         &Mainform::VerFormShow_Action,          kOnce, Where::Both, MenuRole::About},
+    {"Shortcut_Setting",     "環境設定",         "Cmd+,",                    &Mainform::SettingFormShow_Action,      kOnce, Where::Both, MenuRole::Preferences},
+    {"OpenKey",              "ファイルを開く",   "return",                   &Mainform::OpenKey_Action},
+    {"PlayStatusChangeKey",  "一時停止・再生",   "Space",                    &Mainform::QTM_PlayStatus_Action},
+    {"StopKey",              "停止",             "Shift+b",                  &Mainform::QTM_Stop_Action},
+    {"CloseKey",             "ファイルを閉じる", "Shift+n",                  &Mainform::QTM_Close_Action},
+    {"UntitledSeparator3",   "-"},
+    {"MarkKey",              "現在位置をマーク", "Cmd+.",                    &Mainform::QTM_Mark_Action},
+    {"MarkSeekKey",          "マーク位置に移動", "Cmd+/",                    &Mainform::QTM_MarkSeek_Action},
+    {"UntitledSeparator",    "-"},
+    {"FrameFreeDownKey",     "指定時間戻す",     "Option+left",              &Mainform::QTM_FrameFreeDown_Action,    kRepeats},
+    {"FrameFreeUpKey",       "指定時間進める",   "Option+right",             &Mainform::QTM_FrameFreeUp_Action,      kRepeats},
+    {"Frame30DownKey",       "30秒戻す",         "Cmd+left",                 &Mainform::QTM_Frame30Down_Action,      kRepeats},
+    {"Frame30UpKey",         "30秒進める",       "Cmd+right",                &Mainform::QTM_Frame30Up_Action,        kRepeats},
+    {"Frame5DownKey",        "5秒戻す",          "Cmd+Option+left",          &Mainform::QTM_Frame5Down_Action,       kRepeats},
+    {"Frame5UpKey",          "5秒進める",        "Cmd+Option+right",         &Mainform::QTM_Frame5Up_Action,         kRepeats},
+    {"UntitledSeparator1",   "-"},
+    {"LoopKey",              "単一ループ設定",   "Shift+z",                  &Mainform::LoopPlay_Action},
+    {"ListLoopKey",          "リストループ設定", "Shift+x",                  &Mainform::ListLoopPlay_Action},
+    {"UntitledSeparator2",   "-"},
+    {"SpeedUp",              "スピードを上げる", "Shift+right",              &Mainform::SpeedUp_Action,              kRepeats, Where::Console},
+    {"SpeedDown",            "スピードを下げる", "Shift+left",               &Mainform::SpeedDown_Action,            kRepeats, Where::Console},
+    {"UntitledSeparator7",   "-"},
+    {"VolumeUpKey",          "ボリューム　＋",   "Cmd+up",                   &Mainform::VolumeUp_Action,             kRepeats},
+    {"VolumeDownKey",        "ボリューム　−",    "Cmd+down",                 &Mainform::VolumeDown_Action,           kRepeats},
+    {"MuteKey",              "ミュート",         "Option+down",              &Mainform::Mute_Func},
 };
 
 inline constexpr MenuRow kController2Rows[] = {
-    {"mOpenKey",             MenuRole::Plain,       "ファイルを開く",   "return"},
-    {"mPlayStatusChangeKey", MenuRole::Plain,       "一時停止・再生",   "Option+space"},
-    {"mStopKey",             MenuRole::Plain,       "停止",             "Control+b"},
-    {"mCloseKey",            MenuRole::Plain,       "ファイルを閉じる", "Control+n"},
-    {"UntitledSeparator0",   MenuRole::Plain,       "-",                ""},
-    {"mMarkKey",             MenuRole::Plain,       "現在位置をマーク", "Cmd+Option+."},
-    {"mMarkSeekKey",         MenuRole::Plain,       "マーク位置に移動", "Cmd+Option+/"},
-    {"UntitledSeparator4",   MenuRole::Plain,       "-",                ""},
-    {"mFrameFreeDownKey",    MenuRole::Plain,       "指定時間戻す",     "Option+Control+left", kRepeats},
-    {"mFrameFreeUpKey",      MenuRole::Plain,       "指定時間進める",   "Option+Control+right", kRepeats},
-    {"mFrame30DownKey",      MenuRole::Plain,       "30秒戻す",         "Cmd+Control+left", kRepeats},
-    {"mFrame30UpKey",        MenuRole::Plain,       "30秒進める",       "Cmd+Control+right", kRepeats},
-    {"mFrame5DownKey",       MenuRole::Plain,       "5秒戻す",          "Cmd+Option+Control+left", kRepeats},
-    {"mFrame5UpKey",         MenuRole::Plain,       "5秒進める",        "Cmd+Option+Control+right", kRepeats},
-    {"UntitledSeparator5",   MenuRole::Plain,       "-",                ""},
-    {"mLoopKey",             MenuRole::Plain,       "単一ループ設定",   "Control+z"},
-    {"mListLoopKey",         MenuRole::Plain,       "リストループ設定", "Control+x"},
-    {"UntitledSeparator6",   MenuRole::Plain,       "-",                ""},
-    {"mSpeedUp",             MenuRole::Plain,       "スピードを上げる", "Shift+Option+right", kRepeats},
-    {"mSpeedDown",           MenuRole::Plain,       "スピードを下げる", "Shift+Option+left", kRepeats},
-    {"UntitledSeparator8",   MenuRole::Plain,       "-",                ""},
-    {"mVolumeUpKey",         MenuRole::Plain,       "ボリューム　＋",   "Control+up", kRepeats},
-    {"mVolumeDownKey",       MenuRole::Plain,       "ボリューム　−",    "Control+down", kRepeats},
-    {"mMuteKey",             MenuRole::Plain,       "ミュート",         "Option+Control+down"},
+    {"mOpenKey",             "ファイルを開く",   "return",                   &Mainform::OpenKey_Action},
+    {"mPlayStatusChangeKey", "一時停止・再生",   "Option+space",             &Mainform::mQTM_PlayStatus_Action},
+    {"mStopKey",             "停止",             "Control+b",                &Mainform::mQTM_Stop_Action},
+    {"mCloseKey",            "ファイルを閉じる", "Control+n",                &Mainform::mQTM_Close_Action},
+    {"UntitledSeparator0",   "-"},
+    {"mMarkKey",             "現在位置をマーク", "Cmd+Option+.",             &Mainform::mQTM_Mark_Action},
+    {"mMarkSeekKey",         "マーク位置に移動", "Cmd+Option+/",             &Mainform::mQTM_MarkSeek_Action},
+    {"UntitledSeparator4",   "-"},
+    {"mFrameFreeDownKey",    "指定時間戻す",     "Option+Control+left",      &Mainform::mQTM_FrameFreeDown_Action,   kRepeats},
+    {"mFrameFreeUpKey",      "指定時間進める",   "Option+Control+right",     &Mainform::mQTM_FrameFreeUp_Action,     kRepeats},
+    {"mFrame30DownKey",      "30秒戻す",         "Cmd+Control+left",         &Mainform::mQTM_Frame30Down_Action,     kRepeats},
+    {"mFrame30UpKey",        "30秒進める",       "Cmd+Control+right",        &Mainform::mQTM_Frame30Up_Action,       kRepeats},
+    {"mFrame5DownKey",       "5秒戻す",          "Cmd+Option+Control+left",  &Mainform::mQTM_Frame5Down_Action,      kRepeats},
+    {"mFrame5UpKey",         "5秒進める",        "Cmd+Option+Control+right", &Mainform::mQTM_Frame5Up_Action,        kRepeats},
+    {"UntitledSeparator5",   "-"},
+    {"mLoopKey",             "単一ループ設定",   "Control+z",                &Mainform::mLoopPlay_Action},
+    {"mListLoopKey",         "リストループ設定", "Control+x",                &Mainform::mListLoopPlay_Action},
+    {"UntitledSeparator6",   "-"},
+    {"mSpeedUp",             "スピードを上げる", "Shift+Option+right",       &Mainform::mSpeedUp_Action,             kRepeats, Where::Console},
+    {"mSpeedDown",           "スピードを下げる", "Shift+Option+left",        &Mainform::mSpeedDown_Action,           kRepeats, Where::Console},
+    {"UntitledSeparator8",   "-"},
+    {"mVolumeUpKey",         "ボリューム　＋",   "Control+up",               &Mainform::mVolumeUp_Action,            kRepeats},
+    {"mVolumeDownKey",       "ボリューム　−",    "Control+down",             &Mainform::mVolumeDown_Action,          kRepeats},
+    {"mMuteKey",             "ミュート",         "Option+Control+down",      &Mainform::mMute_Func},
 };
 
 inline constexpr MenuRow kWindowRows[] = {
-    {"AltX_Key",             MenuRole::Plain,       "コンソールウィンドウを隠す", "Option+x"},
+    {"AltX_Key",             "コンソールウィンドウを隠す", "Option+x", &Mainform::AltX_Action},
 };
 
-inline constexpr MenuTable kControllerMenu  = {"ControllerMenu",  "コントローラー",   kControllerRows};
-inline constexpr MenuTable kController2Menu = {"Controller2Menu", "コントローラー２", kController2Rows};
-inline constexpr MenuTable kWindowMenu      = {"WindowMenu",      "ウィンドウ",       kWindowRows};
+inline constexpr std::array<MenuTable, 3> kMenus = {{
+    {"ControllerMenu",  "コントローラー",   kControllerRows},
+    {"Controller2Menu", "コントローラー２", kController2Rows},
+    {"WindowMenu",      "ウィンドウ",       kWindowRows},
+}};
 // clang-format on
 
-inline constexpr std::array<MenuTable, 3> kMenus = {kControllerMenu, kController2Menu, kWindowMenu};
+constexpr bool IsCommand(const MenuRow& row) {
+    return row.text != "-";
+}
 
-/// What AltX_Key reads while the console is hidden.
-inline constexpr std::string_view kShowConsoleText = "コンソールウィンドウを表示する";
-inline constexpr std::string_view kHideConsoleText = kWindowRows[0].text;
+/// Calls visit for each row that is bound in that window, in the menus' order.
+template <class Visit> constexpr void ForEachCommand(Where window, const Visit& visit) {
+    for (const MenuTable& menu : kMenus)
+        for (const MenuRow& row : menu.rows)
+            if (IsCommand(row) && (row.where == Where::Both || row.where == window))
+                visit(row);
+}
 
-/// True if there is an item of that name.
-constexpr bool IsInMenu(std::string_view name) {
+/// The row of that name, null if there is none.
+constexpr const MenuRow* FindInMenu(std::string_view name) {
     for (const MenuTable& menu : kMenus)
         for (const MenuRow& row : menu.rows)
             if (row.name == name)
-                return true;
-    return false;
+                return &row;
+    return nullptr;
 }
 
-/// Commands: every row but the separators.
-constexpr std::size_t CountMenuCommands() {
-    std::size_t count = 0;
-    for (const MenuTable& menu : kMenus)
-        for (const MenuRow& row : menu.rows)
-            count += row.text == "-" ? 0 : 1;
-    return count;
-}
+/// What AltX_Key reads while the console is hidden, and else.
+inline constexpr std::string_view kShowConsoleText = "コンソールウィンドウを表示する";
+inline constexpr std::string_view kHideConsoleText = FindInMenu("AltX_Key")->text;
 
-/// True if no item has the name of another, and no key stands twice but "return".
-constexpr bool MenuRowsAreUnique() {
+/// True if no item has the name of another, no key stands twice but "return", and all commands but the quit
+/// item have something to run.
+constexpr bool MenuRowsAreWellFormed() {
     for (const MenuTable& a : kMenus)
         for (const MenuRow& row : a.rows) {
             int names = 0;
@@ -133,11 +144,12 @@ constexpr bool MenuRowsAreUnique() {
                 }
             if (names != 1 || (keys > 1 && row.shortcut != "return"))
                 return false;
+            if ((row.command != nullptr) != (IsCommand(row) && row.role != MenuRole::Quit))
+                return false;
         }
     return true;
 }
 
-static_assert(CountMenuCommands() == 42); // the 41 of the console and FileQuit
-static_assert(MenuRowsAreUnique());
+static_assert(MenuRowsAreWellFormed());
 
 } // namespace kirolane

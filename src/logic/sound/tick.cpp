@@ -1,3 +1,4 @@
+#include "contract/numbers.h"
 #include "logic/shell/mainform.h"
 #include "logic/sound/musicform.h"
 #include "logic/video/time_text.h"
