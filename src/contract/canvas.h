@@ -13,7 +13,6 @@ public:
 
     /// Name of one of the program's pictures ("Kirologo"), "" for none.
     [[nodiscard]] const std::string& Backdrop() const { return m_backdrop; }
-    void SetBackdrop(std::string picture);
 
 private:
     std::string m_backdrop;

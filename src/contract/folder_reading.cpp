@@ -1,7 +1,6 @@
 #include "contract/folder_reading.h"
-#include "contract/backend/host.h"
 
-#include "contract/core/colon_path.h"
+#include "contract/backend/host.h"
 #include "contract/core/folder_snapshot.h"
 #include "contract/core/runtime.h"
 #include "contract/thread.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/menuitem.h"
+#include "contract/ref.h"
 
 #include <functional>
 #include <memory>

@@ -33,11 +33,6 @@ void MenuItem::SetText(std::string text) {
     Changed();
 }
 
-void MenuItem::SetKeyboardShortcut(std::string shortcut) {
-    m_shortcut = std::move(shortcut);
-    Changed();
-}
-
 void MenuItem::SetEnabled(bool enabled) {
     if (m_enabled == enabled)
         return;

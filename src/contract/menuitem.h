@@ -1,10 +1,7 @@
 #pragma once
 
-#include "contract/ref.h"
-
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kirolane {
@@ -29,7 +26,6 @@ public:
     void SetText(std::string text);
     /// Keys joined by "+", as in "Cmd+Option+left"; "" for none. Letters are written in either case.
     [[nodiscard]] const std::string& KeyboardShortcut() const { return m_shortcut; }
-    void SetKeyboardShortcut(std::string shortcut);
     [[nodiscard]] bool Enabled() const { return m_enabled; }
     void SetEnabled(bool enabled);
     /// True: whenever the bar's window is in front, the item is enabled exactly if it has a handler there.

@@ -50,10 +50,6 @@ void RectControl::SetFocus() {
     Window().Changed();
 }
 
-void RectControl::ReportFocused() {
-    Window().m_focus = this; // nothing to show: it has it
-}
-
 void RectControl::Refresh(bool /*eraseBackground*/) {
     Changed();
 }

@@ -46,8 +46,6 @@ public:
     /// Fires MouseDown; true if the handler kept the press. x and y are in the control's own coordinates.
     bool ReportMouseDown(std::int32_t x, std::int32_t y);
     void ReportMouseUp(std::int32_t x, std::int32_t y);
-    /// The person gave this control the keyboard.
-    void ReportFocused();
     /// A move of the pointer over the control, pressed or not; `windowY` is what Window::MouseY then reads.
     /// A disabled control gets none.
     void ReportMouseMove(std::int32_t x, std::int32_t y, std::int32_t windowY);

@@ -2,7 +2,6 @@
 
 #include <coroutine>
 #include <exception>
-#include <functional>
 #include <utility>
 
 namespace kirolane {

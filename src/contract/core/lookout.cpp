@@ -1,7 +1,6 @@
 #include "contract/core/lookout.h"
-#include "contract/backend/host.h"
 
-#include "contract/core/runtime.h"
+#include "contract/backend/host.h"
 
 #include <algorithm>
 #include <future>
