@@ -64,11 +64,18 @@ void Placement::Settle() {
     if (!m_form.isVisible() || m_form.isMinimized())
         return;
     if (m_window.FullScreen()) {
-        if (m_covered.isNull() || m_form.geometry() == m_covered)
+        if (m_covered.isNull())
             return;
+        if (m_form.geometry() == m_covered) {
+            if (m_insisted && onSettledElsewhere)
+                onSettledElsewhere(); // it has come back to its display
+            m_insisted = false;
+            return;
+        }
         if (m_corrections == kMaxCorrections) {
             // The window manager may know better: the picture fills what is.
             m_covered = m_form.geometry();
+            m_insisted = true;
             if (onSettledElsewhere)
                 onSettledElsewhere();
             return;

@@ -51,8 +51,9 @@ private:
     QStringList m_besides; ///< names of those that stood beside it: none of these takes its place
     bool m_onMain = false; ///< it was the main one
     QRect m_lastCovered;
-    QRect m_covered;       ///< ordered, null while not covering
-    int m_corrections = 0; ///< of the order under way
+    QRect m_covered;         ///< ordered, null while not covering
+    int m_corrections = 0;   ///< of the order under way
+    bool m_insisted = false; ///< the window manager had its way, as was told
 };
 
 } // namespace kirolane::qt
