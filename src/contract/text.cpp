@@ -90,18 +90,4 @@ bool Equals(std::string_view a, std::string_view b) {
     return a.empty() && b.empty();
 }
 
-std::string ToDisplay(std::string_view s) {
-    std::string shown;
-    shown.reserve(s.size());
-    while (!s.empty()) {
-        const Character c = FirstCharacter(s);
-        if (c.code < 0)
-            shown += "\xEF\xBF\xBD"; // U+FFFD
-        else
-            shown.append(s.substr(0, c.bytes));
-        s.remove_prefix(c.bytes);
-    }
-    return shown;
-}
-
 } // namespace kirolane

@@ -38,7 +38,4 @@ bool Equals(std::string_view a, std::string_view b);
 /// identical bytes.
 int CompareNames(std::string_view a, std::string_view b);
 
-/// s with every byte that is not part of valid UTF-8 replaced by U+FFFD: what is shown of a name.
-std::string ToDisplay(std::string_view s);
-
 } // namespace kirolane

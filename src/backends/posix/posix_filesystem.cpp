@@ -4,14 +4,16 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace kirolane::posix {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -103,49 +105,37 @@ std::string PosixFileSystem::InHome(const std::string& name) const {
 }
 
 FileKind PosixFileSystem::Kind(const std::string& path) const {
-    struct stat status {};
-    if (::stat(path.c_str(), &status) != 0)
-        return FileKind::Missing;
-    if (S_ISDIR(status.st_mode))
+    std::error_code none;
+    switch (fs::status(path, none).type()) {
+    case fs::file_type::directory:
         return FileKind::Folder;
-    return S_ISREG(status.st_mode) ? FileKind::File : FileKind::Other;
+    case fs::file_type::regular:
+        return FileKind::File;
+    case fs::file_type::none: // it cannot be looked at
+    case fs::file_type::not_found:
+        return FileKind::Missing;
+    default:
+        return FileKind::Other;
+    }
 }
 
 bool PosixFileSystem::ReadFolder(const std::string& path, const FolderVisitor& visit,
                                  std::string& cause) const {
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(path.c_str()), ::closedir);
-    if (folder == nullptr) {
-        cause = Cause(errno);
-        return false;
+    std::error_code error;
+    for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string_view file(entry->path().native());
+        std::error_code none; // what a link leads to may be gone
+        visit(file.substr(file.rfind('/') + 1), entry->is_directory(none));
     }
-    for (;;) {
-        errno = 0;
-        const dirent* entry = ::readdir(folder.get());
-        if (entry == nullptr) {
-            cause = errno != 0 ? Cause(errno) : "";
-            return cause.empty();
-        }
-        const std::string_view name(entry->d_name);
-        if (name == "." || name == "..")
-            continue;
-        bool isFolder = entry->d_type == DT_DIR;
-        if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
-            struct stat status {};
-            isFolder =
-                ::fstatat(::dirfd(folder.get()), entry->d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
-        }
-        visit(name, isFolder);
-    }
+    cause = error ? error.message() : "";
+    return cause.empty();
 }
 
 bool PosixFileSystem::MakeFolder(const std::string& path, std::string& cause) {
-    if (::mkdir(path.c_str(), 0777) == 0)
-        return true;
-    const int error = errno;
-    if (Kind(path) == FileKind::Folder)
-        return true;
-    cause = Cause(error);
-    return false;
+    std::error_code error;
+    fs::create_directory(path, error);
+    cause = error ? error.message() : "";
+    return cause.empty();
 }
 
 bool PosixFileSystem::ReadText(const std::string& path, std::string& content, std::string& cause) const {

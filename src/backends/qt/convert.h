@@ -2,7 +2,6 @@
 
 #include "contract/color.h"
 #include "contract/geometry.h"
-#include "contract/text.h"
 
 #include <QColor>
 #include <QRect>
@@ -14,7 +13,7 @@ namespace kirolane::qt {
 
 /// What is shown of a string; bytes that are not UTF-8 become replacement characters.
 inline QString ToText(std::string_view text) {
-    return QString::fromStdString(ToDisplay(text));
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 /// The same for widgets that read "&" as the mark of a mnemonic and "<b>" as bold.

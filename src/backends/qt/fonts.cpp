@@ -1,6 +1,7 @@
 #include "backends/qt/fonts.h"
 
 #include "backends/qt/convert.h"
+#include "contract/text.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

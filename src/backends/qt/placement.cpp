@@ -120,7 +120,7 @@ bool Placement::TakeMove(QPoint& place) {
 QScreen* Placement::Target() const {
     QScreen* primary = QGuiApplication::primaryScreen();
     if (m_screenName.isEmpty()) {
-        QScreen* holding = ScreenHolding({m_window.Left(), m_window.Top()});
+        QScreen* holding = QGuiApplication::screenAt({m_window.Left(), m_window.Top()});
         return holding == nullptr ? primary : holding;
     }
     if (QScreen* screen = ScreenNamed(m_screenName); screen != nullptr || m_onMain)

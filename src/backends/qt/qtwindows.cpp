@@ -55,6 +55,8 @@ bool IsCompanion(const QtWindowPeer& peer) {
 void ChoosePlatform() {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "xcb");
+    // Else Qt leaves the panels in where there are several displays.
+    qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
 }
 
 } // namespace

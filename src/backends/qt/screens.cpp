@@ -2,7 +2,6 @@
 
 #include "backends/qt/convert.h"
 #include "backends/qt/formwindow.h"
-#include "backends/qt/x11.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -17,22 +16,15 @@ namespace {
 constexpr int kTitleBar = 36;
 constexpr int kEdge = 6;
 
-/// The main display without panels. With several displays Qt leaves the panels in; what the window manager
-/// says counts for the desktop as a whole, so it may cut off a little much, but never too little.
+/// The main display without panels. What the window manager says of them counts for the desktop as a whole,
+/// so it may cut off a little much: more than half is not believed.
 QRect WorkArea() {
     const QScreen* primary = QGuiApplication::primaryScreen();
     if (primary == nullptr)
         return {};
+    const QRect whole = primary->geometry();
     const QRect area = primary->availableGeometry();
-    const QRect desktop = X11WorkArea();
-    // Where a display begins is told in device pixels, what lies on it in its own units.
-    const QPoint begin = primary->geometry().topLeft();
-    const double ratio = primary->devicePixelRatio();
-    const auto onDisplay = [&](QPoint point) { return begin + (point - begin) / ratio; };
-    const QRect common =
-        area & QRect(onDisplay(desktop.topLeft()),
-                     onDisplay(desktop.topLeft() + QPoint(desktop.width(), desktop.height())) - QPoint(1, 1));
-    return common.width() > area.width() / 2 && common.height() > area.height() / 2 ? common : area;
+    return area.width() > whole.width() / 2 && area.height() > whole.height() / 2 ? area : whole;
 }
 
 } // namespace
@@ -56,13 +48,6 @@ QScreen* ScreenNamed(const QString& name) {
     const auto screens = QGuiApplication::screens();
     const auto it = std::find_if(screens.begin(), screens.end(),
                                  [&](const QScreen* screen) { return screen->name() == name; });
-    return it == screens.end() ? nullptr : *it;
-}
-
-QScreen* ScreenHolding(QPoint point) {
-    const auto screens = QGuiApplication::screens();
-    const auto it = std::find_if(screens.begin(), screens.end(),
-                                 [&](const QScreen* screen) { return screen->geometry().contains(point); });
     return it == screens.end() ? nullptr : *it;
 }
 

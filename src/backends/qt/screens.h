@@ -3,7 +3,6 @@
 #include "contract/geometry.h"
 #include "contract/window_design.h"
 
-#include <QPoint>
 #include <QString>
 
 #include <vector>
@@ -17,8 +16,6 @@ namespace kirolane::qt {
 std::vector<Rect> ScreenRects();
 /// Null if no display has that name.
 QScreen* ScreenNamed(const QString& name);
-/// The display that holds the point, null if none does.
-QScreen* ScreenHolding(QPoint point);
 
 /// Where the content area of the console starts: at the top left of the main display's work area, with room
 /// for a title bar and the menu bar.

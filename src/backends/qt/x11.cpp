@@ -4,7 +4,6 @@
 
 #include <QGuiApplication>
 
-#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/scrnsaver.h>
 
@@ -19,30 +18,6 @@ Display* GetDisplay() {
 }
 
 } // namespace
-
-QRect X11WorkArea() {
-    Display* display = GetDisplay();
-    if (display == nullptr)
-        return {};
-    Atom type = 0;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long left = 0;
-    unsigned char* data = nullptr;
-    const Atom property = XInternAtom(display, "_NET_WORKAREA", True);
-    if (property == 0 || XGetWindowProperty(display, DefaultRootWindow(display), property, 0, 4, False,
-                                            XA_CARDINAL, &type, &format, &count, &left, &data) != Success)
-        return {};
-    QRect area;
-    if (type == XA_CARDINAL && format == 32 && count == 4) { // format 32 comes as long
-        const auto* values = reinterpret_cast<const long*>(data);
-        area = QRect(static_cast<int>(values[0]), static_cast<int>(values[1]), static_cast<int>(values[2]),
-                     static_cast<int>(values[3]));
-    }
-    if (data != nullptr)
-        XFree(data);
-    return area;
-}
 
 void X11ShowOnAllDesktops(unsigned long window) {
     Display* display = GetDisplay();
@@ -75,10 +50,6 @@ void X11SuspendScreenSaver(bool suspend) {
 #else
 
 namespace kirolane::qt {
-
-QRect X11WorkArea() {
-    return {};
-}
 
 void X11ShowOnAllDesktops(unsigned long /*window*/) {}
 

@@ -1,14 +1,8 @@
 #pragma once
 
-#include <QRect>
-
 /// What Qt does not ask of an X11 server. Elsewhere, and in a build without the X11 libraries, all of it is
 /// without effect.
 namespace kirolane::qt {
-
-/// The desktop without its panels, in device pixels of the whole desktop; null if the window manager does not
-/// say. Waits for the server's answer.
-QRect X11WorkArea();
 
 /// Asks the window manager to keep a window that is up on every virtual desktop.
 void X11ShowOnAllDesktops(unsigned long window);
