@@ -53,6 +53,10 @@ public:
     void Bury(std::unique_ptr<Deck> deck);
 
 private:
+    struct Look {
+        std::optional<MediaFile> file;
+        Preparation preparation; ///< with the cause if there is no file
+    };
     struct Measurement {
         MediaFile file;
         Length length;
@@ -70,8 +74,8 @@ private:
     /// The deck made ready for that role, or a new one. Throws RuntimeException.
     std::unique_ptr<Deck> TakeDeck(const PlayerRole& role);
     void Furnish(Player& player);
-    /// LookAt, within the deadline.
-    [[nodiscard]] std::optional<MediaFile> Looked(const std::string& nativePath, std::string& cause);
+    /// LookAt and PrepareFile, within the deadline.
+    Look Looked(const std::string& nativePath);
     /// Under the lock.
     void Advance(TimePoint now);
     void ShareDecoding(TimePoint now);
@@ -89,7 +93,6 @@ private:
     void SettleOutputs(Player& player, bool hangs);
     /// Under the lock: has a player that waits for such a server go on without it.
     void GoOnWithoutDevice(Player& player, TimePoint now);
-    Preparation Prepared(const MediaFile& file);
     Length Measured(const MediaFile& file, const std::string& format, double told);
     /// Wakes whoever rests at a player that is about to change its file, or to go.
     void Forsake(const Player& lead, TimePoint now);

@@ -8,6 +8,11 @@
 
 namespace kirolane::mpv {
 
+std::string AbsolutePath(const std::string& nativePath) {
+    std::error_code error;
+    return std::filesystem::absolute(nativePath, error).native();
+}
+
 std::optional<MediaFile> LookAt(const std::string& nativePath, std::string& cause) {
     MediaFile file;
     std::error_code error;

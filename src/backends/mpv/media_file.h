@@ -17,6 +17,9 @@ struct MediaFile {
     friend bool operator==(const MediaFile&, const MediaFile&) = default;
 };
 
+/// As MediaFile has it; "" where there is none.
+std::string AbsolutePath(const std::string& nativePath);
+
 /// Looks at a file without opening it, which would wait at a FIFO. Empty with a cause unless it is a regular
 /// file that may be read.
 std::optional<MediaFile> LookAt(const std::string& nativePath, std::string& cause);

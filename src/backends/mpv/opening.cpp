@@ -4,6 +4,7 @@
 #include "backends/mpv/shared_decoding.h"
 #include "backends/mpv/thread_niceness.h"
 #include "contract/backend/host.h"
+#include "contract/exceptions.h"
 
 namespace kirolane::mpv {
 
@@ -64,17 +65,13 @@ void Conductor::ShowPictures() {
 }
 
 bool Conductor::Load(Player& player, const std::string& nativePath) {
-    std::string cause;
     if (!m_loadDeadline)
         m_loadDeadline = Clock::now() + m_options.loadLimit;
-    const auto file = Looked(nativePath, cause);
+    // What has been opened ahead has been looked at in this handler.
+    const bool opened = player.Ahead() && player.File().path == AbsolutePath(nativePath);
+    Look look = opened ? Look{player.File(), {}} : Looked(nativePath);
     Player* twin = TwinOf(player);
-    Preparation preparation;
-    const bool prepared = file && !(player.Ahead() && player.File() == *file);
-    if (prepared)
-        preparation = Prepared(*file);
-    if (cause.empty())
-        cause = preparation.cause;
+    std::string cause = look.preparation.cause;
     try {
         Furnish(player);
         if (twin != nullptr)
@@ -93,7 +90,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     if (!cause.empty())
         return Fail(player, nativePath, cause);
 
-    Player& opener = Open(player, *file, preparation);
+    Player& opener = Open(player, *look.file, look.preparation);
     lock.unlock();
 
     const auto taken = [&] {
@@ -103,8 +100,10 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     if (!m_loadWait->Until(m_takeOver, taken, [this] { ShowPictures(); })) {
         // In a player of its own, then; the other comes to its end when its medium lets it.
         try {
-            if (!prepared)
-                preparation = Prepared(*file);
+            if (opened)
+                look = Looked(nativePath);
+            if (!look.preparation.cause.empty())
+                throw RuntimeException(look.preparation.cause);
             auto deck = MakeDeck(opener.GetRole());
             lock.lock();
             Bury(opener.Replace(std::move(deck)));
@@ -116,7 +115,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
                 lock.lock();
             return Fail(player, nativePath, e.what());
         }
-        opener.Open(*file, preparation, &opener != &player);
+        opener.Open(*look.file, look.preparation, &opener != &player);
         for (Player* other : m_players)
             if (other->RestsAt(opener))
                 opener.Pictures().Lead(other->Pictures());
@@ -147,8 +146,8 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     const std::string format = opener.Format();
     const double told = opener.ContainerDuration();
     lock.unlock(); // measuring takes its time
-    if (m_measured.file != *file || m_measured.length.seconds <= 0.0)
-        m_measured = {*file, Measured(*file, format, told)};
+    if (m_measured.file != *look.file || m_measured.length.seconds <= 0.0)
+        m_measured = {*look.file, Measured(*look.file, format, told)};
     lock.lock();
     player.Opened(format, m_measured.length.seconds, m_measured.length.exact, Clock::now());
     lock.unlock();
@@ -177,30 +176,18 @@ void Conductor::SettleOutputs(Player& player, bool hangs) {
     player.SetOutputs(hangs ? std::string(kNoOutput) : m_options.audioOutput);
 }
 
-std::optional<MediaFile> Conductor::Looked(const std::string& nativePath, std::string& cause) {
-    struct Look {
-        std::optional<MediaFile> file;
-        std::string cause;
-    };
-    const auto look = Await<Look>(
-        [nativePath] {
-            Look found;
-            found.file = LookAt(nativePath, found.cause);
-            return found;
-        },
-        *m_loadDeadline);
-    cause = look ? look->cause : kNoAnswer;
-    return look ? look->file : std::nullopt;
-}
-
-Preparation Conductor::Prepared(const MediaFile& file) {
+Conductor::Look Conductor::Looked(const std::string& nativePath) {
     const auto limit = std::chrono::duration_cast<std::chrono::milliseconds>(*m_loadDeadline - Clock::now());
-    const auto work = [file, limit, shelf = m_shelf, font = m_options.soundFont] {
-        return PrepareFile(file, *shelf, font, limit);
+    const auto work = [nativePath, limit, shelf = m_shelf, font = m_options.soundFont] {
+        Look look;
+        look.file = LookAt(nativePath, look.preparation.cause);
+        if (look.file)
+            look.preparation = PrepareFile(*look.file, *shelf, font, limit);
+        return look;
     };
-    Preparation unanswered;
-    unanswered.cause = kNoAnswer;
-    return Await<Preparation>(work, *m_loadDeadline).value_or(unanswered);
+    Look unanswered;
+    unanswered.preparation.cause = kNoAnswer;
+    return Await<Look>(work, *m_loadDeadline).value_or(unanswered);
 }
 
 Length Conductor::Measured(const MediaFile& file, const std::string& format, double told) {

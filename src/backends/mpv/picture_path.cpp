@@ -1,5 +1,6 @@
 #include "backends/mpv/picture_path.h"
 
+#include "backends/mpv/scale_down.h"
 #include "backends/mpv/thread_niceness.h"
 
 #include <algorithm>
@@ -184,8 +185,12 @@ void PicturePath::Visit(const std::function<void(const FrameView&)>& visit) cons
         const std::lock_guard lock(m_frontMutex);
         shown = m_front;
     }
-    if (shown.pixels != nullptr) // without the lock: the worker's next picture waits for no painter
-        visit(shown.view);
+    if (shown.pixels == nullptr)
+        return;
+    const Size wanted = WantedSize();
+    const bool small = shown.smallPixels != nullptr && shown.small.width == wanted.width &&
+                       shown.small.height == wanted.height;
+    visit(small ? shown.small : shown.view); // without a lock: the worker's next picture waits for no painter
 }
 
 void PicturePath::Forget() {
@@ -193,6 +198,7 @@ void PicturePath::Forget() {
         std::unique_lock lock(m_mutex);
         m_rested.wait(lock, [this] { return !m_busy; });
         m_back = {};
+        m_small = {};
     }
     const std::lock_guard front(m_frontMutex); // on its own: a leader's worker takes this one first
     m_front = {};
@@ -242,7 +248,7 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
         m_busy = false;
         m_rested.notify_all();
     }
-    if (tell || published) {
+    if (tell || published) { // after the follower: the main thread is woken once for both
         lock.unlock();
         Tell();
         lock.lock();
@@ -259,16 +265,11 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
     const bool redraw = (info.flags & MPV_RENDER_FRAME_INFO_REDRAW) != 0;
     fresh = present && !redraw && (info.flags & MPV_RENDER_FRAME_INFO_REPEAT) == 0;
 
-    int size[2] = {Clamped(asked.width), Clamped(asked.height)};
-    std::size_t stride = (static_cast<std::size_t>(size[0]) * 4 + kAlignment - 1) / kAlignment * kAlignment;
-    const std::size_t bytes = stride * static_cast<std::size_t>(size[1]);
-    if (buffer.bytes != bytes || buffer.pixels.use_count() != 1) {
-        buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)), &std::free);
-        buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
-    }
-    std::atomic_thread_fence(std::memory_order_acquire); // after the last look of who held it, too
-    int wait = 0;                                        // libmpv gives a picture at its time
-    int skip = buffer.pixels == nullptr || (present && redraw && !again) ? 1 : 0; // drawn already
+    const bool fits = Fit(buffer, asked);
+    int size[2] = {buffer.view.width, buffer.view.height};
+    auto stride = static_cast<std::size_t>(buffer.view.stride);
+    int wait = 0;                                              // libmpv gives a picture at its time
+    int skip = !fits || (present && redraw && !again) ? 1 : 0; // drawn already
     mpv_render_param params[] = {
         {MPV_RENDER_PARAM_SW_SIZE, size},
         {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
@@ -278,10 +279,34 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
         {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
         {MPV_RENDER_PARAM_INVALID, nullptr},
     };
-    if (mpv_render_context_render(renderer, params) < 0 || skip != 0)
-        return false;
-    buffer.view = {buffer.pixels.get(), size[0], size[1], static_cast<std::int32_t>(stride)};
-    return true;
+    return mpv_render_context_render(renderer, params) >= 0 && skip == 0;
+}
+
+bool PicturePath::Fit(Buffer& buffer, Size asked) {
+    const Size size{Clamped(asked.width), Clamped(asked.height)};
+    const std::size_t stride =
+        (static_cast<std::size_t>(size.width) * 4 + kAlignment - 1) / kAlignment * kAlignment;
+    const std::size_t bytes = stride * static_cast<std::size_t>(size.height);
+    if (buffer.bytes != bytes || buffer.pixels.use_count() != 1) {
+        buffer.pixels.reset(static_cast<std::uint8_t*>(std::aligned_alloc(kAlignment, bytes)), &std::free);
+        buffer.bytes = buffer.pixels != nullptr ? bytes : 0;
+    }
+    buffer.view = {buffer.pixels.get(), size.width, size.height, static_cast<std::int32_t>(stride)};
+    std::atomic_thread_fence(std::memory_order_acquire); // after the last look of who held it, too
+    return buffer.pixels != nullptr;
+}
+
+void PicturePath::AddSmall(Buffer& picture, Size size) {
+    if (!IsFarSmaller(size.width, size.height, picture.view))
+        return;
+    const auto free = std::find_if(m_small.begin(), m_small.end(),
+                                   [](const Buffer& small) { return small.pixels.use_count() <= 1; });
+    Buffer& small = free != m_small.end() ? *free : m_small.front();
+    if (!Fit(small, size))
+        return;
+    ScaleDown(picture.view, small.pixels.get(), small.view);
+    picture.smallPixels = small.pixels;
+    picture.small = small.view;
 }
 
 void PicturePath::Publish(Buffer& buffer) {
@@ -300,6 +325,7 @@ void PicturePath::ShowToFollower(std::unique_lock<std::mutex>& lock) {
         const std::lock_guard front(m_frontMutex);
         picture = m_front;
     }
+    AddSmall(picture, follower->WantedSize());
     const bool follows = follower->TakeLead(picture, lead);
     lock.lock();
     if (!follows && m_follower == follower && m_followerLead == lead)

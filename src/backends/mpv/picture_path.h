@@ -4,6 +4,7 @@
 
 #include <mpv/render.h>
 
+#include <array>
 #include <condition_variable>
 #include <cstdlib>
 #include <functional>
@@ -54,6 +55,8 @@ public:
         bool lent = false;                    ///< by the leader
         std::size_t bytes = 0;
         FrameView view;
+        std::shared_ptr<std::uint8_t> smallPixels; ///< a follower's, if it is far smaller
+        FrameView small;
     };
     /// The follower's: the leader's new picture, of that lead. False if there is no use for it.
     bool TakeLead(const Buffer& picture, unsigned lead);
@@ -84,6 +87,11 @@ private:
     /// `fresh` tells whether it was a new one. False if nothing was drawn.
     static bool Render(mpv_render_context* renderer, Size size, bool again, Buffer& buffer, bool& fresh);
     void Publish(Buffer& buffer);
+    /// Has the buffer hold a picture of that size, in memory that nobody else looks at. False if there is
+    /// none; what was in it is gone.
+    static bool Fit(Buffer& buffer, Size size);
+    /// Adds the picture in a follower's size, if that is far smaller.
+    void AddSmall(Buffer& picture, Size size);
     /// The worker's; entered and left with the lock.
     void ShowToFollower(std::unique_lock<std::mutex>& lock);
     /// Has the worker draw its picture once more, for a new size or a new follower.
@@ -115,7 +123,8 @@ private:
     bool m_busy = false; ///< the worker uses the renderer or the follower
     bool m_quit = false;
 
-    Buffer m_back; ///< the worker's
+    Buffer m_back;                 ///< the worker's
+    std::array<Buffer, 3> m_small; ///< the worker's: one shown, one painted, one to draw into
     mutable std::mutex m_frontMutex;
     Buffer m_front; ///< under m_frontMutex
 

@@ -1,0 +1,41 @@
+#include "backends/mpv/scale_down.h"
+
+#include <cstddef>
+
+namespace kirolane::mpv {
+
+namespace {
+
+/// Of each of the four bytes, rounded down.
+constexpr std::uint32_t Mean(std::uint32_t a, std::uint32_t b) {
+    return (a & b) + (((a ^ b) & 0xFEFEFEFEU) >> 1U);
+}
+
+/// The former of the two source pixels about the middle of a pixel, of `count` that show `length` of them.
+constexpr std::int64_t Before(std::int64_t pixel, std::int64_t count, std::int64_t length) {
+    return (2 * pixel + 1) * length / (2 * count) - 1;
+}
+
+} // namespace
+
+bool IsFarSmaller(std::int32_t width, std::int32_t height, const FrameView& picture) {
+    return width > 0 && height > 0 && picture.width / 2 > width && picture.height / 2 > height;
+}
+
+void ScaleDown(const FrameView& picture, std::uint8_t* to, const FrameView& layout) {
+    const std::uint64_t step =
+        (static_cast<std::uint64_t>(picture.width) << 32U) / static_cast<std::uint64_t>(layout.width);
+    for (std::int32_t y = 0; y < layout.height; ++y) {
+        const auto* upper = reinterpret_cast<const std::uint32_t*>(
+            picture.pixels + Before(y, layout.height, picture.height) * picture.stride);
+        const auto* lower = upper + picture.stride / 4;
+        auto* row = reinterpret_cast<std::uint32_t*>(to + static_cast<std::ptrdiff_t>(y) * layout.stride);
+        std::uint64_t middle = step / 2;
+        for (std::int32_t x = 0; x < layout.width; ++x, middle += step) {
+            const std::size_t before = (middle >> 32U) - 1;
+            row[x] = Mean(Mean(upper[before], upper[before + 1]), Mean(lower[before], lower[before + 1]));
+        }
+    }
+}
+
+} // namespace kirolane::mpv
