@@ -8,9 +8,9 @@ namespace kirolane::mpv {
 // an allocator gives each thread a region of its own to take from. What a thread has freed another cannot
 // have, so every mix of movies leaves its largest pictures in one more region, and the program grows by a
 // movie for each region. Two regions, one for each core of a small machine, are filled again by the next
-// opening instead; they cost no time that could be measured. Taking every picture from the system and giving
-// it back would keep less still, but costs a fifth of the time of an opening, as all that memory is cleared
-// each time.
+// opening instead; a cost of that in time has not been told from the scatter of openings. Taking every
+// picture from the system and giving it back would keep less still, but costs a fifth of the time of an
+// opening, as all that memory is cleared each time.
 
 /// Keeps the number of regions small. Before the threads that play are started.
 void LimitMemoryRegions();
