@@ -1,81 +1,59 @@
 #include "contract/core/colon_path.h"
-#include "logic_test.h"
+#include "twin_test.h"
 
 namespace kirolane::tests {
 
-class FolderButtonsTest : public LogicTest {
+class FolderButtonsTest : public TwinTest {
 protected:
     void SetUp() override {
-        const std::string first = MakeMedia("first", {"a.mov", "a.wav"});
-        const std::string third = MakeMedia("third", {"b.mov", "c.mov", "b.wav", "c.wav"});
+        const std::string first = MakeFiles("first", {"a"});
+        const std::string third = MakeFiles("third", {"b", "c"});
         WriteSettings({{22, first}, {24, third}, {33, first}, {35, third}});
         Start();
     }
-    static std::vector<std::int32_t> Pressed(bool sound) {
-        std::vector<std::int32_t> pressed;
-        for (const std::int32_t n : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 99})
-            if ((sound ? Console().mFold(n) : Console().Fold(n))->Value())
-                pressed.push_back(n);
-        return pressed;
+    static void Press(std::int32_t n) { Own<BevelButton>("Fold" + Str(n))->ReportClick(); }
+    static void ExpectPressed(std::int32_t number) {
+        for (const std::int32_t n : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 99}) {
+            EXPECT_EQ(Own<BevelButton>("Fold" + Str(n))->Value(), n == number) << n;
+            EXPECT_EQ(Either(Console().mFold(n), Console().Fold(n))->Value(), n == 1) << "the other list's";
+        }
     }
+    using Files = std::vector<std::string>;
 };
 
-TEST_F(FolderButtonsTest, APressListsItsFolderAndStaysDown) {
-    Console().Fold(3)->ReportClick();
-    EXPECT_EQ(Pressed(false), std::vector<std::int32_t>{3});
-    Settle();
-    EXPECT_EQ(Names(Console().StrGrid()), (std::vector<std::string>{"b.mov", "c.mov"}));
-    EXPECT_EQ(Pressed(true), std::vector<std::int32_t>{1});
-    EXPECT_EQ(Names(Console().mStrGrid()), std::vector<std::string>{"a.wav"});
+INSTANTIATE_TEST_SUITE_P(Of, FolderButtonsTest, ::testing::Bool(), TwinName);
 
-    Console().mFold(3)->ReportClick();
+TEST_P(FolderButtonsTest, APressListsItsFolderAndStaysDownAndOfSeveralTheLastCounts) {
+    Press(3);
+    ExpectPressed(3);
     Settle();
-    EXPECT_EQ(Pressed(true), std::vector<std::int32_t>{3});
-    EXPECT_EQ(Names(Console().mStrGrid()), (std::vector<std::string>{"b.wav", "c.wav"}));
-
-    static_cast<void>(Folder().Write("third/d.mov", ""));
-    Console().Fold(3)->ReportClick(); // down already: lists anew
+    EXPECT_EQ(Listed(), (Files{"b", "c"}));
+    EXPECT_EQ(Names(Either(Console().mStrGrid(), Console().StrGrid())), Files{Either("a.wav", "a.mov")});
+    MakeFiles("third", {"d"});
+    Press(3); // down already: lists anew
     Settle();
-    EXPECT_EQ(Console().File_Count, 3);
-}
-
-TEST_F(FolderButtonsTest, OfSeveralPressesTheLastCounts) {
+    EXPECT_EQ(Count(), 3);
     for (const std::int32_t n : {3, 10, 1, 3, 1})
-        Console().Fold(n)->ReportClick();
+        Press(n);
     Settle();
-    EXPECT_EQ(Pressed(false), std::vector<std::int32_t>{1});
-    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
-    EXPECT_FALSE(Console().CountLabel()->Visible());
+    ExpectPressed(1);
+    EXPECT_EQ(Listed(), Files{"a"});
+    EXPECT_FALSE(Own<StaticText>("CountLabel")->Visible());
 }
 
-TEST_F(FolderButtonsTest, AFolderChosenOnTheSpotIsListedAndRemembered) {
-    static_cast<void>(MakeMedia("chosen", {"x.mov", "y.wav"}));
-    const std::string native = Folder().Path("chosen");
-    const std::string colon = ToColonPath(native, true);
-    Windows().PrepareFolder(native);
-    Console().Fold(99)->ReportClick();
+TEST_P(FolderButtonsTest, AFolderChosenOnTheSpotIsListedAndRemembered) {
+    const std::string chosen = MakeFiles("chosen", {"x"});
+    Press(99); // cancelled
+    ExpectPressed(1);
+    Windows().PrepareFolder(Folder().Path("chosen"));
+    Press(99);
     Settle();
-    EXPECT_EQ(Pressed(false), std::vector<std::int32_t>{99});
-    EXPECT_EQ(Console().FoldNumber, 99);
-    EXPECT_EQ(Console().Setting_Data(43), colon);
-    EXPECT_EQ(Console().Fold(99)->HelpTag(), colon);
-    EXPECT_EQ(Console().DirLabel()->Caption(), colon);
-    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"x.mov"});
-    EXPECT_EQ(Console().Setting_Data(44), "nil");
-
-    Windows().PrepareFolder(native);
-    Console().mFold(99)->ReportClick();
-    Settle();
-    EXPECT_EQ(Console().Setting_Data(44), colon);
-    EXPECT_EQ(Console().mFold(99)->HelpTag(), colon);
-    EXPECT_EQ(Names(Console().mStrGrid()), std::vector<std::string>{"y.wav"});
-}
-
-TEST_F(FolderButtonsTest, AChangeOfPageMovesTheFocus) {
-    Console().ListTab()->ReportPage(1);
-    EXPECT_EQ(Console().FocusControl()->Name(), "mStrGrid");
-    Console().ListTab()->ReportPage(0);
-    EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
+    ExpectPressed(99);
+    EXPECT_EQ(Console().Setting_Data(Either(43, 44)), chosen);
+    EXPECT_EQ(Console().Setting_Data(Either(44, 43)), Either("mSfolder", "Sfolder"));
+    EXPECT_EQ(Own<BevelButton>("Fold99")->HelpTag(), chosen);
+    EXPECT_EQ(Own<StaticText>("DirLabel")->Caption(), chosen);
+    EXPECT_EQ(Listed(), Files{"x"});
 }
 
 } // namespace kirolane::tests

@@ -1,106 +1,78 @@
-#include "logic_test.h"
 #include "support/captured_stderr.h"
+#include "twin_test.h"
 
+#include <filesystem>
 #include <string>
 #include <thread>
+#include <tuple>
 
 namespace kirolane::tests {
 
-class FolderScanTest : public LogicTest {
+class FolderScanTest : public TwinTest {
 protected:
-    /// A folder of `count` movies "1.mov", "2.mov" and so on.
-    std::string MakeMovies(const std::string& folder, int count) {
-        const std::string path = MakeMedia(folder, {});
-        for (int n = 1; n <= count; ++n)
-            static_cast<void>(Folder().Write(folder + "/" + std::to_string(n) + ".mov", ""));
-        return path;
-    }
-    static std::string Counter() { return Console().FileNumberLabel()->Caption(); }
+    static Ref<StaticText> Counting() { return Own<StaticText>("CountLabel"); }
+    static bool Filled() { return Either(Console().Fold_Flag, Console().mFold_Flag); }
 };
 
-TEST_F(FolderScanTest, ListsTheFilesOfOneFolderByTheTailOfTheirNames) {
-    StartWithMedia({"c10.mov", "A.MOV", "b.Mov", "c2.mov", "sub.mov/", "x.mpeg", "y.mpeg4", "z.m4b", "mov",
-                    ".mov", "._d.mov", "n.txt", "日本語.mp4", "\xFF.qt", "ab.wav", "both.asf", "x.ＭＯＶ"},
-                   {"both.asf", "e.mid", "e.midi", "f.aifc", ".au", "g.mov"});
-    EXPECT_EQ(Names(Console().StrGrid()),
-              (std::vector<std::string>{".mov", "A.MOV", "b.Mov", "both.asf", "c2.mov", "c10.mov", "x.mpeg",
-                                        "日本語.mp4", "\xFF.qt"}));
-    EXPECT_EQ(Names(Console().mStrGrid()), (std::vector<std::string>{".au", "both.asf", "e.mid", "f.aifc"}));
-    EXPECT_EQ(Console().File_Count, 9);
-    EXPECT_EQ(Console().mFile_Count, 4);
-    EXPECT_EQ(Counter(), "9");
-    EXPECT_EQ(Console().mFileNumberLabel()->Caption(), "4");
-    EXPECT_EQ(Console().StrGrid()->ListCount(), 26);
-    EXPECT_FALSE(Console().CountLabel()->Visible());
-    EXPECT_EQ(Console().DirLabel()->Caption(), Console().Setting_Data(22));
-    EXPECT_EQ(Console().Current_Folder, Console().Setting_Data(22));
-    EXPECT_TRUE(Console().Fold_Flag);
-    EXPECT_EQ(Console().StrGrid()->Cell(0, 0) + Console().StrGrid()->Cell(0, 2), "");
+INSTANTIATE_TEST_SUITE_P(Of, FolderScanTest, ::testing::Bool(), TwinName);
+
+TEST_P(FolderScanTest, ListsTheFilesOfOneFolderByTheTailOfTheirNames) {
+    const std::string media = MakeMedia(
+        "media", {"c10.mov",  "A.MOV", "b.Mov",   "c2.mov", "sub.mov/",   "x.mpeg",  "y.mpeg4", "z.m4b",
+                  "mov",      ".mov",  "._d.mov", "n.txt",  "日本語.mp4", "\xFF.qt", "q.aif",   "both.asf",
+                  "x.ＭＯＶ", "e.mid", "e.midi",  "f.aifc", ".au",        "W.WAV"});
+    WriteSettings({{22, media}, {33, media}});
+    Start();
+    const std::vector<std::string> movies = {".mov",    "A.MOV",  "b.Mov",      "both.asf", "c2.mov",
+                                             "c10.mov", "x.mpeg", "日本語.mp4", "\xFF.qt"};
+    const std::vector<std::string> sounds = {".au", "both.asf", "e.mid", "f.aifc", "q.aif", "W.WAV"};
+    EXPECT_EQ(Names(List()), Either(movies, sounds));
+    EXPECT_EQ(Count(), Either(9, 6));
+    EXPECT_EQ(Counter(), Either("9", "6"));
+    EXPECT_FALSE(Counting()->Visible());
+    EXPECT_EQ(Own<StaticText>("DirLabel")->Caption(), media);
+    EXPECT_EQ(Either(Console().Current_Folder, Console().mCurrent_Folder), media);
+    EXPECT_TRUE(Filled());
+    EXPECT_EQ(List()->Cell(0, 0) + List()->Cell(0, 2), "");
 }
 
-TEST_F(FolderScanTest, ShortListsAreFilledWithBlankRows) {
-    Start();
-    for (const int count : {1, 25, 26, 27, 60}) {
-        Scan(MakeMovies("f" + std::to_string(count), count));
-        EXPECT_EQ(Console().File_Count, count);
-        EXPECT_EQ(Console().StrGrid()->ListCount(), std::max(count, 26));
+TEST_P(FolderScanTest, ShortListsAreFilledWithBlankRows) {
+    StartWithFiles({});
+    const std::tuple<std::string, std::size_t, std::int32_t, std::int32_t> rows[] = {
+        {MakeMany("f1", 1), 1, 1, Either(0, -1)}, // selected at the item after the count has risen
+        {MakeMany("f25", 25), 25, 25, 0},
+        {MakeMany("f26", 26), 26, 26, 0},
+        {MakeMany("f60", 60), 60, 60, 0},
+        {MakeFiles("empty", {}), 0, 60, -1}, // where nothing is looked at the count stays
+        {MakeMedia("others", {"n.txt", "m.txt"}), 0, 0, -1},
+        {MakeMedia("late", {"a.txt", Either("b.mov", "b.wav")}), 1, 1, -1}};
+    for (const auto& [folder, matches, count, selected] : rows) {
+        SCOPED_TRACE(folder);
+        Do([] { Console().Rate()->SetFocus(); });
+        Scan(folder);
+        EXPECT_EQ(Listed().size(), matches);
+        EXPECT_EQ(Count(), count);
         EXPECT_EQ(Counter(), std::to_string(count));
+        EXPECT_EQ(List()->ListCount(), std::max<std::int32_t>(static_cast<std::int32_t>(matches), 26));
+        EXPECT_EQ(List()->ListIndex(), selected);
+        EXPECT_EQ(Console().FocusControl()->Name(), List()->Name());
     }
 }
 
-TEST_F(FolderScanTest, AnEmptyFolderKeepsTheOldCountWhereOneWithoutMatchesCountsNone) {
-    StartWithMedia({"a.mov", "b.mov"});
-    Scan(MakeMedia("empty", {}));
-    EXPECT_EQ(Console().File_Count, 2);
-    EXPECT_EQ(Counter(), "2");
-    EXPECT_EQ(Names(Console().StrGrid()).size(), 0U);
-    EXPECT_EQ(Console().StrGrid()->ListCount(), 26);
-
-    Scan(MakeMedia("other", {"n.txt", "m.txt"}));
-    EXPECT_EQ(Console().File_Count, 0);
-    EXPECT_EQ(Counter(), "0");
-    EXPECT_EQ(Console().StrGrid()->ListCount(), 26);
-}
-
-TEST_F(FolderScanTest, TheSelectionComesAtTheItemAfterTheCountHasRisen) {
-    StartWithMedia({"a.mov"});
-    EXPECT_EQ(Console().StrGrid()->ListIndex(), -1) << "the count was 0 when the one item was looked at";
-    Scan(MakeMedia("two", {"a.mov", "n.txt"}));
-    EXPECT_EQ(Console().StrGrid()->ListIndex(), 0);
-    Do([] { Console().StrGrid()->SetListIndex(1); });
-    Scan(MakeMedia("later", {"a.txt", "b.mov"})); // nothing to select yet when the first item asks for it
-    EXPECT_EQ(Console().StrGrid()->ListIndex(), -1);
-}
-
-TEST_F(FolderScanTest, TheEndMovesTheFocusToTheListScanned) {
-    StartWithMedia({"a.mov"}, {"b.wav"});
-    Do([] { Console().mStrGrid()->SetFocus(); });
-    Scan(Console().Setting_Data(22));
-    EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
-}
-
-TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) {
-    StartWithMedia({"a.mov"}, {"b.wav"});
+TEST_P(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) {
+    StartWithFiles({"a"});
     CapturedStderr captured;
-    Console().Setting_Data.Set(33, "Root:not:there:");
-    Console().mFold(1)->ReportClick();
     Scan("Root:not:there:");
     const auto lines = captured.Lines();
-    ASSERT_EQ(lines.size(), 2U);
-    for (const auto& line : lines)
-        EXPECT_NE(line.find("NilObjectException (Root:not:there:: "), std::string::npos) << line;
-    EXPECT_FALSE(Console().FolderThread()->Running());
-    Open(0);
-    OpenSound(0);
-    EXPECT_TRUE(Console().QTM()->Running());
-    EXPECT_TRUE(Sound().QTM()->Running());
-    EXPECT_EQ(Marked(Console().StrGrid()), std::vector<std::int32_t>{0});
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("NilObjectException (Root:not:there:: "), std::string::npos) << lines[0];
+    Walk({{"open 0", "再生中 a 0 bar 0"}});
+    EXPECT_EQ(Counter(), "1 / 1 ●0");
 
     // Also where it cuts another scan short, wherever that stands.
-    const std::string many = MakeMovies("many", 40);
-    const auto scanFor = [&](int turns) {
-        Console().Setting_Data.Set(22, many);
-        Console().Fold(1)->ReportClick();
+    const std::string many = MakeMany("many", 40);
+    const auto scanFor = [&](int turns, const std::string& first) {
+        BeginScan(many, IsSound());
         for (TheRuntime().Threads().OneTurnEach();
              TheRuntime().Mail().WorkersUnderWay();) // it reads the folder
             std::this_thread::yield();
@@ -108,57 +80,53 @@ TEST_F(FolderScanTest, AVanishedFolderEndsThatScanAloneAndTheListGoesOnPlaying) 
         for (int turn = 0; turn < turns; ++turn)
             TheRuntime().Threads().OneTurnEach();
         Scan("Root:not:there:");
-        EXPECT_FALSE(Console().CountLabel()->Visible());
-        EXPECT_EQ(Console().folder->AbsolutePath(), Console().Current_Folder);
-        Open(0);
-        EXPECT_TRUE(Console().QTM()->Running());
+        EXPECT_FALSE(Counting()->Visible());
+        EXPECT_EQ(Either(Console().folder, Console().mfolder)->AbsolutePath(),
+                  Either(Console().Current_Folder, Console().mCurrent_Folder));
+        Act("open 0");
+        EXPECT_EQ(State(), "再生中 " + first + " 0 bar 0");
     };
-    scanFor(10); // the rows of the list before still stand
-    EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"});
-    scanFor(100010);
-    EXPECT_EQ(Names(Console().StrGrid()).front(), "1.mov");
+    scanFor(10, "a"); // the rows of the list before still stand
+    scanFor(100010, "1");
 }
 
-TEST_F(FolderScanTest, ARescanClearsTheMarkWhileTheMoviePlaysOn) {
-    StartWithMedia({"a.mov", "b.mov"});
-    Open(1);
-    EXPECT_EQ(Counter(), "2 / 2");
-    Scan(Console().Setting_Data(22));
-    EXPECT_TRUE(Marked(Console().StrGrid()).empty());
-    EXPECT_EQ(Counter(), "2");
-    EXPECT_TRUE(Console().Fold_Flag);
-    EXPECT_TRUE(Console().QTM()->Running());
-    EXPECT_TRUE(Console().Play_Flag);
-}
-
-TEST_F(FolderScanTest, ARowMayBeOpenedDuringTheScan) {
+TEST_P(FolderScanTest, ARowMayBeOpenedDuringTheScanAndARescanClearsTheMark) {
     Start();
-    const std::string movies = MakeMovies("many", 40);
-    ScanUntil(movies, 5);
-    EXPECT_TRUE(Console().CountLabel()->Visible());
-    Open(2);
-    EXPECT_FALSE(Console().QTM()->Movie().IsNil());
-    EXPECT_FALSE(Console().Fold_Flag);
+    const std::string many = MakeMany("many", 40);
+    ScanUntil(many, 5, IsSound());
+    EXPECT_TRUE(Counting()->Visible());
+    Act("open 2");
+    EXPECT_FALSE(Filled());
     Settle();
-    EXPECT_EQ(Names(Console().StrGrid()).size(), 40U);
-    EXPECT_EQ(Counter(), "3 / 40");
-    EXPECT_EQ(Marked(Console().StrGrid()), std::vector<std::int32_t>{2});
-    EXPECT_FALSE(Console().CountLabel()->Visible());
+    EXPECT_EQ(Listed().size(), 40U);
+    EXPECT_EQ(Counter(), "3 / 40 ●2");
+    EXPECT_FALSE(Counting()->Visible());
+    Scan(many);
+    EXPECT_EQ(Counter(), "40");
+    EXPECT_TRUE(Filled());
+    EXPECT_EQ(State(), "再生中 3 0 bar 0") << "it plays on";
+
+    // A row that is closed again, or of another folder, does not count.
+    ScanUntil(many, 3, IsSound());
+    Act("open 2");
+    Act("CloseKey");
+    Settle();
+    EXPECT_EQ(Counter(), "40");
+    Act("open 2");
+    ScanUntil(MakeMany("others", 30), 3, IsSound());
+    Do([] { (IsSound() ? Console().mFold_Flag : Console().Fold_Flag) = false; });
+    Settle();
+    EXPECT_EQ(Counter(), "30");
 }
 
-TEST_F(FolderScanTest, ARowClosedAgainOrOfAnotherFolderDoesNotCount) {
-    StartWithMedia({"a.mov"});
-    Open(0);
-    const std::string movies = MakeMovies("many", 30);
-    ScanUntil(movies, 3);
-    Do([] { Console().Fold_Flag = false; });
+TEST_P(FolderScanTest, AFileRemovedDuringTheScanIsListedAndFailsToOpen) {
+    Start();
+    ScanUntil(MakeMany("many", 30), 2, IsSound());
+    std::filesystem::remove(Folder().Path(Either("many/21.mov", "many/21.wav")));
     Settle();
-    EXPECT_EQ(Counter(), "30");
-    ScanUntil(movies, 3);
-    Open(2);
-    Choose("CloseKey");
-    Settle();
-    EXPECT_EQ(Counter(), "30");
+    EXPECT_EQ(Listed().size(), 30U);
+    Walk({{"open 20", "closed"}, {"open 21", "再生中 22 0 bar 0"}});
+    EXPECT_EQ(List()->Cell(20, 2), kFailed);
 }
 
 TEST(FolderLimitTest, MoreItemsThanTheBuffersHoldEndTheScan) {

@@ -1,6 +1,7 @@
 #include "logic_test.h"
 
 #include "contract/core/colon_path.h"
+#include "logic/settings/setting_lines.h"
 
 #include <chrono>
 
@@ -17,26 +18,26 @@ std::string LogicTest::MakeMedia(const std::string& folder, std::initializer_lis
     return ToColonPath(path, true);
 }
 
+std::string LogicTest::MakeFiles(const std::string& folder, std::initializer_list<std::string> names) {
+    for (const std::string& name : names)
+        MakeMedia(folder, {name + ".mov", name + ".wav"});
+    return MakeMedia(folder, {});
+}
+
+std::string LogicTest::MakeMany(const std::string& folder, int count) {
+    for (int n = 1; n <= count; ++n)
+        MakeFiles(folder, {std::to_string(n)});
+    return MakeMedia(folder, {});
+}
+
 void LogicTest::WriteSettings(const Lines& changed) {
-    std::vector<std::string> lines(201, "nil");
     const std::string own = ToColonPath(Folder().Path("application"), true);
-    for (int n = 22; n <= 42; ++n)
-        lines[static_cast<std::size_t>(n)] = own;
-    const Lines initial = {{1, "// DisplayMode"},
-                           {2, "true"},
-                           {4, "false"},
-                           {6, "false"},
-                           {8, "false"},
-                           {12, "3"},
-                           {14, "3"},
-                           {16, "1"},
-                           {18, "1"}};
-    for (const Lines& some : {initial, changed})
-        for (const auto& [n, text] : some)
-            lines[static_cast<std::size_t>(n)] = text;
     std::string text;
-    for (std::size_t n = 1; n <= 200; ++n)
-        text += lines[n] + "\n";
+    for (const SettingLines& some : kSettingLines)
+        for (std::int32_t n = some.first; n <= some.last; ++n) {
+            const std::string initial(some.kind == LineKind::Folder ? own : some.initial);
+            text += (changed.contains(n) ? changed.at(n) : initial) + "\n";
+        }
     static_cast<void>(Folder().MakeFolder("home/Library/Application Support/Kirolane/Setting"));
     static_cast<void>(Folder().Write(kSettings, text));
 }
@@ -82,31 +83,60 @@ void LogicTest::OpenSound(std::int32_t row) {
     Console().mStrGrid()->ReportDoubleClick();
 }
 
-void LogicTest::Scan(const std::string& folder) {
-    Do([&] {
-        Console().FoldNumber = 1;
-        Console().Setting_Data.Set(22, folder);
-        Console().FolderThread()->Kill();
-        Console().FolderThread()->Run();
-    });
-    Settle();
+void LogicTest::ExpectWhole() {
+    const Mainform& console = Console();
+    const auto& twin = Monitor().QTM();
+    const bool open = !console.QTM()->Movie().IsNil();
+    const auto expect = [](const Window& form, bool fileOpen, bool plays) {
+        const auto& player = form.Control<MoviePlayer>("QTM");
+        const bool isOpen = !player->Movie().IsNil();
+        EXPECT_EQ(fileOpen, isOpen);
+        EXPECT_EQ(player->Running(), plays);
+        for (const char* button : {"QTM_PlayButton", "QTM_FrameFreeDownButton", "QTM_FrameFreeUpButton"})
+            EXPECT_EQ(form.Control<BevelButton>(button)->Enabled(), isOpen) << form.Name() << button;
+        EXPECT_EQ(form.Control<Slider>("QTM_PosBar")->Enabled(), isOpen) << form.Name();
+        const std::string mode = form.Control<StaticText>("PlayModeLabel")->Caption();
+        EXPECT_TRUE(plays    ? mode == "再生中"
+                    : isOpen ? mode == "一時停止" || mode == "停止"
+                             : mode.empty())
+            << form.Name() << mode;
+    };
+    expect(console, console.FileOpen_Flag, console.Play_Flag);
+    expect(Sound(), console.mFileOpen_Flag, console.mPlay_Flag);
+    EXPECT_EQ(twin->Movie().IsNil(), !open);
+    EXPECT_EQ(twin->Running(), console.QTM()->Running());
+    for (const auto& player : {console.QTM(), twin})
+        EXPECT_EQ(player->Visible(), open);
+    for (const auto& curtain : {console.DummyBack(), Monitor().DummyBack()})
+        EXPECT_EQ(curtain->Visible(), !open);
+    for (const auto& logo : {console.DummyQTM(), Monitor().DummyQTM()})
+        EXPECT_EQ(logo->Visible(), !open);
+    EXPECT_TRUE(console.FileOpen_Flag || !console.Mark_Flag);
+    EXPECT_FALSE(console.Loop_Flag && console.List_Flag);
+    EXPECT_FALSE(console.mLoop_Flag && console.mList_Flag);
+    EXPECT_EQ(console.VolumeLabel()->Enabled(), !console.Mute_Flag);
+    EXPECT_TRUE(!console.Mute_Flag || twin->Volume() == 0);
+    EXPECT_TRUE(!open || console.QTM()->Volume() == 0) << "the preview is silent";
+    EXPECT_LE(Marked(console.StrGrid()).size(), 1U);
+    EXPECT_LE(Marked(console.mStrGrid()).size(), 1U);
 }
 
-void LogicTest::ScanUntil(const std::string& folder, std::int32_t matches) {
-    Do([&] {
-        Console().FoldNumber = 1;
-        Console().File_Count = 0;
-        Console().Setting_Data.Set(22, folder);
-        Console().FolderThread()->Kill();
-        Console().FolderThread()->Run();
-    });
+void LogicTest::BeginScan(const std::string& folder, bool sound) {
+    Do([&] { Console().Setting_Data.Set(sound ? 33 : 22, folder); });
+    (sound ? Console().mFold(1) : Console().Fold(1))->ReportClick();
+}
+
+void LogicTest::ScanUntil(const std::string& folder, std::int32_t matches, bool sound) {
+    std::int32_t& count = sound ? Console().mFile_Count : Console().File_Count;
+    count = 0;
+    BeginScan(folder, sound);
     // Turn by turn instead of by slices, so that the place where it stops is certain.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (Console().File_Count < matches && std::chrono::steady_clock::now() < deadline) {
+    while (count < matches && std::chrono::steady_clock::now() < deadline) {
         TheRuntime().RunPosted(); // what the worker that reads the folder has to say
         TheRuntime().Threads().OneTurnEach();
     }
-    ASSERT_EQ(Console().File_Count, matches);
+    ASSERT_EQ(count, matches);
 }
 
 std::vector<std::string> LogicTest::Names(const Ref<Listbox>& list) {

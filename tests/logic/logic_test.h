@@ -27,6 +27,10 @@ protected:
 
     /// Makes a folder of files, one a name; names that end in "/" become folders. Its path in colon form.
     std::string MakeMedia(const std::string& folder, std::initializer_list<std::string_view> names);
+    /// A folder of a movie and a sound of each name; its path in colon form.
+    std::string MakeFiles(const std::string& folder, std::initializer_list<std::string> names);
+    /// The same, of `count` files "1", "2" and so on.
+    std::string MakeMany(const std::string& folder, int count);
     /// Writes a settings file of the default lines, changed here and there.
     void WriteSettings(const Lines& changed);
     /// The settings file as it lies on disc, "" if it is not there.
@@ -49,14 +53,16 @@ protected:
 
     /// A key of the console's bar.
     void Choose(std::string_view item) { Console().ReportMenuChosen(item); }
+    /// What must hold of both transports, whatever was done.
+    static void ExpectWhole();
     /// A double click on a row of the movie list.
     void Open(std::int32_t row);
     /// The sound list's page in front, and a double click on a row of it.
     void OpenSound(std::int32_t row);
-    /// Lists the folder anew in the movie list, and waits for the end of it.
-    void Scan(const std::string& folder);
-    /// The same, but stops after so many items; Settle then goes on with it.
-    void ScanUntil(const std::string& folder, std::int32_t matches);
+    /// Lists that folder in the movie or the sound list, by its first button.
+    void BeginScan(const std::string& folder, bool sound);
+    /// The same, and stops after so many items; Settle then goes on with it.
+    void ScanUntil(const std::string& folder, std::int32_t matches, bool sound);
     /// Column 1 of the rows that are not blank.
     static std::vector<std::string> Names(const Ref<Listbox>& list);
     /// The rows that bear the mark.

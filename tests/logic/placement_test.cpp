@@ -12,47 +12,36 @@ protected:
 };
 
 TEST_F(PlacementTest, TheSettingsPickOneOfThePlacements) {
-    enum class Place { Second, First, Windowed, Design };
-    const struct {
-        int screens;
-        const char* dual;
-        const char* full;
-        const char* hide;
-        Place place;
-        bool visible;
-    } cases[] = {
-        {2, "true", "false", "false", Place::Second, true},
-        {2, "true", "true", "true", Place::Second, false}, // dual display wins, then line 8 hides
-        {2, "TRUE", "", "false", Place::Second, true},
-        {1, "true", "false", "false", Place::Windowed, true},
-        {1, "true", "true", "true", Place::Windowed, false},
-        {2, "false", "true", "true", Place::First, false},
-        {1, "false", "true", "false", Place::First, true},
-        {1, "false", "false", "true", Place::Design, false},
-        {1, "false", "false", "false", Place::Windowed, true},
-        {2, "false", "false", "x", Place::Windowed, false},
-        {1, "false", "", "false", Place::Design, true},
-        {2, "yes", "true", "false", Place::Design, true},
-        {2, "", "true", "", Place::Design, false},
+    const Rect second = {1600, 100, 1920, 1}; // as left, top, width of the player, full screen or not
+    const Rect first = {0, 0, 1600, 1};
+    const Rect windowed = {0, 426, 640, 0};
+    const Rect design = {0, 0, 320, 0};
+    const std::tuple<int, std::string, const char*, std::string, Rect, bool> cases[] = {
+        {2, "true", "false", "false", second, true},
+        {2, "true", "true", "true", second, false}, // dual display wins, then line 8 hides
+        {2, "TRUE", "", "false", second, true},
+        {1, "true", "false", "false", windowed, true},
+        {1, "true", "true", "true", windowed, false},
+        {2, "false", "true", "true", first, false},
+        {1, "false", "true", "false", first, true},
+        {1, "false", "false", "true", design, false},
+        {1, "false", "false", "false", windowed, true},
+        {2, "false", "false", "x", windowed, false},
+        {1, "false", "", "false", design, true},
+        {2, "yes", "true", "false", design, true},
+        {2, "", "true", "", design, false},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::to_string(c.screens) + " " + c.dual + " " + c.full + " " + c.hide);
-        SetScreens(c.screens, 1199);
-        WriteSettings({{2, c.dual}, {4, c.full}, {8, c.hide}});
+    for (const auto& [screens, dual, full, hide, place, visible] : cases) {
+        SCOPED_TRACE(std::to_string(screens) + " " + dual + " " + full + " " + hide);
+        SetScreens(screens, 1199);
+        WriteSettings({{2, dual}, {4, full}, {8, hide}});
         Start();
         const MonitorForm& monitor = Monitor();
-        EXPECT_EQ(monitor.Visible(), c.visible);
-        EXPECT_EQ(Console().AltX_Key()->AutoEnable(), c.visible || std::string(c.hide) == "false");
-        EXPECT_EQ(monitor.FullScreen(), c.place == Place::Second || c.place == Place::First);
-        EXPECT_EQ(monitor.Left(), c.place == Place::Second ? 1600 : 0);
-        EXPECT_EQ(monitor.Top(), c.place == Place::Second ? 100 : c.place == Place::Windowed ? 426 : 0);
-        const std::int32_t width = c.place == Place::Second   ? 1920
-                                   : c.place == Place::First  ? 1600
-                                   : c.place == Place::Design ? 320
-                                                              : 640;
-        EXPECT_EQ(monitor.QTM()->Width(), width);
-        EXPECT_EQ(Console().Setting_Data(2),
-                  c.screens == 1 && std::string(c.dual) == "true" ? "false" : c.dual);
+        EXPECT_EQ(monitor.Visible(), visible);
+        EXPECT_EQ(Console().AltX_Key()->AutoEnable(), hide == "false");
+        EXPECT_EQ((Rect{monitor.Left(), monitor.Top(), monitor.QTM()->Width(), monitor.FullScreen() ? 1 : 0}),
+                  place);
+        EXPECT_EQ(Console().Setting_Data(2), screens == 1 && dual == "true" ? "false" : dual);
         End();
     }
 }
@@ -101,54 +90,43 @@ TEST_F(PlacementTest, TheDisplaysMayStandInAnyOrderAndChange) {
 }
 
 TEST_F(PlacementTest, TheWindowedMonitorGrowsWithTheScreen) {
-    const struct {
-        int height;
-        std::int32_t width;
-        std::int32_t windowHeight;
-    } cases[] = {{1023, 320, 240}, {1024, 640, 480}, {1199, 640, 480}, {1200, 800, 600}};
-    for (const auto& [height, width, windowHeight] : cases) {
-        SCOPED_TRACE(height);
-        SetScreens(1, height);
+    const std::tuple<int, std::int32_t, std::int32_t> cases[] = {
+        {1023, 320, 240}, {1024, 640, 480}, {1199, 640, 480}, {1200, 800, 600}};
+    for (const auto& [screen, width, height] : cases) {
+        SCOPED_TRACE(screen);
+        SetScreens(1, screen);
         Start();
-        ExpectSize(&Monitor(), width, windowHeight);
-        ExpectSize(Monitor().DummyBack(), width, windowHeight);
+        ExpectSize(&Monitor(), width, height);
+        ExpectSize(Monitor().DummyBack(), width, height);
+        ExpectSize(Monitor().QTM(), width, height + 16);
         EXPECT_EQ(Monitor().DummyQTM()->Left(), width / 2 - 80);
-        EXPECT_EQ(Monitor().DummyQTM()->Top(), windowHeight / 2 - 60);
-        ExpectSize(Monitor().QTM(), width, windowHeight + 16);
+        EXPECT_EQ(Monitor().DummyQTM()->Top(), height / 2 - 60);
         EXPECT_EQ(SettingsText().substr(0, 24), "// DualDisplayMode\ntrue\n") << "the wish stays in the file";
         End();
     }
 }
 
 TEST_F(PlacementTest, EveryOpenSizesThePlayersAnew) {
-    const struct {
-        const char* dual;
-        const char* full;
-        int screens;
-        int height;
-        std::int32_t width;
-        std::int32_t playerHeight;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int, int, std::int32_t, std::int32_t> cases[] = {
         {"true", "false", 2, 1200, 1920, 1096}, {"true", "true", 1, 1025, 800, 616},
         {"true", "", 1, 1024, 640, 496},        {"true", "false", 1, 1023, 320, 256},
         {"false", "true", 2, 1200, 1600, 1216}, {"false", "false", 1, 1200, 800, 616},
         {"false", "false", 1, 1199, 640, 496},  {"false", "false", 1, 1024, 640, 496},
         {"false", "false", 2, 1023, 320, 256},  {"false", "x", 1, 1200, 123, 45},
-        {"", "true", 2, 1200, 123, 45},
-    };
+        {"", "true", 2, 1200, 123, 45}};
     StartWithMedia({"a.mov"});
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.dual) + " " + c.full + " " + std::to_string(c.height));
-        SetScreens(c.screens, c.height);
-        Do([&] {
-            Console().Setting_Data.Set(2, c.dual); // as a save in the run does
-            Console().Setting_Data.Set(4, c.full);
+    for (const auto& [dual, full, screens, screen, width, height] : cases) {
+        SCOPED_TRACE(std::string(dual) + full + std::to_string(screen));
+        SetScreens(screens, screen);
+        Console().Setting_Data.Set(2, dual); // as a save in the run does
+        Console().Setting_Data.Set(4, full);
+        Do([] {
             Monitor().QTM()->SetWidth(123);
             Monitor().QTM()->SetHeight(45);
         });
         Open(0);
         ExpectSize(Console().QTM(), 320, 256);
-        ExpectSize(Monitor().QTM(), c.width, c.playerHeight);
+        ExpectSize(Monitor().QTM(), width, height);
     }
 }
 

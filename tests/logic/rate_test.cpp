@@ -1,55 +1,55 @@
-#include "logic_test.h"
+#include "twin_test.h"
 
 namespace kirolane::tests {
 
-class RateTest : public LogicTest {
+class RateTest : public TwinTest {
 protected:
-    void SetUp() override { StartWithMedia({"a.mov", "b.mov"}); }
+    void SetUp() override { StartWithFiles({"a", "b"}); }
 
     static void Expect(std::int32_t value, double factor, const char* caption) {
-        EXPECT_EQ(Console().Rate()->Value(), value);
-        EXPECT_EQ(Console().Rate_Flag, factor);
-        EXPECT_EQ(Console().QTM()->Rate(), factor);
-        EXPECT_EQ(Monitor().QTM()->Rate(), factor);
-        EXPECT_EQ(Console().RateText()->Caption(), caption);
-        EXPECT_EQ(Sound().QTM()->Rate(), 1.0);
+        EXPECT_EQ(In<Slider>("Rate")->Value(), value);
+        EXPECT_EQ(Either(Console().Rate_Flag, Console().mRate_Flag), factor);
+        EXPECT_EQ(Text("RateText"), caption);
+        EXPECT_EQ(Player()->Rate(), factor);
+        EXPECT_EQ(Monitor().QTM()->Rate(), Either(factor, 1.0));
+        EXPECT_EQ(Either(Sound().QTM(), Console().QTM())->Rate(), 1.0) << "the other transport's";
     }
 };
 
-TEST_F(RateTest, KeysStepThroughTheElevenSpeeds) {
+INSTANTIATE_TEST_SUITE_P(Of, RateTest, ::testing::Bool(), TwinName);
+
+TEST_P(RateTest, KeysStepThroughTheElevenSpeeds) {
     Expect(5, 1.0, "Rate：±０");
-    for (int i = 0; i < 6; ++i)
-        Choose("SpeedUp");
+    const auto press = [&](const char* key, int times) {
+        for (int i = 0; i < times; ++i)
+            Act(key);
+    };
+    press("SpeedUp", 6);
     Expect(10, 1.35, "Rate：＋５");
-    for (int i = 0; i < 5; ++i)
-        Choose("SpeedDown");
+    press("SpeedDown", 5);
     Expect(5, 1.0, "Rate： ±０");
-    for (int i = 0; i < 6; ++i)
-        Choose("SpeedDown");
+    press("SpeedDown", 6);
     Expect(0, 0.75, "Rate：−５");
 }
 
-TEST_F(RateTest, TheSliderActsWhileDraggedAndOnceMoreOnRelease) {
-    Open(0);
-    Choose("PlayStatusChangeKey");
-    Console().Rate()->ReportValue(9);
+TEST_P(RateTest, TheSliderActsWhileDraggedAndOnceMoreOnReleaseAndHoldsForTheNextFile) {
+    Act("open 0");
+    Act("PlayStatusChangeKey");
+    In<Slider>("Rate")->ReportValue(9);
     Expect(9, 1.24, "Rate：＋４");
     Do([] {
-        Console().QTM()->SetRate(1.0);
-        Console().RateText()->SetText("x");
+        Player()->SetRate(1.0);
+        In<StaticText>("RateText")->SetText("x");
     });
-    Console().Rate()->ReportMouseUp(0, 0);
+    In<Slider>("Rate")->ReportMouseUp(0, 0);
     Expect(9, 1.24, "Rate：＋４");
-    EXPECT_FALSE(Console().QTM()->Running());
-}
-
-TEST_F(RateTest, TheSpeedHoldsForTheNextMovie) {
-    Choose("SpeedDown");
-    Open(0);
-    Open(1);
-    Advance(1000);
-    EXPECT_NEAR(Monitor().QTM()->Position(), 0.95, 1e-9);
-    Expect(4, 0.95, "Rate：−１");
+    Walk({{"PlayStatusChangeKey", "再生中 a 0 bar 0"},
+          {"wait 1000", "再生中 a 1.24 bar 1"},
+          {"SpeedDown", "再生中 a 1.24 bar 1"},
+          {"wait 1000", "再生中 a 2.44 bar 2"},
+          {"open 1", "再生中 b 0 bar 0"},
+          {"wait 1000", "再生中 b 1.2 bar 1"}});
+    Expect(8, 1.2, "Rate：＋３");
 }
 
 } // namespace kirolane::tests

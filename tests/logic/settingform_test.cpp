@@ -4,6 +4,7 @@
 #include "support/captured_stderr.h"
 
 #include <filesystem>
+#include <tuple>
 
 namespace kirolane::tests {
 
@@ -15,7 +16,7 @@ protected:
     static const std::string& Line(std::int32_t n) { return Console().Setting_Data(n); }
     static std::string Message() { return Form().MessageLabel()->Caption(); }
 
-    /// The boxes as "dual full hide", each "-" off, "x" on, in brackets while it cannot be pressed.
+    /// Dual display, full screen, hide: each "-" off, "x" on, in brackets while it cannot be pressed.
     static std::string Boxes() {
         std::string text;
         for (const auto& box : {Form().DisplayMode_Check(), Form().FullScreen_Check(), Form().Hide_Check()}) {
@@ -26,34 +27,26 @@ protected:
     }
 };
 
-TEST_F(SettingFormTest, IsHiddenUntilCalled) {
+TEST_F(SettingFormTest, ASaveOfTheDefaultsChangesFourMarkersAndTheFile) {
+    SetScreens(2);
     Start();
-    EXPECT_FALSE(Form().Visible());
-    Monitor().ReportMenuChosen("Shortcut_Setting");
-    EXPECT_TRUE(Form().Visible());
+    std::map<std::int32_t, std::string> lines;
+    for (std::int32_t n = 1; n <= 200; ++n)
+        lines[n] = Line(n);
+    Show();
     EXPECT_TRUE(Console().SettingForm_Flag);
     EXPECT_EQ(Form().FreeSeek_Popup()->Rows().size(), 19U);
     EXPECT_EQ(Form().FreeSeek_Popup()->Rows()[2], "2分");
     EXPECT_EQ(Form().FreeSeek_Popup()->ListIndex(), 2);
-}
-
-TEST_F(SettingFormTest, ASaveOfTheDefaultsChangesFourMarkersAndTheFile) {
-    SetScreens(2);
-    Start();
-    std::vector<std::string> before;
-    for (std::int32_t n = 0; n <= 200; ++n)
-        before.push_back(Line(n));
-    Show();
     Save();
-    EXPECT_EQ(Message(), "設定を確定しました");
     EXPECT_TRUE(Form().Visible());
-    const std::map<std::int32_t, std::string> changed = {
-        {1, "// DisplayMode"}, {3, "// FullScreen"}, {13, "// -Sound"}, {21, "// Path"}};
+    for (const auto& [n, marker] :
+         Lines{{1, "// DisplayMode"}, {3, "// FullScreen"}, {13, "// -Sound"}, {21, "// Path"}})
+        lines[n] = marker;
     std::string text;
-    for (std::int32_t n = 1; n <= 200; ++n) {
-        const auto it = changed.find(n);
-        EXPECT_EQ(Line(n), it == changed.end() ? before[static_cast<std::size_t>(n)] : it->second) << n;
-        text += Line(n) + "\n";
+    for (const auto& [n, line] : lines) {
+        EXPECT_EQ(Line(n), line) << n;
+        text += line + "\n";
     }
     EXPECT_EQ(SettingsText(), text);
 }
@@ -68,67 +61,67 @@ TEST_F(SettingFormTest, TheBoxesShowTheFourModesAndKeepThemApart) {
         {"", "x", "0", "x(-)(-)"},
     };
     for (const auto& [dual, full, hide, boxes] : modes) {
-        SCOPED_TRACE(std::string(dual) + full + hide);
         SetScreens(2);
         WriteSettings({{2, dual}, {4, full}, {8, hide}});
         Start();
         Show();
-        EXPECT_EQ(Boxes(), boxes);
+        EXPECT_EQ(Boxes(), boxes) << dual << full << hide;
         End();
     }
     WriteSettings({{2, "false"}});
     Start();
     Show();
-    Form().Hide_Check()->ReportClick();
-    EXPECT_EQ(Boxes(), "--x");
-    Form().FullScreen_Check()->ReportClick();
-    EXPECT_EQ(Boxes(), "-x(-)");
-    Form().DisplayMode_Check()->ReportClick();
-    EXPECT_EQ(Boxes(), "x(-)(-)");
+    const auto dual = Form().DisplayMode_Check();
+    const auto full = Form().FullScreen_Check();
+    const auto hide = Form().Hide_Check();
+    const std::pair<Ref<CheckBox>, const char*> presses[] = {
+        {hide, "--x"},   {full, "-x(-)"}, {dual, "x(-)(-)"}, {dual, "---"},
+        {full, "-x(-)"}, {full, "---"},   {dual, "x(-)(-)"}, {Form().WindowColor_Check(), "x(-)(-)"},
+        {dual, "---"},   {hide, "--x"}};
+    for (const auto& [box, boxes] : presses) {
+        Save();
+        const std::string saved = Line(2) + Line(4) + Line(6) + Line(8);
+        EXPECT_EQ(Message(), "設定を確定しました");
+        box->ReportClick();
+        EXPECT_EQ(Boxes(), boxes);
+        EXPECT_EQ(Message(), "");
+        EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), saved) << "until the save";
+    }
     Save();
-    EXPECT_EQ(Line(2) + Line(4) + Line(8), "truefalsefalse");
-    Form().DisplayMode_Check()->ReportClick();
-    EXPECT_EQ(Boxes(), "---");
-    EXPECT_EQ(Message(), "");
-    Form().FullScreen_Check()->ReportClick();
-    Form().FullScreen_Check()->ReportClick();
-    EXPECT_EQ(Boxes(), "---");
-    Form().WindowColor_Check()->ReportClick();
+    EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), "falsefalsetruetrue");
+    full->ReportClick();
     Save();
-    EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), "falsefalsetruefalse");
+    EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), "falsetruetruefalse");
 }
 
-TEST_F(SettingFormTest, ArrowsStepTheFolderNumberWithinOneAndTen) {
-    WriteSettings({{16, "9"}, {18, "2"}});
+TEST_F(SettingFormTest, ArrowsStepTheFolderNumberWithinOneAndTenAndStepsAreChosen) {
+    WriteSettings({{12, "0"}, {14, "abc"}, {16, "9"}, {18, "2"}});
     Start();
     Show();
-    const auto number = [] { return Form().FolderNumber_Edit()->Text(); };
-    Form().UpDownArrow()->ReportUp();
-    EXPECT_EQ(number(), "10");
-    Save();
-    Form().UpDownArrow()->ReportUp();
-    EXPECT_EQ(number(), "10");
-    EXPECT_EQ(Message(), "") << "emptied all the same";
-    Form().UpDownArrow()->ReportDown();
-    EXPECT_EQ(number(), "9");
-    Form().mUpDownArrow()->ReportDown();
-    Form().mUpDownArrow()->ReportDown();
-    EXPECT_EQ(Form().mFolderNumber_Edit()->Text(), "1");
+    const auto movie = Form().UpDownArrow();
+    const auto sound = Form().mUpDownArrow();
+    const std::tuple<Ref<UpDownArrows>, void (UpDownArrows::*)(), const char*> presses[] = {
+        {movie, &UpDownArrows::ReportUp, "10 2"},  {movie, &UpDownArrows::ReportUp, "10 2"},
+        {movie, &UpDownArrows::ReportDown, "9 2"}, {sound, &UpDownArrows::ReportUp, "9 3"},
+        {sound, &UpDownArrows::ReportDown, "9 2"}, {sound, &UpDownArrows::ReportDown, "9 1"},
+        {sound, &UpDownArrows::ReportDown, "9 1"}};
+    for (const auto& [arrows, press, numbers] : presses) {
+        Save();
+        ((*arrows).*press)();
+        EXPECT_EQ(Form().FolderNumber_Edit()->Text() + " " + Form().mFolderNumber_Edit()->Text(), numbers);
+        EXPECT_EQ(Message(), "");
+    }
+    for (const auto& popup : {Form().FreeSeek_Popup(), Form().mFreeSeek_Popup()}) {
+        EXPECT_EQ(popup->ListIndex(), -1) << "a bad step chooses nothing";
+        Save();
+        popup->ReportChoice(18);
+        EXPECT_EQ(Message(), "");
+    }
+    EXPECT_EQ(Line(12) + Line(14) + Line(16) + Line(18), "19091") << "the second step is not saved yet";
     Do([] { Form().FolderNumber_Edit()->SetText("x"); });
-    Form().UpDownArrow()->ReportUp();
-    EXPECT_EQ(number(), "x");
-}
-
-TEST_F(SettingFormTest, ABadStepChoosesNothingAndIsSavedAsNone) {
-    WriteSettings({{12, "0"}, {14, "abc"}});
-    Start();
-    Show();
-    EXPECT_EQ(Form().FreeSeek_Popup()->ListIndex(), -1);
-    EXPECT_EQ(Form().mFreeSeek_Popup()->ListIndex(), -1);
-    Form().mFreeSeek_Popup()->ReportChoice(18);
+    movie->ReportUp();
     Save();
-    EXPECT_EQ(Line(12), "0");
-    EXPECT_EQ(Line(14), "19");
+    EXPECT_EQ(Line(14) + Line(16), "19x");
 }
 
 TEST_F(SettingFormTest, AChosenFolderActsOnceItIsSaved) {
@@ -136,21 +129,22 @@ TEST_F(SettingFormTest, AChosenFolderActsOnceItIsSaved) {
     const std::string chosen = MakeMedia("chosen", {"x.mov"});
     Show();
     Save();
-    Windows().PrepareFolder(Folder().Path("chosen"), [] { EXPECT_FALSE(Form().Visible()); });
-    Form().Folder_Bevel(1)->ReportClick();
-    EXPECT_TRUE(Form().Visible());
-    EXPECT_EQ(Form().Folder_Edit(1)->Text(), chosen);
-    EXPECT_EQ(Message(), "");
+    Form().Folder_Bevel(2)->ReportClick(); // cancelled
+    EXPECT_EQ(Message(), "設定を確定しました");
+    const Ref<EditField> fields[] = {Form().Folder_Edit(1), Form().mFolder_Edit(10)};
+    for (const auto& bevel : {Form().Folder_Bevel(1), Form().mFolder_Bevel(10)}) {
+        Windows().PrepareFolder(Folder().Path("chosen"), [] { EXPECT_FALSE(Form().Visible()); });
+        bevel->ReportClick();
+        EXPECT_TRUE(Form().Visible());
+        EXPECT_EQ(Message(), "");
+    }
+    for (const auto& field : fields)
+        EXPECT_EQ(field->Text(), chosen);
     EXPECT_NE(Line(22), chosen);
-    Windows().PrepareFolder(Folder().Path("chosen"));
-    Form().mFolder_Bevel(10)->ReportClick();
-    EXPECT_EQ(Form().mFolder_Edit(10)->Text(), chosen);
 
     Do([] { Console().Setting_Data.Set(43, "Root:x:"); });
     Save();
-    EXPECT_EQ(Line(22), chosen);
-    EXPECT_EQ(Line(42), chosen);
-    EXPECT_EQ(Line(43), "Sfolder");
+    EXPECT_EQ(Line(22) + Line(42) + Line(43), chosen + chosen + "Sfolder");
     EXPECT_EQ(Console().Fold(1)->HelpTag(), chosen);
     Settle();
     EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"a.mov"}) << "no scan is started";
@@ -158,25 +152,18 @@ TEST_F(SettingFormTest, AChosenFolderActsOnceItIsSaved) {
     Settle();
     EXPECT_EQ(Names(Console().StrGrid()), std::vector<std::string>{"x.mov"});
 
-    Form().Folder_Bevel(2)->ReportClick(); // cancelled
-    EXPECT_EQ(Message(), "設定を確定しました");
-}
-
-TEST_F(SettingFormTest, AFolderThatAFileOfLinesCannotHoldIsRefusedInOneLine) {
-    Start();
-    Show();
-    const std::string before = Form().Folder_Edit(4)->Text();
+    // One that a file of lines cannot hold is refused.
     CapturedStderr captured;
     Windows().PrepareFolder(Folder().MakeFolder("line\nbreak/inner"));
-    Form().Folder_Bevel(4)->ReportClick();
+    Form().Folder_Bevel(1)->ReportClick();
     const auto lines = captured.Lines();
     ASSERT_EQ(lines.size(), 1U);
     EXPECT_NE(lines[0].find("line break:inner:"), std::string::npos) << lines[0];
-    EXPECT_EQ(Form().Folder_Edit(4)->Text(), before);
+    EXPECT_EQ(Form().Folder_Edit(1)->Text(), chosen);
     EXPECT_TRUE(Form().Visible());
 }
 
-TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOne) {
+TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOneAndASaveThatFailsSaysSoInOneLine) {
     StartWithMedia({"a.mov"});
     Show();
     const std::string gone = Line(22);
@@ -184,12 +171,6 @@ TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOne) {
     Save();
     EXPECT_EQ(Line(22), ToColonPath(Folder().Path("application"), true));
     EXPECT_EQ(Form().Folder_Edit(1)->Text(), gone) << "until it is shown again";
-}
-
-TEST_F(SettingFormTest, ASaveThatCannotBeWrittenSaysSoInOneLine) {
-    Start();
-    Show();
-    Save();
     std::filesystem::remove_all(Folder().Path("home/Library/Application Support/Kirolane"));
     CapturedStderr captured;
     Save();

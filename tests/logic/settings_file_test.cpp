@@ -1,5 +1,8 @@
 #include "contract/core/colon_path.h"
 #include "logic_test.h"
+#include "support/as_user.h"
+
+#include <filesystem>
 
 namespace kirolane::tests {
 
@@ -58,6 +61,18 @@ TEST_F(SettingsFileTest, AShortFileLeavesTheOtherLinesEmpty) {
     EXPECT_FALSE(Monitor().Visible()) << "a bad line 8 hides it";
     EXPECT_EQ(Console().FoldNumber, 0);
     EXPECT_EQ(SettingsText(), "x");
+}
+
+TEST_F(SettingsFileTest, AFileThatIsNotThereOrMayNotBeReadFailsTheStartAndIsNamed) {
+    WriteSettings({});
+    const std::string file = Folder().Path(kSettings);
+    OpenToAll(Folder().Path("home"));
+    OpenToAll(Folder().Path());
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    RunAsOrdinaryUser([&] { EXPECT_NE(StartFailure().find(file), std::string::npos); });
+    std::filesystem::remove(file); // in a folder that is there: somebody's settings are gone
+    EXPECT_NE(StartFailure().find(file), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(file)) << "it is not made anew";
 }
 
 } // namespace kirolane::tests

@@ -11,77 +11,60 @@ namespace kirolane::tests {
 
 class StartTest : public LogicTest {};
 
-TEST_F(StartTest, StandsIdleWithTheCurtainUpAndTheOtherFormsHidden) {
+TEST_F(StartTest, StandsIdleWithTheCurtainUpAndTheConsoleInFront) {
     SetScreens(2);
+    Windows().UseDesktop();
     Start();
     const Mainform& console = Console();
+    EXPECT_EQ(Windows().ActiveWindow(), "Mainform");
+    EXPECT_TRUE(console.Visible() && Monitor().Visible());
+    EXPECT_FALSE(Sound().Visible() || Instance<SettingForm>()->Visible() || Instance<VerForm>()->Visible());
     EXPECT_EQ(console.Title(), "Kirolane");
-    EXPECT_TRUE(console.Visible());
-    EXPECT_TRUE(Monitor().Visible());
-    EXPECT_FALSE(Sound().Visible());
-    EXPECT_FALSE(Instance<SettingForm>()->Visible());
-    EXPECT_FALSE(Instance<VerForm>()->Visible());
     EXPECT_EQ(console.VolumeName, ToColonPath(Folder().Path("home"), true));
-
+    EXPECT_EQ(console.Volume_Flag, 80);
+    EXPECT_EQ(console.mVolume_Flag, 80);
     for (const auto& list : {console.StrGrid(), console.mStrGrid()}) {
         EXPECT_EQ(list->ListCount(), 26);
         EXPECT_EQ(list->Cell(0, 1), "");
+        EXPECT_EQ(list->Heading(0) + list->Heading(1) + list->Heading(2), " ファイル名時間");
     }
-    EXPECT_FALSE(console.QTM()->Visible());
-    EXPECT_FALSE(console.QTM_PlayButton()->Enabled());
-    EXPECT_FALSE(console.QTM_PosBar()->Enabled());
-    EXPECT_TRUE(console.DummyBack()->Visible());
+    EXPECT_EQ(console.DummyQTM()->Left() - console.DummyBack()->Left(), 80);
+    EXPECT_EQ(console.DummyQTM()->Top() - console.DummyBack()->Top(), 60);
+    ExpectWhole();
 }
 
-TEST_F(StartTest, FolderNumbersChooseTheFirstScans) {
-    const struct {
-        const char* line;
-        std::int32_t number; ///< 0: no button, no scan
-    } cases[] = {{"1", 1}, {"10", 10}, {"0", 0}, {"11", 0}, {"", 0}, {"01", 0}};
-    const std::string media = MakeMedia("media", {"a.mov", "b.wav"});
-    for (const auto& [text, number] : cases) {
-        SCOPED_TRACE(text);
-        WriteSettings({{16, text}, {18, text}, {22, media}, {31, media}, {33, media}, {42, media}});
-        Start();
-        EXPECT_EQ(Console().FoldNumber, number);
-        EXPECT_EQ(Console().mFoldNumber, number);
-        EXPECT_EQ(Console().File_Count, number == 0 ? 0 : 1);
-        EXPECT_EQ(Console().mFile_Count, number == 0 ? 0 : 1);
-        for (std::int32_t n = 1; n <= 10; ++n) {
-            EXPECT_EQ(Console().Fold(n)->Value(), n == number);
-            EXPECT_EQ(Console().mFold(n)->Value(), n == number);
-        }
-        EXPECT_FALSE(Console().Fold(99)->Value());
-        End();
-    }
-}
-
-TEST_F(StartTest, AFolderThatIsGoneBecomesTheOwnFolderInMemory) {
-    const std::string gone = ToColonPath(Folder().Path("gone"), true);
+TEST_F(StartTest, LinesChooseFirstScansColourAndFolders) {
+    const std::tuple<const char*, std::int32_t, const char*, bool> cases[] = {
+        // with 0 no button is down
+        {"1", 1, "true", true}, {"10", 10, "TRUE", true}, {"0", 0, "false", false},
+        {"11", 0, "", false},   {"", 0, "1", false},      {"01", 0, "false", false}};
+    const std::string media = MakeFiles("media", {"a"});
     const std::string own = ToColonPath(Folder().Path("application"), true);
-    const std::string there = MakeMedia("there", {});
-    WriteSettings({{24, gone}, {25, there}, {35, gone}});
-    const std::string before = SettingsText();
-    Start();
-    EXPECT_EQ(Console().Setting_Data(24), own);
-    EXPECT_EQ(Console().Fold(3)->HelpTag(), own);
-    EXPECT_EQ(Console().Fold(4)->HelpTag(), there);
-    EXPECT_EQ(Console().mFold(3)->HelpTag(), own);
-    EXPECT_EQ(Console().Fold(99)->HelpTag(), "");
-    EXPECT_EQ(SettingsText(), before);
-}
-
-TEST_F(StartTest, TheConsoleTakesItsColour) {
-    const struct {
-        const char* line;
-        bool flat;
-    } cases[] = {{"true", true}, {"TRUE", true}, {"false", false}, {"", false}, {"1", false}};
-    for (const auto& [text, flat] : cases) {
-        SCOPED_TRACE(text);
-        WriteSettings({{6, text}});
+    for (const auto& [number, folder, colour, flat] : cases) {
+        SCOPED_TRACE(std::string(number) + colour);
+        WriteSettings({{6, colour},
+                       {16, number},
+                       {18, number},
+                       {22, media},
+                       {24, "Root:gone:"},
+                       {31, media},
+                       {33, media},
+                       {35, "Root:gone:"},
+                       {42, media}});
+        const std::string before = SettingsText();
         Start();
+        for (const std::int32_t chosen : {Console().FoldNumber, Console().mFoldNumber})
+            EXPECT_EQ(chosen, folder);
+        for (const std::int32_t count : {Console().File_Count, Console().mFile_Count})
+            EXPECT_EQ(count, folder == 0 ? 0 : 1);
+        for (const std::int32_t n : {1, 2, 3, 9, 10, 99})
+            for (const auto& button : {Console().Fold(n), Console().mFold(n)}) {
+                EXPECT_EQ(button->Value(), n == folder);
+                EXPECT_EQ(button->HelpTag(), n == 99 ? "" : n == 1 || n == 10 ? media : own); // one is gone
+            }
         EXPECT_EQ(Console().HasBackColor(), flat);
         EXPECT_EQ(Console().BackColor(), flat ? kFlat : kWhite);
+        EXPECT_EQ(SettingsText(), before);
         End();
     }
 }

@@ -1,210 +1,96 @@
-#include "logic_test.h"
+#include "twin_test.h"
 
 namespace kirolane::tests {
 
-namespace {
-/// The state of the transport as the flags and controls tell it.
-enum class State { Closed, Playing, Paused, Stopped };
-} // namespace
-
-class TransportTest : public LogicTest {
+class TransportTest : public TwinTest {
 protected:
     void SetUp() override {
-        Media().Script("a.mov", {.length = 60.5});
-        Media().Script("b.mov", {.length = 30.0});
-        Media().Script("bad.mov", {.opens = false});
-        StartWithMedia({"a.mov", "b.mov", "bad.mov"});
-    }
-
-    static void ExpectState(State state) {
-        const Mainform& console = Console();
-        const bool open = state != State::Closed;
-        const bool playing = state == State::Playing;
-        const char* mode = state == State::Closed    ? ""
-                           : state == State::Playing ? "再生中"
-                           : state == State::Paused  ? "一時停止"
-                                                     : "停止";
-        for (const auto& player : {console.QTM(), Monitor().QTM()}) {
-            EXPECT_EQ(player->Movie().IsNil(), !open);
-            EXPECT_EQ(player->Running(), playing);
-            EXPECT_EQ(player->Visible(), open);
-        }
-        EXPECT_EQ(console.FileOpen_Flag, open);
-        EXPECT_EQ(console.Play_Flag, playing);
-        EXPECT_EQ(console.PlayModeLabel()->Caption(), mode);
-        EXPECT_EQ(console.QTM_PlayButton()->Caption(), "＞");
-        EXPECT_EQ(console.QTM_PlayButton()->Enabled(), open);
-        EXPECT_EQ(console.QTM_FrameFreeDownButton()->Enabled(), open);
-        EXPECT_EQ(console.QTM_FrameFreeUpButton()->Enabled(), open);
-        EXPECT_EQ(console.QTM_PosBar()->Enabled(), open);
-        EXPECT_EQ(console.DummyBack()->Visible(), !open);
-        EXPECT_EQ(console.DummyQTM()->Visible(), !open);
-        EXPECT_EQ(Monitor().DummyBack()->Visible(), !open);
-        EXPECT_EQ(Monitor().DummyQTM()->Visible(), !open);
-    }
-    static void ExpectPositions(double seconds) {
-        EXPECT_EQ(Console().QTM()->Position(), seconds);
-        EXPECT_EQ(Monitor().QTM()->Position(), seconds);
+        Script("a", {.length = 60.5});
+        Script("b", {.length = 30.0});
+        Script("bad", {.opens = false});
+        StartWithFiles({"a", "b", "bad"});
     }
 };
 
-TEST_F(TransportTest, CommandsLeadFromStateToState) {
-    ExpectState(State::Closed);
-    Choose("PlayStatusChangeKey");
-    Choose("StopKey");
-    ExpectState(State::Closed);
+INSTANTIATE_TEST_SUITE_P(Of, TransportTest, ::testing::Bool(), TwinName);
 
-    Open(0);
-    ExpectState(State::Playing);
-    ExpectPositions(0.0);
-    Choose("PlayStatusChangeKey");
-    ExpectState(State::Paused);
-    Monitor().ReportMenuChosen("PlayStatusChangeKey");
-    ExpectState(State::Playing);
-    Choose("StopKey");
-    ExpectState(State::Stopped);
-    ExpectPositions(0.0);
-    Console().QTM_PlayButton()->ReportClick();
-    ExpectState(State::Playing);
-    Console().QTM_PlayButton()->ReportClick();
-    ExpectState(State::Paused);
-    Monitor().ReportMenuChosen("StopKey");
-    ExpectState(State::Stopped);
-    Choose("CloseKey");
-    ExpectState(State::Closed);
-    ExpectPositions(0.0);
-}
-
-TEST_F(TransportTest, AnOpenReachesBothPlayersTogetherAsOneOrderEach) {
-    Media().ForgetOrders();
-    Open(0);
-    ASSERT_EQ(Media().Orders().size(), 2U);
-    const auto& first = Media().Orders()[0];
-    const auto& second = Media().Orders()[1];
-    EXPECT_EQ(first.batch, second.batch);
-    for (const auto& order : {first, second}) {
-        EXPECT_TRUE(order.order.running);
-        EXPECT_EQ(order.order.seekTo, 0.0);
-        EXPECT_EQ(order.order.rate, 1.0);
-    }
-    EXPECT_EQ(Media().OrdersOf("Mainform.QTM")[0].order.volume, 0);
-    EXPECT_EQ(Media().OrdersOf("MonitorForm.QTM")[0].order.volume, 205) << "level 80";
-    EXPECT_EQ(Media().Loads("Mainform.QTM"), Media().Loads("MonitorForm.QTM"));
-    EXPECT_EQ(Media().Loads("Mainform.QTM"), std::vector<std::string>{Folder().Path("movies/a.mov")});
-}
-
-TEST_F(TransportTest, ACloseEmptiesTheReadOutsAndKeepsTheSettings) {
-    Open(1);
-    Do([] {
-        Console().Mark_Pos = 7;
-        Console().Mark_Flag = true;
-        Console().Rate_Flag = 1.24;
-        Console().Loop_Flag = true;
+TEST_P(TransportTest, CommandsLeadFromStateToState) {
+    Walk({
+        {"PlayStatusChangeKey", "closed"},
+        {"StopKey", "closed"},
+        {"open 0", "再生中 a 0 bar 0"},
+        {"wait 5700", "再生中 a 5.7 bar 5"},
+        {"PlayStatusChangeKey", "一時停止 a 5.7 bar 5"},
+        {"monitor PlayStatusChangeKey", "再生中 a 5 bar 5", "再生中 a 5.7 bar 5"}, // by the slider, or not
+        {"wait 2000", "再生中 a 7 bar 6", "再生中 a 7.7 bar 7"},
+        {"StopKey", "停止 a 0 bar 0"},
+        {"button", "再生中 a 0 bar 0"},
+        {"wait 1000", "再生中 a 1 bar 0"},
+        {"button", "一時停止 a 1 bar 0"},
+        {"monitor StopKey", "停止 a 0 bar 0"},
+        {"open 2", "closed"}, // it fails
+        {"open 0", "再生中 a 0 bar 0"},
+        {"wait 5000", "再生中 a 5 bar 4"},
+        {"open 1", "再生中 b 0 bar 0"},
+        {"CloseKey", "closed"},
     });
-    Choose("CloseKey");
-    const Mainform& console = Console();
-    for (const auto& label : {console.PosTIme(), console.MonitorPosTime(), console.MaxTime()})
-        EXPECT_EQ(label->Caption(), "00：00：00");
-    EXPECT_EQ(console.TimingLabel()->Caption(), " ±0秒：Timing");
-    EXPECT_EQ(console.MediaType()->Caption() + console.FileLabel()->Caption(), "");
-    EXPECT_EQ(console.FileNumberLabel()->Caption(), "3");
-    EXPECT_EQ(console.QTM_PosBar()->Maximum(), 1);
-    EXPECT_TRUE(Marked(console.StrGrid()).empty());
-    EXPECT_EQ(console.Mark_Pos, 0);
-    EXPECT_FALSE(console.Mark_Flag);
-    EXPECT_EQ(console.Rate_Flag, 1.24);
-    EXPECT_TRUE(console.Loop_Flag);
-    EXPECT_EQ(console.File_Number, 1);
-    EXPECT_EQ(console.QTM_Max, 30);
-    EXPECT_EQ(console.StrGrid()->ListIndex(), 1);
-    EXPECT_EQ(console.QTM()->Height(), 256);
-
-    Do([] { Console().FileLabel()->SetCaption("x"); });
-    Choose("CloseKey"); // nothing is open: not even a label changes
-    EXPECT_EQ(console.FileLabel()->Caption(), "x");
+    EXPECT_EQ(List()->Cell(2, 2), kFailed);
 }
 
-TEST_F(TransportTest, OpeningAnotherRowClosesWhatIsOpen) {
-    Open(0);
-    Do([] { Console().Mark_Flag = true; });
-    Advance(5000);
-    Media().ForgetOrders();
-    Open(1);
-    ExpectState(State::Playing);
-    ExpectPositions(0.0);
-    EXPECT_FALSE(Console().Mark_Flag);
-    EXPECT_EQ(Console().MaxTime()->Caption(), "00：00：30");
-    ASSERT_EQ(Media().Orders().size(), 2U);
-    EXPECT_FALSE(Media().Orders()[0].order.unload) << "the curtain is never ordered";
+TEST_P(TransportTest, ACloseEmptiesTheReadOutsAndKeepsTheSettings) {
+    Act("LoopKey");
+    Act("SpeedUp");
+    Walk({{"open 1", "再生中 b 0 bar 0"}, {"wait 2000", "再生中 b 2.1 bar 2"}, {"CloseKey", "closed"}});
+    EXPECT_EQ(Text(Either("PosTIme", "PosTime")) + Text("MaxTime"), "00：00：0000：00：00");
+    EXPECT_EQ(Console().MonitorPosTime()->Caption(), "00：00：00");
+    EXPECT_EQ(Console().TimingLabel()->Caption(), Either(" ±0秒：Timing", "±0秒： Timing"));
+    EXPECT_EQ(Sound().Title(), Either("Untitled", "00：00：00"));
+    EXPECT_EQ(Text("MediaType"), "");
+    EXPECT_EQ(In<Slider>("QTM_PosBar")->Maximum(), 1);
+    EXPECT_EQ(Counter(), "3");
+    EXPECT_EQ(Own<StaticText>("LoopLabel")->Caption(), "→");
+    EXPECT_EQ(In<Slider>("Rate")->Value(), 6);
+    EXPECT_EQ(List()->ListIndex(), 1);
+    Do([] { In<StaticText>("MaxTime")->SetCaption("x"); });
+    Walk({{"CloseKey", "closed"}}); // nothing is open: not even a label changes
+    EXPECT_EQ(Text("MaxTime"), "x");
 }
 
-TEST_F(TransportTest, AFailedOpenAfterAGoodOneLeavesTheCurtainUp) {
-    Open(0);
-    Open(2);
-    ExpectState(State::Closed);
-    EXPECT_EQ(Console().MaxTime()->Caption(), "00：00：00");
-    EXPECT_EQ(Console().StrGrid()->Cell(2, 2), kFailed);
-    Open(0);
-    ExpectState(State::Playing);
+class MovieTransportTest : public TransportTest {};
+INSTANTIATE_TEST_SUITE_P(Of, MovieTransportTest, ::testing::Values(false), TwinName);
+
+TEST_P(MovieTransportTest, AnOpenReachesBothPlayersTogetherAsOneOrderEach) {
+    for (const std::int32_t row : {0, 1}) {
+        Media().ForgetOrders();
+        Open(row);
+        const auto& orders = Media().Orders();
+        ASSERT_EQ(orders.size(), 2U);
+        EXPECT_EQ(orders[0].batch, orders[1].batch);
+        for (const auto& order : orders) {
+            EXPECT_TRUE(order.order.running);
+            EXPECT_FALSE(order.order.unload) << "the curtain is never ordered";
+            EXPECT_EQ(order.order.seekTo, 0.0);
+            EXPECT_EQ(order.order.rate, 1.0);
+        }
+        EXPECT_EQ(Media().Loads("Mainform.QTM"), Media().Loads("MonitorForm.QTM"));
+        EXPECT_EQ(Media().Loads("Mainform.QTM").back(),
+                  Folder().Path(row == 0 ? "media/a.mov" : "media/b.mov"));
+        if (row == 0) {
+            EXPECT_EQ(Media().OrdersOf("Mainform.QTM")[0].order.volume, 0);
+            EXPECT_EQ(Media().OrdersOf("MonitorForm.QTM")[0].order.volume, 205) << "level 80";
+        }
+    }
 }
 
-TEST_F(TransportTest, AResumeGoesBackToTheSecondOfTheSlider) {
-    Open(0);
-    Advance(12700);
-    Choose("PlayStatusChangeKey");
-    EXPECT_NEAR(Console().QTM()->Position(), 12.7, 1e-9);
-    Do([] { Console().QTM_PosBar()->SetValue(12); });
-    Choose("PlayStatusChangeKey");
-    ExpectPositions(12.0);
-    Advance(1000);
-    ExpectPositions(13.0);
-}
-
-TEST_F(TransportTest, AStopRewindsAndKeepsTheRate) {
-    Open(0);
-    Do([] { Console().Rate_Flag = 1.35; });
-    Advance(4000);
-    Choose("StopKey");
-    ExpectPositions(0.0);
-    EXPECT_EQ(Console().QTM_PosBar()->Value(), 0);
-    EXPECT_EQ(Console().PlayModeLabel()->Caption(), "停止") << "behind the event's 一時停止";
-    Choose("PlayStatusChangeKey");
-    Advance(2000);
-    EXPECT_NEAR(Console().QTM()->Position(), 2.7, 1e-9);
-    EXPECT_NEAR(Monitor().QTM()->Position(), 2.7, 1e-9);
-}
-
-TEST_F(TransportTest, TheConsolePlayersEventsBringTheMonitorAlong) {
-    Open(0);
+TEST_P(MovieTransportTest, TheConsolePlayersEventsBringTheMonitorAlong) {
+    Act("open 0");
     Do([] { Console().QTM_PosBar()->SetValue(20); });
     Do([] { Console().QTM()->Stop(); });
-    ExpectState(State::Paused);
+    EXPECT_EQ(State(), "一時停止 a 0 bar 20");
     Do([] { Console().mStrGrid()->SetFocus(); });
     Do([] { Console().QTM()->Play(); });
-    ExpectState(State::Playing);
-    ExpectPositions(20.0);
+    EXPECT_EQ(State(), "再生中 a 20 bar 20");
     EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
-}
-
-TEST_F(TransportTest, AMuteOutlivesTheChangeOfMovie) {
-    Open(0);
-    Do([] { Console().Mute_Func(); });
-    EXPECT_EQ(Monitor().QTM()->Volume(), 0);
-    Open(1);
-    EXPECT_TRUE(Console().Mute_Flag);
-    EXPECT_EQ(Monitor().QTM()->Volume(), 0);
-    EXPECT_EQ(Console().Current_QTM_Volume, 205);
-    Do([] { Console().Mute_Func(); });
-    EXPECT_EQ(Monitor().QTM()->Volume(), 205);
-    EXPECT_EQ(Console().QTM()->Volume(), 0);
-}
-
-TEST_F(TransportTest, AMuteWithNothingOpenHoldsForTheNextMovie) {
-    Choose("MuteKey");
-    Open(0);
-    EXPECT_TRUE(Console().Mute_Flag);
-    EXPECT_EQ(Monitor().QTM()->Volume(), 0);
-    EXPECT_EQ(Console().QTM()->Volume(), 0) << "the preview's silence does not hang on the level";
 }
 
 } // namespace kirolane::tests

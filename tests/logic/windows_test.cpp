@@ -1,54 +1,46 @@
 #include "logic_test.h"
 
+#include <functional>
+
 namespace kirolane::tests {
 
-/// Hiding the console, moving it, what the monitor window does with keys and activation.
 class WindowsTest : public LogicTest {
 protected:
-    void StartWith(const Lines& lines, int screens = 1) {
+    void StartWith(Lines lines, int screens = 1) {
         SetScreens(screens);
-        const std::string movies = MakeMedia("movies", {"a.mov"});
-        Lines all = {{22, movies}};
-        all.insert(lines.begin(), lines.end());
-        WriteSettings(all);
+        lines[22] = MakeMedia("media", {"a.mov", "s.wav"});
+        lines[33] = lines[22];
+        WriteSettings(lines);
         Start();
     }
-    static std::string HideText() { return Console().AltX_Key()->Text(); }
+    /// What is on the screen: C console, M monitor, S sound window, B the menu bars of the first two.
+    static std::string Shown() {
+        std::string text;
+        text += Console().Visible() ? "C" : "";
+        text += Monitor().Visible() ? "M" : "";
+        text += Sound().Visible() ? "S" : "";
+        text += Console().MenuBarVisible() ? "B" : "";
+        text += Monitor().MenuBarVisible() ? "B" : "";
+        return text;
+    }
 };
 
 TEST_F(WindowsTest, OneKeyHidesTheConsoleAndBringsItBack) {
-    StartWith({{2, "false"}});
-    Do([] { Sound().Show(); });
-    Open(0);
-    Choose("AltX_Key");
-    EXPECT_TRUE(Console().AltX_Flag);
-    EXPECT_FALSE(Console().Visible());
-    EXPECT_FALSE(Sound().Visible());
-    EXPECT_TRUE(Monitor().Visible());
-    EXPECT_TRUE(Console().MenuBarVisible());
-    EXPECT_EQ(HideText(), "コンソールウィンドウを表示する");
-    EXPECT_TRUE(Console().QTM()->Running());
-
-    Monitor().ReportMenuChosen("AltX_Key");
-    EXPECT_FALSE(Console().AltX_Flag);
-    EXPECT_TRUE(Console().Visible());
-    EXPECT_FALSE(Sound().Visible()) << "no sound is open";
-    EXPECT_EQ(HideText(), "コンソールウィンドウを隠す");
-
-    Do([] { Console().mFileOpen_Flag = true; });
-    Choose("AltX_Key");
-    Monitor().ReportMenuChosen("AltX_Key");
-    EXPECT_TRUE(Sound().Visible());
-}
-
-TEST_F(WindowsTest, FullScreenOnOneDisplayTakesTheMenuBarAlong) {
-    StartWith({{2, "false"}, {4, "true"}});
-    Choose("AltX_Key");
-    EXPECT_FALSE(Console().MenuBarVisible());
-    EXPECT_FALSE(Monitor().MenuBarVisible());
-    Monitor().ReportMenuChosen("AltX_Key");
-    EXPECT_TRUE(Console().MenuBarVisible());
-    EXPECT_TRUE(Monitor().MenuBarVisible());
+    for (const std::string full : {"false", "true"}) {
+        StartWith({{2, "false"}, {4, full}});
+        for (const char* all : {"CMBB", "CMSBB"}) { // the sound window only while a sound is open
+            EXPECT_EQ(Shown(), all);
+            Choose("AltX_Key");
+            EXPECT_EQ(Shown(), full == "true" ? "M" : "MBB");
+            EXPECT_EQ(Console().AltX_Key()->Text(), "コンソールウィンドウを表示する");
+            Monitor().ReportMenuChosen("AltX_Key");
+            EXPECT_EQ(Shown(), all);
+            EXPECT_EQ(Console().AltX_Key()->Text(), "コンソールウィンドウを隠す");
+            OpenSound(0);
+        }
+        EXPECT_TRUE(Sound().QTM()->Running()) << "the show goes on";
+        End();
+    }
 }
 
 TEST_F(WindowsTest, MovesOfTheConsoleTakeTheWindowedMonitorAlong) {
@@ -78,6 +70,8 @@ TEST_F(WindowsTest, MovesOfTheConsoleTakeTheWindowedMonitorAlong) {
 
 TEST_F(WindowsTest, SavedLinesAndScreensActAtTheNextMove) {
     StartWith({{2, "true"}}, 2);
+    Do([] { Sound().SetWidth(-5); });
+    EXPECT_EQ(Sound().Width(), 0) << "no window is less than none";
     SetScreens(1);
     Console().ReportMoved(10, 20);
     EXPECT_EQ(Monitor().Left(), 10) << "the second display has gone";
@@ -87,22 +81,21 @@ TEST_F(WindowsTest, SavedLinesAndScreensActAtTheNextMove) {
     EXPECT_EQ(Monitor().Left(), 10);
 }
 
-TEST_F(WindowsTest, ActivationPutsTheFocusOnTheListInFront) {
+TEST_F(WindowsTest, PagesAndActivationPutTheFocusOnTheListInFront) {
     StartWith({});
-    const auto focus = [] { return Console().FocusControl()->Name(); };
-    const auto unfocus = [&] { Do([] { Console().Rate()->SetFocus(); }); };
-    for (const std::int32_t page : {1, 0}) {
-        Console().ListTab()->ReportPage(page);
+    OpenSound(0);
+    const std::function<void()> events[] = {
+        [] { Console().ReportActivated(); }, [] { Console().ReportDeactivated(); },
+        [] { Console().ReportRestored(); }, [] { Sound().ReportActivated(); }};
+    for (const std::int32_t page : {0, 1, 0}) {
         const std::string list = page == 0 ? "StrGrid" : "mStrGrid";
-        unfocus();
-        Console().ReportActivated();
-        EXPECT_EQ(focus(), list);
-        unfocus();
-        Console().ReportDeactivated();
-        EXPECT_EQ(focus(), list);
-        unfocus();
-        Console().ReportRestored();
-        EXPECT_EQ(focus(), list);
+        Console().ListTab()->ReportPage(page);
+        EXPECT_EQ(Console().FocusControl()->Name(), list);
+        for (const auto& event : events) {
+            Do([] { Console().Rate()->SetFocus(); });
+            event();
+            EXPECT_EQ(Console().FocusControl()->Name(), list);
+        }
     }
 }
 
