@@ -18,22 +18,28 @@ INSTANTIATE_TEST_SUITE_P(Of, FolderScanTest, ::testing::Bool(), TwinName);
 
 TEST_P(FolderScanTest, ListsTheFilesOfOneFolderByTheTailOfTheirNames) {
     const std::string media = MakeMedia(
-        "media", {"c10.mov",  "A.MOV", "b.Mov",   "c2.mov", "sub.mov/",   "x.mpeg",  "y.mpeg4", "z.m4b",
-                  "mov",      ".mov",  "._d.mov", "n.txt",  "日本語.mp4", "\xFF.qt", "q.aif",   "both.asf",
-                  "x.ＭＯＶ", "e.mid", "e.midi",  "f.aifc", ".au",        "W.WAV"});
+        "media", {"c10.mov",  "A.MOV",  "b.Mov",   "c2.mov", "sub.mov/",   "x.mpeg",  "y.mpeg4", "z.m4b",
+                  "mov",      ".mov",   "._d.mov", "n.txt",  "日本語.mp4", "\xFF.qt", "q.aif",   "both.asf",
+                  "x.ＭＯＶ", "v.DivX", "e.mid",   "e.midi", "f.aifc",     ".au",     "W.WAV"});
     WriteSettings({{22, media}, {33, media}});
     Start();
-    const std::vector<std::string> movies = {".mov",    "A.MOV",  "b.Mov",      "both.asf", "c2.mov",
-                                             "c10.mov", "x.mpeg", "日本語.mp4", "\xFF.qt"};
+    const std::vector<std::string> movies = {".mov",    "A.MOV",  "b.Mov",  "both.asf",   "c2.mov",
+                                             "c10.mov", "v.DivX", "x.mpeg", "日本語.mp4", "\xFF.qt"};
     const std::vector<std::string> sounds = {".au", "both.asf", "e.mid", "f.aifc", "q.aif", "W.WAV"};
     EXPECT_EQ(Names(List()), Either(movies, sounds));
-    EXPECT_EQ(Count(), Either(9, 6));
-    EXPECT_EQ(Counter(), Either("9", "6"));
+    EXPECT_EQ(Count(), Either(10, 6));
+    EXPECT_EQ(Counter(), Either("10", "6"));
     EXPECT_FALSE(Counting()->Visible());
     EXPECT_EQ(Own<StaticText>("DirLabel")->Caption(), media);
     EXPECT_EQ(Either(Console().Current_Folder, Console().mCurrent_Folder), media);
     EXPECT_TRUE(Filled());
     EXPECT_EQ(List()->Cell(0, 0) + List()->Cell(0, 2), "");
+    const std::pair<const char*, const char*> types[] = {{Either("open 6", "open 2"), Either("DivX", "MIDI")},
+                                                         {Either("open 3", "open 1"), Either("ASF", "")}};
+    for (const auto& [act, type] : types) {
+        Act(act);
+        EXPECT_EQ(Text("MediaType"), type);
+    }
 }
 
 TEST_P(FolderScanTest, ShortListsAreFilledWithBlankRows) {

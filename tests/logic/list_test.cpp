@@ -64,18 +64,6 @@ TEST_P(ListTest, BlankRowsAndNoSelectionStandForTheFirstRow) {
     EXPECT_TRUE(Media().Orders().empty());
 }
 
-TEST_P(ListTest, ReturnOpensTheSelectedRowOfTheListInFront) {
-    StartWithFiles({"a", "b"});
-    Console().ListTab()->ReportPage(Either(0, 1));
-    List()->ReportSelection(1);
-    Choose("mOpenKey");
-    EXPECT_EQ(State(), "再生中 b 0 bar 0");
-    List()->ReportSelection(0);
-    Monitor().ReportMenuChosen("OpenKey");
-    EXPECT_EQ(State(), "再生中 a 0 bar 0");
-    EXPECT_EQ(Media().Loads(Either("MusicForm.QTM", "Mainform.QTM")).size(), 0U);
-}
-
 TEST_P(ListTest, ArrowsStepOneRowWithoutWrappingAndAClearedSelectionComesBackAtOneEnd) {
     StartWithFiles({"a", "b"});
     const struct {

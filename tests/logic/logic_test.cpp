@@ -112,6 +112,7 @@ void LogicTest::ExpectWhole() {
     for (const auto& logo : {console.DummyQTM(), Monitor().DummyQTM()})
         EXPECT_EQ(logo->Visible(), !open);
     EXPECT_TRUE(console.FileOpen_Flag || !console.Mark_Flag);
+    EXPECT_TRUE(console.mFileOpen_Flag || !console.mMark_Flag);
     EXPECT_FALSE(console.Loop_Flag && console.List_Flag);
     EXPECT_FALSE(console.mLoop_Flag && console.mList_Flag);
     EXPECT_EQ(console.VolumeLabel()->Enabled(), !console.Mute_Flag);

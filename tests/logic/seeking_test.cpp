@@ -75,18 +75,6 @@ TEST_P(SeekingTest, ADragOfTheSliderSeeksOnce) {
           {"drag 300", "一時停止 a 300 bar 300"}});
     Do([] { In<Slider>("QTM_PosBar")->SetValue(400); });
     EXPECT_EQ(State(), "一時停止 a 300 bar 400");
-    // With nothing open a press waits.
-    Act("CloseKey");
-    Media().ForgetOrders();
-    for (const char* key : {"Frame5DownKey", "Frame30UpKey", "FrameFreeUpKey", "MarkKey", "MarkSeekKey"})
-        Act(key);
-    Do([] {
-        (IsSound() ? Console().mPosBar_Flag : Console().PosBar_Flag) = true;
-        In<Slider>("QTM_PosBar")->SetValue(1);
-    });
-    EXPECT_TRUE(Media().Orders().empty());
-    EXPECT_TRUE(Either(Console().PosBar_Flag, Console().mPosBar_Flag));
-    EXPECT_FALSE(Either(Console().Mark_Flag, Console().mMark_Flag));
 }
 
 } // namespace kirolane::tests
