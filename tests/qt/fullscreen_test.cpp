@@ -1,10 +1,9 @@
 // The audience's window on its display, and displays that come and go.
 
+#include "backends/qt/convert.h"
 #include "qt_test.h"
-#include "show_forms.h"
 
-#include <QScreen>
-#include <QWindow>
+#include <algorithm>
 
 namespace kirolane::tests {
 
@@ -12,78 +11,68 @@ namespace {
 
 class FullScreenTest : public QtTest {
 protected:
-    static constexpr Rect kMain{0, 0, 1920, 1200};
-    static constexpr Rect kStage{1920, 0, 1920, 1080};
-
     /// Opens the audience's window over the display at the right.
     Ref<MonitorShow> CoverStage() {
-        Do([] {
+        Do([&] {
             auto monitor = Instance<MonitorShow>();
             monitor->SetTop(kStage.top);
             monitor->SetLeft(kStage.left);
             monitor->SetFullScreen(true);
             monitor->Show();
-            Instance<ConsoleShow>()->Show();
+            m_console->Show();
         });
         Settle();
         return Instance<MonitorShow>();
     }
-    static bool Covers(const QRect& screen) {
+    static bool Covers(const Rect& screen) {
         const QWidget* monitor = Find("MonitorForm");
-        return monitor->isVisible() && monitor->isFullScreen() && monitor->geometry() == screen &&
-               monitor->screen()->geometry() == screen;
+        return monitor->isVisible() && monitor->isFullScreen() && monitor->geometry() == qt::ToQt(screen) &&
+               monitor->screen()->geometry() == qt::ToQt(screen);
     }
     /// That this is the area to fill, since the log was last taken.
-    static bool Tells(MonitorShow& monitor, const QRect& area) {
+    static bool Tells(MonitorShow& monitor, const Rect& area) {
         const auto log = monitor.TakeLog();
-        const auto told = QString("ScreenChanged %1x%2").arg(area.width()).arg(area.height());
+        const auto told = QString("ScreenChanged %1x%2").arg(area.width).arg(area.height);
         return std::find(log.begin(), log.end(), told.toStdString()) != log.end();
     }
-    static QRect Area(const Rect& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
+    static bool Seen(const char* window) { return Find(window)->isVisible(); }
 };
 
 TEST_F(FullScreenTest, CoversTheDisplayThatHoldsItAndKeepsLaterPlacesAsValues) {
-    auto console = StartWith<ConsoleShow>();
     auto monitor = CoverStage();
-    EXPECT_TRUE(Covers(Area(kStage)));
-    EXPECT_TRUE(Find("Mainform")->screen()->geometry() == Area(kMain));
-
+    EXPECT_TRUE(Covers(kStage));
+    EXPECT_EQ(Find("Mainform")->screen()->geometry(), qt::ToQt(kMain));
     Do([&] {
         monitor->SetTop(500);
         monitor->SetLeft(6);
     });
     Settle();
-    EXPECT_TRUE(Covers(Area(kStage)));
+    EXPECT_TRUE(Covers(kStage));
     EXPECT_EQ(monitor->Left(), 6);
-
     Do([&] { monitor->Hide(); });
     Do([&] { monitor->Show(); });
     Settle();
-    EXPECT_TRUE(Covers(Area(kStage))) << "its display is the one that it first covered";
+    EXPECT_TRUE(Covers(kStage)) << "its display is the one that it first covered";
 }
 
 TEST_F(FullScreenTest, WithItsDisplayGoneAHiddenConsoleComesBack) {
-    auto console = StartWith<ConsoleShow>();
     CoverStage();
-    Do([&] { console->Hide(); });
+    Do([&] { m_console->Hide(); });
     Settle();
-    ASSERT_FALSE(Find("Mainform")->isVisible());
+    ASSERT_FALSE(Seen("Mainform"));
     SetScreens({{"Main", kMain}});
-    EXPECT_TRUE(Until([&] { return Find("Mainform")->isVisible() && console->Active(); }));
-    Do([&] { console->Hide(); });
-    EXPECT_TRUE(Until([&] { return Find("Mainform")->isVisible(); })) << "nor can it be hidden now";
-    EXPECT_TRUE(console->Visible());
+    EXPECT_TRUE(Until([&] { return Seen("Mainform") && m_console->Active(); }));
+    Do([&] { m_console->Hide(); });
+    EXPECT_TRUE(Until([] { return Seen("Mainform"); })) << "nor can it be hidden now";
+    EXPECT_TRUE(m_console->Visible());
 }
 
 TEST_F(FullScreenTest, AWindowMadeAnewStandsUnderTheConsole) {
-    auto console = StartWith<ConsoleShow>();
     CoverStage();
     Do([] { Instance<MonitorShow>()->Close(); });
     Do([] { Instance<MonitorShow>()->Show(); });
-    EXPECT_TRUE(Until([&] {
-        return Find("MonitorForm")->geometry() ==
-               QRect(console->Left(), console->Top() + console->Height() + 6, 320, 240);
-    }));
+    const QRect under(m_console->Left(), m_console->Top() + m_console->Height() + 6, 320, 240);
+    EXPECT_TRUE(Until([&] { return Find("MonitorForm")->geometry() == under; }));
 }
 
 TEST_F(FullScreenTest, WhateverBecomesOfItsDisplayIsCoveredAnewAndTheKeyboardStays) {
@@ -93,70 +82,66 @@ TEST_F(FullScreenTest, WhateverBecomesOfItsDisplayIsCoveredAnewAndTheKeyboardSta
         {{"Main", {0, 1080, 1920, 1200}}, {"Other", {-200, 0, 1920, 1080}}}, // another connector, above
         {{"Main", kMain}, {"Last", {1920, -480, 1080, 1920}, 2.0}},          // on end, another scale
     };
-    auto console = StartWith<ConsoleShow>();
     auto monitor = CoverStage();
-    const auto home = [&](const Window& window) {
-        return QGuiApplication::primaryScreen()->geometry().contains(window.Left() + window.Width() / 2,
-                                                                     window.Top() + window.Height() / 2);
+    const auto home = [&] {
+        return QGuiApplication::primaryScreen()->geometry().contains(
+            m_console->Left() + m_console->Width() / 2, m_console->Top() + m_console->Height() / 2);
     };
     for (const bool hidden : {false, true}) {
         if (hidden)
-            Do([&] { console->Hide(); });
-        ASSERT_TRUE(Until([&] { return hidden ? monitor->Active() : console->Active(); }));
+            Do([&] { m_console->Hide(); });
+        const auto keyboardStays = [&] { return hidden ? monitor->Active() : m_console->Active(); };
+        ASSERT_TRUE(Until(keyboardStays));
         for (const auto& screens : layouts) {
             SCOPED_TRACE(screens[1].name + (hidden ? " hidden" : ""));
             monitor->TakeLog();
             SetScreens(screens);
             const Rect& stage = screens[1].rect;
-            EXPECT_TRUE(Until([&] { return Covers(Area(stage)); }));
-            EXPECT_TRUE(Until([&] { return hidden ? monitor->Active() : console->Active(); }));
-            EXPECT_TRUE(Tells(*monitor, Area(stage)));
-            EXPECT_TRUE(Until([&] { return home(*console); })) << "the operator's windows stand apart";
+            EXPECT_TRUE(Until([&] { return Covers(stage); }));
+            EXPECT_TRUE(Until(keyboardStays));
+            EXPECT_TRUE(Tells(*monitor, stage));
+            EXPECT_TRUE(Until(home)) << "the operator's windows stand apart";
         }
     }
 }
 
 TEST_F(FullScreenTest, AWindowManagerThatInsistsOnAnotherPlaceHasItUntilItGivesIn) {
-    StartWith<ConsoleShow>();
     auto monitor = CoverStage();
-    for (const QRect& place : {QRect(1920, 0, 1280, 720), Area(kStage)})
+    for (const Rect& place : {Rect{1920, 0, 1280, 720}, kStage})
         EXPECT_TRUE(Until([&] {
-            Find("MonitorForm")->setGeometry(place);
+            Find("MonitorForm")->setGeometry(qt::ToQt(place));
             return Tells(*monitor, place);
-        })) << place.width();
+        })) << place.width;
 }
 
 TEST_F(FullScreenTest, AThirdDisplayIsNoSuccessor) {
-    StartWith<ConsoleShow>();
     const Rect left{-1024, 0, 1024, 768};
     SetScreens({{"Main", kMain}, {"Stage", kStage}, {"Left", left}});
     Settle();
     CoverStage();
-    EXPECT_EQ(Windows().Screens()[1], kStage) << "what is covered comes before one at its left";
+    EXPECT_EQ(m_windows->Screens()[1], kStage) << "what is covered comes before one at its left";
     SetScreens({{"Main", kMain}, {"Left", left}});
-    EXPECT_TRUE(Until([] { return !Find("MonitorForm")->isVisible(); }));
+    EXPECT_TRUE(Until([] { return !Seen("MonitorForm"); }));
     Do([] { // the logic goes on placing and showing what it holds
         Instance<MonitorShow>()->SetLeft(6);
         Instance<MonitorShow>()->Show();
     });
     Settle();
-    EXPECT_FALSE(Find("MonitorForm")->isVisible());
+    EXPECT_FALSE(Seen("MonitorForm"));
     SetScreens({{"Main", kMain}, {"Left", left}, {"New", kStage}});
-    EXPECT_TRUE(Until([] { return Covers(Area(kStage)); }));
+    EXPECT_TRUE(Until([] { return Covers(kStage); }));
 }
 
 TEST_F(FullScreenTest, TheMainDisplayMayGo) {
-    auto console = StartWith<ConsoleShow>();
     CoverStage();
     SetScreens({{"Stage", kStage}});
     Settle();
-    EXPECT_TRUE(Until([] { return Covers(Area(kStage)); }));
-    EXPECT_TRUE(console->Visible());
-    EXPECT_EQ(Windows().Screens().size(), 1U);
+    EXPECT_TRUE(Until([] { return Covers(kStage); }));
+    EXPECT_TRUE(m_console->Visible());
+    EXPECT_EQ(m_windows->Screens().size(), 1U);
 }
 
 TEST_F(FullScreenTest, ScreensAreTheMainOneAndThenFromLeftToRight) {
-    StartWith<ConsoleShow>();
     const Rect far{3840, 0, 1280, 720};
     SetScreens({{"Main", kMain},
                 {"Far", far},
@@ -165,7 +150,7 @@ TEST_F(FullScreenTest, ScreensAreTheMainOneAndThenFromLeftToRight) {
                 {"Mirror of far", far}});
     Settle();
     const std::vector<Rect> wanted = {kMain, {1920, 100, 1920, 1080}, far}; // mirrors count as one
-    EXPECT_TRUE(Windows().Screens() == wanted);
+    EXPECT_TRUE(m_windows->Screens() == wanted);
 }
 
 } // namespace

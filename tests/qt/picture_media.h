@@ -5,32 +5,49 @@
 #include <QColor>
 
 #include <map>
-#include <mutex>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace kirolane::tests {
 
-/// One player whose pictures the test makes by hand, each of one colour.
+/// One player whose pictures the test makes by hand, each of one colour. Fails the test if somebody still
+/// listens to its pictures when it goes.
 class PictureEngine : public PlayerEngine, private FrameSource {
 public:
     PictureEngine() = default;
-    /// Fails the test if somebody still listens to its pictures.
-    ~PictureEngine() override;
+    ~PictureEngine() override { EXPECT_FALSE(m_listener) << "the widget outlives the engine"; }
     PictureEngine(const PictureEngine&) = delete;
     PictureEngine& operator=(const PictureEngine&) = delete;
 
     /// What the next Load gives: a file with pictures, or sound alone.
     void SetNextHasPicture(bool has) { m_nextHasPicture = has; }
     /// A new picture of the size that was asked for.
-    void MakePicture(QColor color);
+    void MakePicture(QColor color) {
+        // The fourth byte is undefined by contract: here it is one that no viewer may trust.
+        m_pixels.assign(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height),
+                        color.rgb() & 0x00FFFFFFU);
+        m_frame.pixels = reinterpret_cast<const std::uint8_t*>(m_pixels.data());
+        m_frame.width = m_width;
+        m_frame.height = m_height;
+        m_frame.stride = m_width * 4;
+        m_hasFrame = true;
+        if (m_listener)
+            m_listener();
+    }
     [[nodiscard]] int Width() const { return m_width; }
     [[nodiscard]] int Height() const { return m_height; }
     [[nodiscard]] bool Watched() const { return m_listener != nullptr; }
 
     // PlayerEngine.
-    bool Load(const std::string& nativePath) override;
+    bool Load(const std::string& /*nativePath*/) override {
+        m_hasPicture = m_nextHasPicture;
+        m_hasFrame = false; // the old picture stays to be visited
+        return true;
+    }
     [[nodiscard]] double Duration() const override { return 10.0; }
     [[nodiscard]] double Position() const override { return 0.0; }
     [[nodiscard]] bool AtEnd() const override { return false; }
@@ -38,11 +55,14 @@ public:
 
 private:
     // FrameSource.
-    void SetSize(std::int32_t width, std::int32_t height) override;
+    void SetSize(std::int32_t width, std::int32_t height) override { m_width = width, m_height = height; }
     void SetListener(std::function<void()> listener) override { m_listener = std::move(listener); }
     [[nodiscard]] bool HasFrame() const override { return m_hasFrame; }
     [[nodiscard]] bool HasPicture() const override { return m_hasPicture; }
-    void Visit(const std::function<void(const FrameView&)>& visit) const override;
+    void Visit(const std::function<void(const FrameView&)>& visit) const override {
+        if (m_frame.pixels != nullptr)
+            visit(m_frame);
+    }
 
     bool m_nextHasPicture = true;
     bool m_hasPicture = false;
@@ -54,12 +74,16 @@ private:
     std::function<void()> m_listener;
 };
 
-/// Players by path, as in "Console.QTM".
+/// Players by path, as in "Mainform.QTM".
 class PictureMedia : public MediaEngine {
 public:
     [[nodiscard]] PictureEngine& Player(const std::string& path) { return *m_players.at(path); }
 
-    std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) override;
+    std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) override {
+        auto player = std::make_unique<PictureEngine>();
+        m_players[std::string(path)] = player.get();
+        return player;
+    }
     void Apply(std::span<const EngineOrder> /*orders*/) override {}
 
 private:

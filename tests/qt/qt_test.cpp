@@ -1,15 +1,5 @@
 #include "qt_test.h"
 
-#include "contract/window.h"
-
-#include <QDeadlineTimer>
-#include <QEventLoop>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTimer>
-#include <QWindow>
-
 #include <qpa/qplatformnativeinterface.h>
 
 namespace kirolane::tests {
@@ -19,8 +9,6 @@ namespace {
 int g_argc = 1;
 char g_name[] = "qt_tests";
 char* g_argv[] = {g_name, nullptr};
-
-const std::vector<TestScreen> kTwoScreens = {{"Main", {0, 0, 1920, 1200}}, {"Stage", {1920, 0, 1920, 1080}}};
 
 /// A fine screen tells of itself as an X server's does: by its pixels and how close they lie.
 QJsonObject Describe(const std::vector<TestScreen>& screens) {
@@ -39,8 +27,6 @@ QJsonObject Describe(const std::vector<TestScreen>& screens) {
 
 } // namespace
 
-QtTest::QtTest() : QtTest(kTwoScreens) {}
-
 QtTest::QtTest(const std::vector<TestScreen>& screens)
     : m_files(m_folder.MakeFolder("home"), m_folder.MakeFolder("application")) {
     EXPECT_EQ(m_files.Prepare(), "");
@@ -52,14 +38,20 @@ QtTest::QtTest(const std::vector<TestScreen>& screens)
 }
 
 QtTest::~QtTest() {
+    m_console = nullptr;
     m_runtime.reset();
     m_windows.reset();
 }
 
+void QtTest::SetUp() {
+    std::string failure;
+    ASSERT_TRUE(m_runtime->Start([] { Instance<ConsoleShow>()->Show(); }, failure)) << failure;
+    m_console = Instance<ConsoleShow>();
+    ASSERT_TRUE(Until([&] { return m_console->Active(); })) << "the console does not come up";
+}
+
 void QtTest::Do(const std::function<void()>& handler) {
-    const auto forms = m_runtime->Forms().All();
-    ASSERT_FALSE(forms.empty()) << "StartWith comes first";
-    EXPECT_TRUE(m_runtime->DeliverNow(*forms.front(), "test", handler));
+    EXPECT_TRUE(m_runtime->DeliverNow(*m_console, "test", handler));
 }
 
 bool QtTest::Until(const std::function<bool()>& condition) {
@@ -105,12 +97,6 @@ QImage QtTest::Look(const std::string& window, const std::string& name) {
     const QWidget* widget = FindWidget(window, name);
     QWidget* top = widget->window();
     return top->grab(QRect(widget->mapTo(top, QPoint()), widget->size())).toImage();
-}
-
-void QtTest::Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    QWindow* window = QGuiApplication::focusWindow();
-    ASSERT_NE(window, nullptr) << "no window has the keyboard";
-    QTest::keyClick(window, key, modifiers);
 }
 
 } // namespace kirolane::tests

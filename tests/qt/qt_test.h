@@ -5,12 +5,11 @@
 #include "contract/core/runtime.h"
 #include "contract/implicit_instance.h"
 #include "picture_media.h"
+#include "show_forms.h"
 #include "support/temporary_folder.h"
 
-#include <QApplication>
-#include <QImage>
-#include <QTest>
-#include <QWidget>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <functional>
 #include <memory>
@@ -28,37 +27,34 @@ struct TestScreen {
     double pixelRatio = 1.0;
 };
 
-/// A runtime with the real windowing back end, on a platform that draws into memory. The displays are the
-/// test's own: a main one of 1920 x 1200 with a second of 1920 x 1080 at its right if nothing else is said.
+inline constexpr Rect kMain{0, 0, 1920, 1200};
+inline constexpr Rect kStage{1920, 0, 1920, 1080};
+
+/// A runtime with the real windowing back end, on a platform that draws into memory with the test's own
+/// displays. The console is up and has the keyboard.
 class QtTest : public ::testing::Test {
 protected:
-    QtTest();
-    explicit QtTest(const std::vector<TestScreen>& screens);
+    explicit QtTest(const std::vector<TestScreen>& screens = {{"Main", kMain}, {"Stage", kStage}});
     ~QtTest() override;
+    void SetUp() override;
 
-    /// Makes the first window and shows it, as the program's start does, and waits until it has the keyboard.
-    template <class Form> Ref<Form> StartWith() {
-        std::string failure;
-        EXPECT_TRUE(m_runtime->Start(
-            [] {
-                Instance<Form>();
-                Instance<Form>()->Show();
-            },
-            failure))
-            << failure;
-        auto form = Instance<Form>();
-        EXPECT_TRUE(Until([&] { return form->Active(); })) << "the console does not come up";
-        return form;
-    }
-
-    /// Runs one handler as a delivery to the first window.
+    /// Runs one handler as a delivery to the console.
     void Do(const std::function<void()>& handler);
+    template <class Form> Ref<Form> ShowForm() {
+        Do([] { Instance<Form>()->Show(); });
+        Settle();
+        return Instance<Form>();
+    }
+    /// A control of the console, or of another form that is there.
+    template <class T, class Form = ConsoleShow> static Ref<T> Get(std::string_view name) {
+        return Instance<Form>()->template Control<T>(name);
+    }
     /// Lets events pass until the condition holds; false if it does not within 5 s.
     static bool Until(const std::function<bool()>& condition);
     /// Lets all events that are at hand pass, and those that they cause.
     static void Settle();
     /// Displays come, go or change, as the desktop tells it.
-    void SetScreens(const std::vector<TestScreen>& screens);
+    static void SetScreens(const std::vector<TestScreen>& screens);
 
     /// The widget of that name in the window of that name; the window itself for "".
     template <class Widget = QWidget>
@@ -68,21 +64,25 @@ protected:
     /// What the widget and those over it look like, in device pixels.
     static QImage Look(const std::string& window, const std::string& name);
     /// A key as it comes from the keyboard, to whatever has it.
-    static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QGuiApplication::focusWindow(), key, modifiers);
+    }
+    static void Click(QWidget* widget, QPoint at = {}) {
+        QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, at);
+    }
 
-    [[nodiscard]] PictureMedia& Media() { return m_media; }
-    [[nodiscard]] Runtime& TheRuntime() { return *m_runtime; }
-    [[nodiscard]] qt::QtWindows& Windows() { return *m_windows; }
-    [[nodiscard]] const TemporaryFolder& Folder() const { return m_folder; }
+    TemporaryFolder m_folder;
+    PictureMedia m_media;
 
 private:
     static QWidget* FindWidget(const std::string& window, const std::string& name);
 
-    TemporaryFolder m_folder;
-    PictureMedia m_media;
     posix::PosixFileSystem m_files;
+
+protected:
     std::unique_ptr<qt::QtWindows> m_windows;
     std::unique_ptr<Runtime> m_runtime;
+    Ref<ConsoleShow> m_console;
 };
 
 } // namespace kirolane::tests

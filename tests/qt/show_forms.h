@@ -1,36 +1,32 @@
 #pragma once
 
-#include "contract/window.h"
+#include "contract/listbox.h"
 #include "logic/about/verform_controls.h"
 #include "logic/display/monitorform_controls.h"
 #include "logic/settings/settingform_controls.h"
 #include "logic/shell/mainform_controls.h"
+#include "logic/shell/menu.h"
+#include "logic/shell/menu_table.h"
 #include "logic/sound/musicform_controls.h"
+#include "support/test_form.h"
 
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-/// Forms with the program's own tables of controls and none of its logic: what happens to them is written
+/// Forms with the program's own designs and menus and none of its logic: what happens to them is written
 /// down.
 namespace kirolane::tests {
 
-class LoggedForm : public Window {
+using Names = std::vector<std::string>;
+
+/// A command is logged by its item's name.
+class LoggedForm : public TestForm {
 public:
     LoggedForm(std::string_view name, const WindowDesign& design, std::span<const ControlDesign> controls)
-        : Window(name, design), m_controls(controls) {}
+        : TestForm(name, design), m_controls(controls) {}
 
-    /// The events since the last call.
-    std::vector<std::string> TakeLog() { return std::exchange(m_log, {}); }
-    void Log(std::string entry) { m_log.push_back(std::move(entry)); }
-
-    void Event_Close() override { Log("Close"); }
-    void Event_Moved() override { Log("Moved"); }
-    void Event_Activate() override { Log("Activate"); }
-    void Event_Deactivate() override { Log("Deactivate"); }
-    void Event_Restore() override { Log("Restore"); }
     void Event_ScreenChanged(std::int32_t width, std::int32_t height) override {
         Log("ScreenChanged " + std::to_string(width) + "x" + std::to_string(height));
     }
@@ -38,45 +34,52 @@ public:
 protected:
     using Window::CreateControls;
     void CreateControls() override { CreateControls(m_controls); }
-
-    /// The program's menus; a command is logged by its item's name.
-    void AddMenus();
+    void Layout() override {
+        if (!Is(WindowRole::Console) && !Is(WindowRole::Audience))
+            return;
+        SetMenuBar(*Menu::Instance());
+        for (const MenuTable& table : kMenus)
+            for (const MenuRow& row : table.rows)
+                if (row.text != "-")
+                    BindMenu(row.name, [this, name = std::string(row.name)] { return Log(name), true; });
+    }
 
 private:
     std::span<const ControlDesign> m_controls;
-    std::vector<std::string> m_log;
 };
 
-/// The console.
-class ConsoleShow : public LoggedForm {
-public:
+/// The console, its lists striped and filled with blank rows.
+struct ConsoleShow : LoggedForm {
     ConsoleShow() : LoggedForm("Mainform", kMainformDesign, design::kMainformControls) {}
-    void Layout() override { AddMenus(); }
-    void CreateControls() override;
+    void CreateControls() override {
+        LoggedForm::CreateControls();
+        for (const char* name : {"StrGrid", "mStrGrid"}) {
+            const auto list = Control<Listbox>(name);
+            list->SetHeading(1, "ファイル名");
+            list->OnCellBackgroundPaint = [](Graphics& g, std::int32_t row, std::int32_t /*column*/) {
+                g.SetForeColor(row % 2 == 0 ? RGB(237, 243, 254) : kWhite);
+                g.FillRect(0, 0, g.Width(), g.Height());
+                return false;
+            };
+            for (int row = 0; row < 26; ++row)
+                list->AddRow("");
+        }
+    }
 };
-
 /// The audience's window.
-class MonitorShow : public LoggedForm {
-public:
+struct MonitorShow : LoggedForm {
     MonitorShow() : LoggedForm("MonitorForm", kMonitorFormDesign, design::kMonitorFormControls) {}
-    void Layout() override { AddMenus(); }
 };
-
 /// The palette.
-class MusicShow : public LoggedForm {
-public:
+struct MusicShow : LoggedForm {
     MusicShow() : LoggedForm("MusicForm", kMusicFormDesign, design::kMusicFormControls) {}
 };
-
 /// The tool that stays above the console.
-class SettingShow : public LoggedForm {
-public:
+struct SettingShow : LoggedForm {
     SettingShow() : LoggedForm("SettingForm", kSettingFormDesign, design::kSettingFormControls) {}
 };
-
 /// The document without a close box.
-class AboutShow : public LoggedForm {
-public:
+struct AboutShow : LoggedForm {
     AboutShow() : LoggedForm("VerForm", kVerFormDesign, design::kVerFormControls) {}
 };
 

@@ -2,26 +2,22 @@
 
 #include "contract/slider.h"
 #include "qt_test.h"
-#include "show_forms.h"
-
-#include <QAccessible>
-#include <QMouseEvent>
-#include <QSlider>
 
 namespace kirolane::tests {
 
 namespace {
 
+/// The position slider, told of at the end of a drag, and the speed slider, told of at each step.
 class SliderTest : public QtTest {
 protected:
     void SetUp() override {
-        m_console = StartWith<ConsoleShow>();
+        QtTest::SetUp();
         Do([&] {
             Bar()->SetMaximum(100);
             Bar()->SetEnabled(true);
         });
         for (const char* name : {"QTM_PosBar", "Rate"}) {
-            auto* slider = m_console->Control<Slider>(name).operator->();
+            auto* slider = Get<Slider>(name).operator->();
             slider->OnValueChanged = [this, slider] { m_log.push_back(std::to_string(slider->Value())); };
             slider->OnMouseDown = [this](std::int32_t, std::int32_t) {
                 m_log.push_back("down");
@@ -29,62 +25,75 @@ protected:
             };
             slider->OnMouseUp = [this](std::int32_t, std::int32_t) { m_log.push_back("up"); };
         }
+        m_bar = Find<QSlider>("Mainform", "QTM_PosBar");
     }
-    Ref<Slider> Bar() { return m_console->Control<Slider>("QTM_PosBar"); }
-    static QSlider* BarWidget() { return Find<QSlider>("Mainform", "QTM_PosBar"); }
+    static Ref<Slider> Bar() { return Get<Slider>("QTM_PosBar"); }
     static QPoint Thumb(const QSlider* slider, int value) {
         const int span = slider->width() - 16;
         return {8 + span * (value - slider->minimum()) / (slider->maximum() - slider->minimum()), 8};
     }
-    std::vector<std::string> TakeLog() { return std::exchange(m_log, {}); }
+    static void Drag(QSlider* slider, std::initializer_list<int> values) {
+        QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, Thumb(slider, slider->value()));
+        for (const int value : values)
+            QTest::mouseMove(slider, Thumb(slider, value));
+    }
+    static void Release(QSlider* slider, int value) {
+        QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, Thumb(slider, value));
+    }
+    Names TakeLog() { return std::exchange(m_log, {}); }
 
-    Ref<ConsoleShow> m_console;
-    std::vector<std::string> m_log;
+    QSlider* m_bar = nullptr;
+    Names m_log;
     bool m_keep = false;
 };
 
-using Names = std::vector<std::string>;
-
 TEST_F(SliderTest, WithoutLiveScrollADragIsToldAtItsEndAndTheThumbIsTheHandsUntilThen) {
-    QSlider* bar = BarWidget();
-    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 0));
-    QTest::mouseMove(bar, Thumb(bar, 20));
-    QTest::mouseMove(bar, Thumb(bar, 60));
-    const int held = bar->sliderPosition();
+    Drag(m_bar, {20, 60});
+    const int held = m_bar->sliderPosition();
     EXPECT_NEAR(held, 60, 2);
     EXPECT_EQ(TakeLog(), Names());
     for (const int tick : {7, 8}) {
         Do([&] { Bar()->SetValue(tick); });
-        EXPECT_EQ(bar->sliderPosition(), held);
+        EXPECT_EQ(m_bar->sliderPosition(), held);
         EXPECT_EQ(Bar()->Value(), tick);
     }
-    Do([&] { Bar()->SetMaximum(200); });
-    EXPECT_EQ(bar->sliderPosition(), held);
+    Do([] { Bar()->SetMaximum(200); });
+    EXPECT_EQ(m_bar->sliderPosition(), held);
     TakeLog();
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, held));
+    Release(m_bar, held);
     EXPECT_EQ(TakeLog(), (Names{"down", std::to_string(held), "up"}));
 
-    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 180));
+    Click(m_bar, Thumb(m_bar, 180));
     EXPECT_EQ(TakeLog(), (Names{"down", std::to_string(held + 20), "up"})) << "one page";
-    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, held + 20));
+    Click(m_bar, Thumb(m_bar, held + 20));
     EXPECT_EQ(TakeLog(), (Names{"down", "up"})) << "nothing changed";
 }
 
+TEST_F(SliderTest, WithLiveScrollEveryStepIsToldAndAPressThatTheLogicKeepsMovesNothing) {
+    auto* rate = Find<QSlider>("Mainform", "Rate");
+    Drag(rate, {6, 8});
+    Release(rate, 8);
+    EXPECT_EQ(TakeLog(), (Names{"down", "6", "8", "up"}));
+    m_keep = true;
+    for (QSlider* slider : {rate, m_bar}) {
+        Click(slider, Thumb(slider, slider->minimum() + 1));
+        EXPECT_EQ(TakeLog(), (Names{"down", "up"}));
+    }
+    EXPECT_EQ(m_bar->value(), 0);
+}
+
 TEST_F(SliderTest, TheLogicHasTheLastWord) {
-    QSlider* bar = BarWidget();
-    Bar()->OnValueChanged = [&] { Bar()->OnValueChanged = nullptr, Bar()->SetValue(9); };
-    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 0));
-    QTest::mouseMove(bar, Thumb(bar, 60));
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 60));
-    EXPECT_EQ(bar->value(), 9);
+    Bar()->OnValueChanged = [] { Bar()->OnValueChanged = nullptr, Bar()->SetValue(9); };
+    Drag(m_bar, {60});
+    Release(m_bar, 60);
+    EXPECT_EQ(m_bar->value(), 9);
     TakeLog();
 
-    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 9));
-    QTest::mouseMove(bar, Thumb(bar, 90));
-    Do([&] { Bar()->SetEnabled(false); });
-    Do([&] { Bar()->SetEnabled(true); });
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 90));
-    EXPECT_EQ(bar->value(), 9);
+    Drag(m_bar, {90});
+    Do([] { Bar()->SetEnabled(false); });
+    Do([] { Bar()->SetEnabled(true); });
+    Release(m_bar, 90);
+    EXPECT_EQ(m_bar->value(), 9);
     EXPECT_EQ(TakeLog(), Names()) << "disabled under the hand: nothing is told";
 }
 
@@ -113,26 +122,8 @@ TEST_F(SliderTest, TheLeftButtonAloneMovesTheThumb) {
     }
 }
 
-TEST_F(SliderTest, WithLiveScrollEveryStepIsTold) {
-    auto* rate = Find<QSlider>("Mainform", "Rate");
-    QTest::mousePress(rate, Qt::LeftButton, Qt::NoModifier, Thumb(rate, 5));
-    QTest::mouseMove(rate, Thumb(rate, 6));
-    QTest::mouseMove(rate, Thumb(rate, 8));
-    QTest::mouseRelease(rate, Qt::LeftButton, Qt::NoModifier, Thumb(rate, 8));
-    EXPECT_EQ(TakeLog(), (Names{"down", "6", "8", "up"}));
-}
-
-TEST_F(SliderTest, APressThatTheLogicKeepsMovesNothing) {
-    m_keep = true;
-    QSlider* bar = BarWidget();
-    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, Thumb(bar, 80));
-    EXPECT_EQ(TakeLog(), (Names{"down", "up"}));
-    EXPECT_EQ(bar->value(), 0);
-}
-
 TEST_F(SliderTest, AnAssistiveToolMovesIt) {
-    QSlider* bar = BarWidget();
-    QAccessible::queryAccessibleInterface(bar)->valueInterface()->setCurrentValue(33);
+    QAccessible::queryAccessibleInterface(m_bar)->valueInterface()->setCurrentValue(33);
     EXPECT_EQ(TakeLog(), Names{"33"});
     EXPECT_EQ(Bar()->Value(), 33);
 }
