@@ -181,7 +181,7 @@ TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOneAndASaveThatFailsSay
     EXPECT_EQ(Line(1), "// DisplayMode") << "the lines stay changed";
 }
 
-TEST_F(SettingFormTest, ClosingItDropsTheEditsAndTheNextShowingIsNew) {
+TEST_F(SettingFormTest, ClosingItDropsTheEditsAndTheAboutWindowIsOnlyHidden) {
     Start();
     Show();
     Form().WindowColor_Check()->ReportClick();
@@ -189,20 +189,18 @@ TEST_F(SettingFormTest, ClosingItDropsTheEditsAndTheNextShowingIsNew) {
     Form().ReportCloseRequested();
     EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
     EXPECT_EQ(TheRuntime().Forms().All().size(), 4U);
-    Show();
+    Monitor().ReportMenuChosen("Shortcut_Setting"); // a new one
     EXPECT_TRUE(Form().Visible());
     EXPECT_FALSE(Form().WindowColor_Check()->Value());
-}
 
-TEST_F(SettingFormTest, TheAboutWindowIsShownAndHidden) {
-    Start();
-    const auto form = Instance<VerForm>();
-    Monitor().ReportMenuChosen("Shortcut_Ver");
-    Choose("Shortcut_Ver");
-    EXPECT_TRUE(form->Visible());
-    form->OKButton()->ReportClick();
-    EXPECT_FALSE(form->Visible());
-    form->ReportCloseRequested();
+    const auto about = Instance<VerForm>();
+    for (Window* window : {static_cast<Window*>(&Monitor()), static_cast<Window*>(&Console())}) {
+        window->ReportMenuChosen("Shortcut_Ver");
+        EXPECT_TRUE(about->Visible());
+        about->OKButton()->ReportClick();
+        EXPECT_FALSE(about->Visible());
+    }
+    about->ReportCloseRequested();
     EXPECT_EQ(TheRuntime().Forms().All().size(), 5U);
 }
 

@@ -61,6 +61,9 @@ TEST_P(VolumeTest, KeysStepOneLevelWithinTheEndsAndTheMoviesBarLagsAtThree) {
 }
 
 TEST_P(VolumeTest, AMuteOutlivesTheFileAndAStepEndsItButAtTheEnds) {
+    Act("open 0");
+    ExpectMuted(false);
+    Act("CloseKey");
     for (const char* end : {"VolumeUpKey", "MuteKey"}) { // at first with nothing open
         for (const char* act : {"MuteKey", "open 0"}) {
             Act(act);
