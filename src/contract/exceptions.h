@@ -5,7 +5,7 @@
 namespace kirolane {
 
 /// Base of the failures that the platform raises. The logic catches none of them: each delivery of an event
-/// is the one catch point (see common/runtime.h).
+/// is the one catch point (see contract/core/runtime.h).
 class RuntimeException : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

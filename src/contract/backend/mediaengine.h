@@ -59,7 +59,6 @@ struct EngineOrder {
     PlayerOrder order;
 };
 
-/// The media back end.
 class MediaEngine {
 public:
     virtual ~MediaEngine() = default;

@@ -4,7 +4,6 @@
 
 namespace kirolane {
 
-/// The application object.
 class App : public Application {};
 
 } // namespace kirolane

@@ -117,19 +117,16 @@ constexpr ControlDesign Worker(std::string_view name) {
     return Row(ControlKind::Thread, name, kWindow, 0, {});
 }
 
-/// The row, but hidden.
 constexpr ControlDesign Hidden(ControlDesign row) {
     row.visible = false;
     return row;
 }
 
-/// The row, but with that colour of text.
 constexpr ControlDesign Coloured(Color colour, ControlDesign row) {
     row.textColor = colour;
     return row;
 }
 
-/// The row, but with that type.
 constexpr ControlDesign InFont(std::string_view font, std::int32_t size, ControlDesign row) {
     row.textFont = font;
     row.textSize = size;

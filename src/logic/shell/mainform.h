@@ -197,7 +197,6 @@ public:
     Ref<Timer> TimeTimer() const { return Control<Timer>("TimeTimer"); }
     Ref<Thread> FolderThread() const { return Control<Thread>("FolderThread"); }
     Ref<Thread> mFolderThread() const { return Control<Thread>("mFolderThread"); }
-    /// The item of this window's own bar.
     Ref<class MenuItem> AltX_Key() const { return MenuItem("AltX_Key"); }
 
     // ---- logic/shell/mainform.cpp

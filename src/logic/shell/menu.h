@@ -12,7 +12,6 @@ struct MenuTable;
 /// object stays as it was built.
 class Menu : public MenuBar {
 public:
-    /// Builds the three menus, in order.
     Menu();
 
     /// The bar, made at first use.

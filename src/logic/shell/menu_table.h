@@ -13,10 +13,10 @@
 namespace kirolane {
 
 /// The windows in which a command is bound. It is enabled there, whatever the show is doing: one that cannot
-/// act now copes itself. Elsewhere it is disabled.
+/// act now copes itself. Elsewhere it is disabled. AltX_Key alone goes off in the console, where the settings
+/// hide the monitor (ApplySettings).
 enum class Where : std::uint8_t { Both, Console, Monitor };
 
-/// An item of a menu.
 struct MenuRow {
     std::string_view name;
     std::string_view text;                 ///< "-" for a separator, which has no more than a name
