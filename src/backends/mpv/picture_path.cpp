@@ -26,7 +26,7 @@ PicturePath::~PicturePath() {
     Detach();
     {
         const std::lock_guard lock(m_mutex);
-        m_quit = true;
+        m_todo.quit = true;
     }
     m_work.notify_one();
     m_worker.join();
@@ -45,7 +45,7 @@ void PicturePath::Attach(mpv_render_context* renderer) {
             auto* path = static_cast<PicturePath*>(self);
             {
                 const std::lock_guard lock(path->m_mutex);
-                path->m_wake = true;
+                path->m_todo.look = true;
             }
             path->m_work.notify_one();
         },
@@ -64,14 +64,13 @@ void PicturePath::Detach() {
 void PicturePath::Expect() {
     {
         const std::lock_guard lock(m_mutex);
-        m_tell = m_tell || m_progress == Progress::Shown;
+        m_todo.tell = m_todo.tell || m_progress == Progress::Shown;
         m_progress = Progress::Expected;
         m_own = false;
         m_hasPicture = false;
-        m_resting = false;
-        m_led = false;
+        m_following = Following::Nobody;
         m_follower = nullptr;
-        m_first = false;
+        m_todo.first = false;
         ++m_epoch;
     }
     m_work.notify_one();
@@ -81,7 +80,8 @@ void PicturePath::FileStarted() {
     const std::lock_guard lock(m_mutex);
     if (m_progress == Progress::Expected) // else it shows this very file already, the leader's pictures of it
         m_progress = Progress::Started;
-    m_resting = false;
+    if (m_following == Following::Rests)
+        m_following = Following::UntilOwn;
     ++m_epoch;
 }
 
@@ -90,7 +90,7 @@ void PicturePath::FirstPictureTaken() {
         const std::lock_guard lock(m_mutex);
         if (m_own)
             return;
-        m_first = true;
+        m_todo.first = true;
     }
     m_work.notify_one();
 }
@@ -101,7 +101,7 @@ void PicturePath::SetHasPicture(bool has) {
     if (m_follower == nullptr)
         return;
     const std::lock_guard follower(m_follower->m_mutex);
-    if (m_follower->m_resting)
+    if (m_follower->m_following == Following::Rests)
         m_follower->m_hasPicture = has;
 }
 
@@ -112,8 +112,7 @@ unsigned PicturePath::Lead(PicturePath& follower) {
         const std::lock_guard other(follower.m_mutex);
         m_follower = &follower;
         m_followerLead = lead = ++follower.m_lead;
-        follower.m_led = true;
-        follower.m_resting = true;
+        follower.m_following = Following::Rests;
         follower.m_own = false;
         follower.m_hasPicture = m_hasPicture;
     }
@@ -142,7 +141,7 @@ void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
 void PicturePath::DrawAgain() {
     {
         const std::lock_guard lock(m_mutex);
-        m_again = true;
+        m_todo.again = true;
     }
     m_work.notify_one();
 }
@@ -208,8 +207,8 @@ void PicturePath::Run(int niceness) {
     SetThreadNiceness(niceness);
     std::unique_lock lock(m_mutex);
     while (true) {
-        m_work.wait(lock, [this] { return m_quit || m_wake || m_again || m_first || m_tell; });
-        if (m_quit)
+        m_work.wait(lock, [this] { return m_todo.Any(); });
+        if (m_todo.quit)
             return;
         Turn(lock);
     }
@@ -217,11 +216,11 @@ void PicturePath::Run(int niceness) {
 
 void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
     bool published = false;
-    bool tell = std::exchange(m_tell, false);
-    const bool woken = std::exchange(m_wake, false);
-    const bool first = std::exchange(m_first, false) && !m_own;
+    bool tell = std::exchange(m_todo.tell, false);
+    const bool woken = std::exchange(m_todo.look, false);
+    const bool first = std::exchange(m_todo.first, false) && !m_own;
     // Without a picture of this file the renderer would draw black, or one of the file before.
-    const bool again = (std::exchange(m_again, false) && m_own) || first;
+    const bool again = (std::exchange(m_todo.again, false) && m_own) || first;
     if (m_renderer != nullptr && (woken || again)) {
         mpv_render_context* renderer = m_renderer;
         const Size size = SizeToDraw();
@@ -232,10 +231,10 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
         const bool rendered = Render(renderer, size, again, m_back, fresh);
         lock.lock();
 
-        const bool ours =
-            rendered && epoch == m_epoch && m_progress >= Progress::Started && (fresh || first) && !m_resting;
+        const bool ours = rendered && epoch == m_epoch && m_progress >= Progress::Started &&
+                          (fresh || first) && m_following != Following::Rests;
         m_own = m_own || ours;
-        if (rendered && !m_resting && (m_own || m_progress != Progress::Shown)) {
+        if (rendered && m_following != Following::Rests && (m_own || m_progress != Progress::Shown)) {
             lock.unlock();
             Publish(m_back);
             lock.lock();
@@ -339,7 +338,7 @@ bool PicturePath::TakeLead(const Buffer& picture, unsigned lead) {
         // Both: no other file may come in between.
         const std::lock_guard front(m_frontMutex);
         const std::lock_guard lock(m_mutex);
-        if (lead != m_lead || !m_led || m_own)
+        if (lead != m_lead || m_following == Following::Nobody || m_own)
             return false;
         std::swap(m_front, shared);
         m_progress = Progress::Shown;

@@ -80,6 +80,22 @@ private:
     /// Of the file now loading or loaded.
     enum class Progress : std::uint8_t { None, Expected, Started, Shown };
 
+    /// Whose pictures it shows while it has none of its own.
+    enum class Following : std::uint8_t {
+        Nobody,
+        UntilOwn, ///< the leader's, though its own renderer is at work
+        Rests,    ///< the leader's alone
+    };
+    /// What the worker is to do.
+    struct Work {
+        bool look = false;  ///< the renderer has something
+        bool again = false; ///< draw once more
+        bool first = false; ///< draw once more: it is the file's first picture
+        bool tell = false;  ///< the listener, without a picture
+        bool quit = false;
+        [[nodiscard]] bool Any() const { return look || again || first || tell || quit; }
+    };
+
     void Run(int niceness);
     /// One turn of the worker, entered and left with the lock.
     void Turn(std::unique_lock<std::mutex>& lock);
@@ -111,17 +127,12 @@ private:
     unsigned m_epoch = 0; ///< grows with each change of progress from outside
     bool m_own = false;   ///< the renderer holds a picture of this file
     bool m_hasPicture = false;
-    bool m_resting = false;
-    bool m_led = false;  ///< takes a leader's pictures while it has none of its own
+    Following m_following = Following::Nobody;
     unsigned m_lead = 0; ///< counts the leads: a picture may be under way from one that is over
     PicturePath* m_follower = nullptr;
     unsigned m_followerLead = 0; ///< the follower's number of this lead
-    bool m_wake = false;         ///< the renderer has something
-    bool m_again = false;        ///< draw once more
-    bool m_first = false;        ///< draw once more: it is the file's first picture
-    bool m_tell = false;
+    Work m_todo;
     bool m_busy = false; ///< the worker uses the renderer or the follower
-    bool m_quit = false;
 
     Buffer m_back;                 ///< the worker's
     std::array<Buffer, 3> m_small; ///< the worker's: one shown, one painted, one to draw into

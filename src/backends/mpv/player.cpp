@@ -54,7 +54,8 @@ bool Player::Load(const std::string& nativePath) {
 
 void Player::Release() {
     const std::lock_guard lock(m_conductor->Mutex());
-    m_released = true;
+    if (m_demand == Demand::Asked)
+        m_demand = Demand::Released;
 }
 
 double Player::Duration() const {
@@ -88,44 +89,33 @@ bool Player::AtEnd() const {
 
 bool Player::AtEndAt(TimePoint now) const {
     if (Rests())
-        return m_phase == Phase::Open && m_lead->AtEndAt(now);
-    return m_phase == Phase::Open && !m_flight && !m_nextSeek && m_eof;
+        return m_phase == Phase::Open && m_rest->lead->AtEndAt(now);
+    return m_phase == Phase::Open && !m_flight && !m_nextSeek && m_end.reached;
 }
 
 void Player::Reset() {
-    m_released = false;
-    m_ahead = false;
+    m_demand = Demand::Asked;
     m_duration = 0.0;
     m_exact = false;
-    m_described = false;
-    m_decoded = false;
     m_lastTry = false;
-    m_pictureless = false;
-    m_interlaced = false;
-    m_hasSound = false;
-    m_format.clear();
-    m_containerDuration = 0.0;
-    m_failure.clear();
-    m_running = false;
-    m_endTold = false;
-    m_moreTracks = false;
-    m_gaveUp = false;
-    m_lead = nullptr;
+    m_found = {};
+    m_wanted.running = false;
+    m_end = {};
+    m_rest.reset();
     Empty();
     m_pictures.Expect();
 }
 
 void Player::Empty() {
-    m_loading = false;
-    m_started = false;
+    m_held = Held::Nothing;
     m_nextSeek.reset();
     m_group = 0;
     m_flight.reset();
     m_standsAt.reset();
-    m_eof = false;
-    if (m_toldRunning)
+    m_end.reached = false;
+    if (m_told.running)
         m_deck->SetPause(true);
-    m_toldRunning = false;
+    m_told.running = false;
     m_clock.Set(0.0);
 }
 
@@ -133,7 +123,7 @@ void Player::Open(const MediaFile& file, const Preparation& preparation, bool ah
     Reset();
     m_phase = Phase::Opening;
     m_file = file;
-    m_ahead = ahead;
+    m_demand = ahead ? Demand::Ahead : Demand::Asked;
     TakePreparation(preparation);
     LoadFrom(0.0, Clock::now());
     m_flight->limit = TimePoint::max();
@@ -143,7 +133,7 @@ void Player::TakePreparation(const Preparation& preparation) {
     m_midi = preparation.midi.sound;
     m_uri = m_midi == nullptr ? m_file.path : preparation.midi.uri;
     m_header = preparation.header;
-    m_askedForPictures = m_role.role != Role::Sound;
+    m_withPictures = m_role.role != Role::Sound;
 }
 
 void Player::OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead) {
@@ -151,9 +141,7 @@ void Player::OpenAtRest(const MediaFile& file, const Preparation& preparation, P
     m_phase = Phase::Opening;
     m_file = file;
     TakePreparation(preparation);
-    m_restsFrom = 0.0;
-    m_leadFrom = 0.0;
-    m_lead = &lead;
+    m_rest = Rest{&lead, 0.0, 0.0};
     lead.m_pictures.Lead(m_pictures);
 }
 
@@ -162,28 +150,27 @@ void Player::LoadFrom(double seconds, TimePoint now) {
     SetSeekLead();
     m_clock.Set(seconds);
     m_flight = Flight{seconds, now + m_conductor->Options().seekLimit};
-    m_decoded = false;
-    LoadFile(m_askedForPictures, seconds);
+    m_found.decoded = false;
+    LoadFile(m_withPictures, seconds);
 }
 
 void Player::LoadFile(bool pictures, double from) {
-    m_askedForPictures = pictures;
-    m_loading = true;
-    m_started = false;
+    m_withPictures = pictures;
+    m_held = Held::Awaited;
     ++m_loadsUnderWay;
     const bool seeks = from > 0.0 || m_header.leadIn;
     m_deck->Load(m_uri, pictures, Filters(), seeks ? std::optional(from) : std::nullopt);
 }
 
 std::string Player::Filters() const {
-    if (!m_interlaced)
+    if (!m_found.interlaced)
         return m_header.turn;
     return kDeinterlacing + (m_header.turn.empty() ? "" : "," + m_header.turn);
 }
 
 void Player::Opened(const std::string& format, double duration, bool exact, TimePoint now) {
     m_phase = Phase::Open;
-    m_format = format;
+    m_found.format = format;
     m_duration = duration;
     m_exact = exact;
     if (m_flight)
@@ -202,12 +189,10 @@ std::unique_ptr<Deck> Player::Exchange(std::unique_ptr<Deck> deck) {
     m_deck->SetWakeUp({});
     m_pictures.Detach();
     std::unique_ptr<Deck> old = std::move(m_deck);
-    m_toldRunning = false;
-    m_toldRate = 1.0;
-    m_toldVolume = 256;
+    m_told = {};
     m_toldSeekLead = 0.0;
     m_loadsUnderWay = 0;
-    m_started = false;
+    m_held = Held::Nothing;
     m_output.clear();
     Furnish(std::move(deck));
     return old;
@@ -230,53 +215,53 @@ std::unique_ptr<Deck> Player::GoOnIn(std::unique_ptr<Deck> deck, TimePoint now) 
 }
 
 void Player::Want(const PlayerOrder& order) {
-    m_rate = std::clamp(order.rate, kSlowest, kFastest);
-    m_volume = order.volume;
+    m_wanted.rate = std::clamp(order.rate, kSlowest, kFastest);
+    m_wanted.volume = order.volume;
     if (m_phase != Phase::Open)
         return;
-    m_running = order.running;
-    if (!m_running)
+    m_wanted.running = order.running;
+    if (!m_wanted.running)
         m_group = 0;
-    if (!order.seekTo || m_gaveUp)
+    if (!order.seekTo || m_end.gaveUp)
         return;
     // Where it stands, or goes already, without running: equal orders are one seek.
     const std::optional<double> place = m_nextSeek ? m_nextSeek
                                         : m_flight ? std::optional(m_flight->target)
                                                    : m_standsAt;
-    if (m_toldRunning || m_eof || place != order.seekTo)
+    if (m_told.running || m_end.reached || place != order.seekTo)
         m_nextSeek = order.seekTo;
 }
 
 bool Player::StartsBy(const PlayerOrder& order) const {
     return m_phase == Phase::Open && !Rests() && order.running &&
-           (!m_toldRunning || order.seekTo || m_group != 0);
+           (!m_told.running || order.seekTo || m_group != 0);
 }
 
 void Player::Start() {
     m_deck->SetPause(false);
-    m_toldRunning = true;
+    m_told.running = true;
     m_standsAt.reset();
     m_group = 0;
     m_lastWord = Clock::now();
 }
 
 void Player::Halt(TimePoint now) {
-    if (!m_toldRunning)
+    if (!m_told.running)
         return;
     m_deck->SetPause(true);
-    m_toldRunning = false;
+    m_told.running = false;
     m_clock.Halt(now);
 }
 
 void Player::TellLevels(TimePoint now) {
-    if (m_toldRate != m_rate) {
-        m_deck->SetNumber("speed", m_rate);
-        m_clock.SetRate(m_rate, now);
-        m_toldRate = m_rate;
+    if (m_told.rate != m_wanted.rate) {
+        m_deck->SetNumber("speed", m_wanted.rate);
+        m_clock.SetRate(m_wanted.rate, now);
+        m_told.rate = m_wanted.rate;
     }
-    if (m_toldVolume != m_volume) {
-        m_deck->SetNumber("volume", CubicVolume(m_volume));
-        m_toldVolume = m_volume;
+    if (m_told.volume != m_wanted.volume) {
+        m_deck->SetNumber("volume", CubicVolume(m_wanted.volume));
+        m_told.volume = m_wanted.volume;
     }
 }
 
@@ -286,7 +271,7 @@ void Player::Advance(bool haltToSeek, TimePoint now) {
     TellLevels(now);
     if (m_phase != Phase::Open)
         return;
-    if (!m_running)
+    if (!m_wanted.running)
         Halt(now);
     if (!m_nextSeek || (m_flight && !m_flight->late))
         return; // one at a time: its end is then told from the next one's
@@ -304,7 +289,7 @@ std::optional<TimePoint> Player::Deadline() const {
         return std::nullopt;
     if (m_flight)
         return m_flight->late ? std::nullopt : std::optional(m_flight->limit);
-    return m_eof ? std::nullopt : m_clock.Doubtful();
+    return m_end.reached ? std::nullopt : m_clock.Doubtful();
 }
 
 void Player::TakeTime(TimePoint now) {
@@ -320,27 +305,26 @@ void Player::TakeTime(TimePoint now) {
 }
 
 void Player::RestAt(Player& lead, TimePoint now) {
-    m_restsFrom = AimAt(now);
-    m_leadFrom = lead.AimAt(now);
+    const Rest rest{&lead, AimAt(now), lead.AimAt(now)};
     Empty();
     m_deck->Stop();
-    m_lead = &lead;
+    m_rest = rest;
     lead.m_pictures.Lead(m_pictures);
 }
 
 double Player::RestAim(TimePoint now) const {
-    return m_restsFrom + (m_lead->AimAt(now) - m_leadFrom);
+    return m_rest->from + (m_rest->lead->AimAt(now) - m_rest->leadFrom);
 }
 
 void Player::Hold(TimePoint now) {
     if (!Rests())
         return;
-    m_restsFrom = RestAim(now);
-    m_leadFrom = m_lead->AimAt(now);
+    m_rest->from = RestAim(now);
+    m_rest->leadFrom = m_rest->lead->AimAt(now);
 }
 
 Player::Hearing Player::GetHearing() const {
-    if (m_role.role == Role::Preview || m_phase != Phase::Open || !m_hasSound || m_output.empty())
+    if (m_role.role == Role::Preview || m_phase != Phase::Open || !m_found.sound || m_output.empty())
         return Hearing::None;
     return m_output == kNoOutput ? Hearing::Silent : Hearing::Heard;
 }
@@ -353,7 +337,7 @@ void Player::SetOutputs(const std::string& outputs) {
 }
 
 void Player::TakeSoundUp(const std::string& outputs) {
-    if (m_eof)
+    if (m_end.reached)
         return;
     m_deck->TakeSoundUp(outputs);
     m_outputs = outputs;
@@ -368,14 +352,14 @@ std::optional<TimePoint> Player::DoubtedFrom() const {
 void Player::Settle(TimePoint now) {
     if (!Rests())
         return;
-    m_restsFrom = m_nextSeek.value_or(m_restsFrom);
-    m_leadFrom = m_lead->AimAt(now);
+    m_rest->from = m_nextSeek.value_or(m_rest->from);
+    m_rest->leadFrom = m_rest->lead->AimAt(now);
     m_nextSeek.reset();
 }
 
 void Player::Wake(TimePoint now) {
     const double place = AimAt(now);
-    m_lead = nullptr;
+    m_rest.reset();
     LoadFrom(place, now);
 }
 
@@ -384,7 +368,7 @@ void Player::Land(TimePoint now) {
     m_flight.reset();
     m_clock.Set(target);
     m_lastWord = now;
-    if (m_toldRunning)
+    if (m_told.running)
         m_clock.Start(now);
     else
         m_standsAt = target;

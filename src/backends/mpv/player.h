@@ -57,23 +57,23 @@ public:
     /// to.
     void OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead);
     /// It is what a Load asked for.
-    void Claim() { m_ahead = false; }
-    [[nodiscard]] bool Ahead() const { return m_ahead; }
+    void Claim() { m_demand = Demand::Asked; }
+    [[nodiscard]] bool Ahead() const { return m_demand == Demand::Ahead; }
     /// Nothing in it is wanted.
-    [[nodiscard]] bool Free() const { return m_phase == Phase::Empty || m_released; }
+    [[nodiscard]] bool Free() const { return m_phase == Phase::Empty || m_demand == Demand::Released; }
     /// libmpv is done with the file before.
-    [[nodiscard]] bool Taken() const { return m_started || !m_failure.empty(); }
+    [[nodiscard]] bool Taken() const { return m_held == Held::Started || !m_found.failure.empty(); }
     /// "" or why the file cannot be played.
-    [[nodiscard]] const std::string& Failure() const { return m_failure; }
+    [[nodiscard]] const std::string& Failure() const { return m_found.failure; }
     /// libmpv has opened the container: format and duration are known.
-    [[nodiscard]] bool Described() const { return m_described; }
-    [[nodiscard]] const std::string& Format() const { return m_format; }
+    [[nodiscard]] bool Described() const { return m_found.described; }
+    [[nodiscard]] const std::string& Format() const { return m_found.format; }
     /// 0 for unknown
     [[nodiscard]] double ContainerDuration() const {
-        return m_header.seconds > 0.0 ? m_header.seconds : m_containerDuration;
+        return m_header.seconds > 0.0 ? m_header.seconds : m_found.seconds;
     }
     /// A picture or sound of the file has been decoded.
-    [[nodiscard]] bool Decoded() const { return m_decoded; }
+    [[nodiscard]] bool Decoded() const { return m_found.decoded; }
     /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
     void Opened(const std::string& format, double duration, bool exact, TimePoint now);
     /// Empties the player.
@@ -91,7 +91,7 @@ public:
     [[nodiscard]] unsigned Group() const { return m_group; }
     void SetGroup(unsigned group) { m_group = group; }
     [[nodiscard]] bool WantsStart() const {
-        return m_phase == Phase::Open && !Rests() && m_running && !m_toldRunning;
+        return m_phase == Phase::Open && !Rests() && m_wanted.running && !m_told.running;
     }
     /// Stands where it is to start from, or has been waited for long enough.
     [[nodiscard]] bool Ready() const { return !m_nextSeek && (!m_flight || m_flight->late); }
@@ -104,13 +104,13 @@ public:
 
     // Resting at the twin.
 
-    [[nodiscard]] bool WantsToRun() const { return m_running; }
-    [[nodiscard]] double Rate() const { return m_rate; }
+    [[nodiscard]] bool WantsToRun() const { return m_wanted.running; }
+    [[nodiscard]] double Rate() const { return m_wanted.rate; }
     /// Plays on by itself, without an order under way.
-    [[nodiscard]] bool UnderWay() const { return m_toldRunning && Ready(); }
+    [[nodiscard]] bool UnderWay() const { return m_told.running && Ready(); }
     /// Its pictures change, whoever decodes them.
     [[nodiscard]] bool Plays() const {
-        return m_phase == Phase::Open && m_running && (Rests() || (UnderWay() && !m_eof));
+        return m_phase == Phase::Open && m_wanted.running && (Rests() || (UnderWay() && !m_end.reached));
     }
     /// Where it stands, or is sent to, in seconds.
     [[nodiscard]] double AimAt(TimePoint now) const;
@@ -118,8 +118,8 @@ public:
     /// Empties its libmpv. Position, end and pictures are those of `lead`, which plays the same file, the
     /// position less the distance at which they are.
     void RestAt(Player& lead, TimePoint now);
-    [[nodiscard]] bool Rests() const { return m_lead != nullptr; }
-    [[nodiscard]] bool RestsAt(const Player& lead) const { return m_lead == &lead; }
+    [[nodiscard]] bool Rests() const { return m_rest.has_value(); }
+    [[nodiscard]] bool RestsAt(const Player& lead) const { return m_rest && m_rest->lead == &lead; }
     /// About to be ordered: whatever comes to the lead leaves this one where it is now, until Settle.
     void Hold(TimePoint now);
     /// It has been ordered: keeps the distance between where orders have sent the two.
@@ -157,7 +157,41 @@ private:
         bool settling = false; ///< it has come back; the last reply is awaited
     };
 
+    /// Whether what it holds is wanted.
+    enum class Demand : std::uint8_t { Asked, Ahead, Released };
+    /// How far libmpv has come with the file.
+    enum class Held : std::uint8_t { Nothing, Awaited, Started };
+    /// What libmpv said of the file.
+    struct Findings {
+        bool described = false;   ///< the container: format and seconds
+        bool decoded = false;     ///< a picture or a sound
+        bool pictureless = false; ///< none of its pictures could be decoded so far
+        bool interlaced = false;  ///< its pictures are, and go through the filter for that
+        bool sound = false;       ///< it has some
+        std::string format;
+        double seconds = 0.0;
+        std::string failure;
+    };
+    struct Levels {
+        bool running = false;
+        double rate = 1.0;
+        std::int32_t volume = 256;
+    };
+    struct End {
+        bool reached = false;
+        bool told = false;       ///< on standard error
+        bool moreTracks = false; ///< than the one that plays, maybe longer ones
+        bool gaveUp = false;     ///< in the middle of the file; no seek moves it any more
+    };
+    struct Rest {
+        const Player* lead;
+        double from;     ///< where it was
+        double leadFrom; ///< when the lead was there
+    };
+
     void Take(const mpv_event& event, TimePoint now);
+    /// What libmpv says now is of this file, not of one before.
+    [[nodiscard]] bool IsOfThisFile() const { return m_held == Held::Started && m_loadsUnderWay == 0; }
     void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
@@ -196,38 +230,25 @@ private:
     std::string m_uri;                 ///< what libmpv loads in its name
     std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
     MovieHeader m_header;
-    bool m_ahead = false;
-    bool m_released = false;
+    Demand m_demand = Demand::Asked;
     double m_duration = 0.0;
     bool m_exact = false;
 
     // The opening.
     int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken
-    bool m_askedForPictures = false;
-    bool m_lastTry = false;     ///< with pictures and without them
-    bool m_pictureless = false; ///< none of its pictures could be decoded so far
-    bool m_interlaced = false;  ///< its pictures are, and go through the filter for that
-    bool m_loading = false;     ///< libmpv has not yet started the file
-    bool m_started = false;     ///< nor ended it
-    std::int64_t m_entry = 0;   ///< libmpv's number of the file that it started
-    bool m_described = false;
-    bool m_decoded = false;
-    bool m_hasSound = false;
-    std::string m_format;
-    double m_containerDuration = 0.0;
-    std::string m_failure;
+    Held m_held = Held::Nothing;
+    std::int64_t m_entry = 0; ///< libmpv's number of the file that it started
+    bool m_withPictures = false;
+    bool m_lastTry = false; ///< with pictures and without them
+    Findings m_found;
 
     // What is wanted.
-    bool m_running = false;
-    double m_rate = 1.0;
-    std::int32_t m_volume = 256;
+    Levels m_wanted;
     std::optional<double> m_nextSeek; ///< not yet told
     unsigned m_group = 0;             ///< players of one group start together
 
     // What libmpv has been told.
-    bool m_toldRunning = false;
-    double m_toldRate = 1.0;
-    std::int32_t m_toldVolume = 256;
+    Levels m_told;
     double m_toldSeekLead = 0.0;
     std::string m_outputs;
     std::optional<Flight> m_flight;
@@ -237,14 +258,9 @@ private:
     PlayClock m_clock;
     std::string m_output; ///< where its sound goes or went last
     TimePoint m_lastWord; ///< of its position, or its start
-    bool m_eof = false;
-    bool m_endTold = false;
-    bool m_moreTracks = false; ///< than the one that plays, maybe longer ones
-    bool m_gaveUp = false;     ///< in the middle of the file; no seek moves it any more
+    End m_end;
 
-    const Player* m_lead = nullptr; ///< null unless it rests
-    double m_restsFrom = 0.0;       ///< where it was
-    double m_leadFrom = 0.0;        ///< when the lead was there
+    std::optional<Rest> m_rest;
 };
 
 } // namespace kirolane::mpv

@@ -56,7 +56,7 @@ void Player::Take(const mpv_event& event, TimePoint now) {
     switch (event.event_id) {
     case MPV_EVENT_COMMAND_REPLY:
         if (topic == Topic::FileLoad && --m_loadsUnderWay == 0 && event.error < 0)
-            m_failure = CauseOf(event.error);
+            m_found.failure = CauseOf(event.error);
         break;
     case MPV_EVENT_PROPERTY_CHANGE:
         TakeProperty(topic, *static_cast<const mpv_event_property*>(event.data), now);
@@ -66,15 +66,14 @@ void Player::Take(const mpv_event& event, TimePoint now) {
         TakeReply(topic, event, now);
         break;
     case MPV_EVENT_START_FILE:
-        if (!m_loading || m_loadsUnderWay > 0)
+        if (m_held != Held::Awaited || m_loadsUnderWay > 0)
             break;
-        m_loading = false;
-        m_started = true;
+        m_held = Held::Started;
         m_entry = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
         m_pictures.FileStarted();
         break;
     case MPV_EVENT_FILE_LOADED:
-        if (!m_started || m_loadsUnderWay > 0)
+        if (!IsOfThisFile())
             break;
         m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
         m_deck->Ask("file-format", MPV_FORMAT_STRING, Topic::FileFormat);
@@ -84,7 +83,7 @@ void Player::Take(const mpv_event& event, TimePoint now) {
         TakeRestart();
         break;
     case MPV_EVENT_VIDEO_RECONFIG:
-        if (m_pictureless && m_started && m_loadsUnderWay == 0)
+        if (m_found.pictureless && IsOfThisFile())
             m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
         break;
     case MPV_EVENT_END_FILE:
@@ -101,12 +100,12 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
             m_output = *output;
         return;
     }
-    if (!m_started || m_loadsUnderWay > 0)
+    if (!IsOfThisFile())
         return;
     switch (topic) {
     case Topic::TimePos:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE);
-            seconds != nullptr && m_toldRunning && !m_flight) {
+            seconds != nullptr && m_told.running && !m_flight) {
             m_clock.Observe(*seconds, now);
             m_lastWord = now;
         }
@@ -116,7 +115,7 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
         break;
     case Topic::CoreIdle:
         // Data that does not come in time: the picture stands, and so does the position.
-        if (!m_toldRunning || m_flight)
+        if (!m_told.running || m_flight)
             break;
         if (Flag(property))
             m_clock.Halt(now);
@@ -134,27 +133,27 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
 
 void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     if (topic == Topic::Unpause) {
-        if (m_toldRunning && !m_flight && !m_clock.Running())
+        if (m_told.running && !m_flight && !m_clock.Running())
             m_clock.Start(now);
         return;
     }
-    if (event.event_id != MPV_EVENT_GET_PROPERTY_REPLY || !m_started || m_loadsUnderWay > 0)
+    if (event.event_id != MPV_EVENT_GET_PROPERTY_REPLY || !IsOfThisFile())
         return;
     const auto& property = *static_cast<const mpv_event_property*>(event.data);
     const bool known = event.error >= 0;
     switch (topic) {
     case Topic::VideoTrack:
-        m_pictures.SetHasPicture(known && !m_pictureless);
+        m_pictures.SetHasPicture(known && !m_found.pictureless);
         break;
     case Topic::FileFormat:
         if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
-            m_format = *format;
+            m_found.format = *format;
         SetSeekLead();
         break;
     case Topic::FileDuration:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
-            m_containerDuration = *seconds;
-        m_described = true;
+            m_found.seconds = *seconds;
+        m_found.described = true;
         break;
     case Topic::PixelFormat:
         TakePixelFormat(known);
@@ -164,15 +163,15 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
             TakeInterlaced();
         break;
     case Topic::SampleRate:
-        m_hasSound = known;
-        if (known && !m_decoded && (m_askedForPictures ? m_pictures.HasPicture() : m_lastTry)) {
-            m_pictureless = true; // its window stays black, rather than show the file before
+        m_found.sound = known;
+        if (known && !m_found.decoded && (m_withPictures ? m_pictures.HasPicture() : m_lastTry)) {
+            m_found.pictureless = true; // its window stays black, rather than show the file before
             m_pictures.SetHasPicture(false);
             m_conductor->TellOnce(m_file, "its pictures cannot be decoded");
         }
-        m_decoded = m_decoded || known;
-        if (!m_decoded)
-            m_failure = CauseOf(0);
+        m_found.decoded = m_found.decoded || known;
+        if (!m_found.decoded)
+            m_found.failure = CauseOf(0);
         break;
     case Topic::Settled:
         if (!m_flight || !m_flight->settling)
@@ -182,14 +181,14 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         break;
     case Topic::TrackCount:
         if (const auto* count = ValueOf<std::int64_t>(property, MPV_FORMAT_INT64))
-            m_moreTracks = !m_askedForPictures && *count > 1;
+            m_end.moreTracks = !m_withPictures && *count > 1;
         break;
     case Topic::EndPosition:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
             TakeEndPosition(*seconds, now);
         break;
     case Topic::SoundPos:
-        if (!m_toldRunning || m_flight)
+        if (!m_told.running || m_flight)
             break;
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
             m_clock.Observe(*seconds, now);
@@ -204,16 +203,16 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
 void Player::TakePixelFormat(bool known) {
     if (!known)
         return;
-    m_decoded = true;
+    m_found.decoded = true;
     m_pictures.FirstPictureTaken();
-    if (std::exchange(m_pictureless, false))
+    if (std::exchange(m_found.pictureless, false))
         m_deck->Ask("current-tracks/video/id", MPV_FORMAT_INT64, Topic::VideoTrack);
 }
 
 void Player::TakeInterlaced() {
-    if (m_interlaced)
+    if (m_found.interlaced)
         return;
-    m_interlaced = true;
+    m_found.interlaced = true;
     m_deck->SetFilters(Filters());
     if (!m_flight || !m_flight->settling)
         return;
@@ -223,7 +222,7 @@ void Player::TakeInterlaced() {
 
 void Player::SetSeekLead() {
     const bool loose =
-        std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), m_format) != std::end(kLooseSeeks);
+        std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), m_found.format) != std::end(kLooseSeeks);
     const double lead = loose ? kLooseSeekLead : 0.0;
     if (lead != m_toldSeekLead)
         m_deck->SetNumber("hr-seek-demuxer-offset", lead);
@@ -231,37 +230,37 @@ void Player::SetSeekLead() {
 }
 
 void Player::TakeRestart() {
-    if (!m_started || m_loadsUnderWay > 0)
+    if (!IsOfThisFile())
         return;
     if (m_flight)
         m_flight->settling = true;
-    if (!m_decoded) {
+    if (!m_found.decoded) {
         // Not the picture's size, which libmpv knows from the header too.
         m_deck->Ask("video-params/pixelformat", MPV_FORMAT_STRING, Topic::PixelFormat);
         m_deck->Ask("audio-params/samplerate", MPV_FORMAT_INT64, Topic::SampleRate);
     }
-    if (!m_interlaced)
+    if (!m_found.interlaced)
         m_deck->Ask("video-frame-info/interlaced", MPV_FORMAT_FLAG, Topic::Interlaced);
     m_deck->Ask("eof-reached", MPV_FORMAT_FLAG, Topic::Settled);
 }
 
 void Player::TakeEnd(const mpv_event_end_file& end) {
-    if (!m_started || m_loadsUnderWay > 0 || end.playlist_entry_id != m_entry)
+    if (!IsOfThisFile() || end.playlist_entry_id != m_entry)
         return;
-    m_started = false;
+    m_held = Held::Nothing;
     const std::string cause = CauseOf(end.error);
-    if (m_phase != Phase::Empty && !m_decoded && !m_lastTry && m_midi == nullptr &&
+    if (m_phase != Phase::Empty && !m_found.decoded && !m_lastTry && m_midi == nullptr &&
         (end.error == MPV_ERROR_NOTHING_TO_PLAY || end.error == MPV_ERROR_GENERIC)) {
         TryOtherWay();
     } else if (m_phase == Phase::Opening) {
-        m_failure = cause;
+        m_found.failure = cause;
     } else if (m_phase == Phase::Open) {
         // Given up in the middle. It is the end for whoever waits for one.
         TellEnd(cause);
         m_flight.reset();
         m_nextSeek.reset();
-        m_eof = true;
-        m_gaveUp = true;
+        m_end.reached = true;
+        m_end.gaveUp = true;
     }
 }
 
@@ -269,13 +268,13 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
 // end whatever there is to hear.
 void Player::TryOtherWay() {
     m_lastTry = true;
-    LoadFile(!m_askedForPictures, m_flight ? m_flight->target : 0.0);
+    LoadFile(!m_withPictures, m_flight ? m_flight->target : 0.0);
 }
 
 void Player::SetEof(bool eof, TimePoint now) {
     const bool wasAtEnd = AtEndAt(now);
-    m_eof = eof;
-    if (wasAtEnd || !AtEndAt(now) || !m_exact || m_endTold)
+    m_end.reached = eof;
+    if (wasAtEnd || !AtEndAt(now) || !m_exact || m_end.told)
         return;
     m_deck->Ask("track-list/count", MPV_FORMAT_INT64, Topic::TrackCount);
     m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
@@ -283,7 +282,7 @@ void Player::SetEof(bool eof, TimePoint now) {
 
 void Player::TakeEndPosition(double reached, TimePoint now) {
     reached = std::max(reached, m_clock.Read(now));
-    if (!AtEndAt(now) || m_endTold || m_moreTracks || m_duration - reached < kEarly)
+    if (!AtEndAt(now) || m_end.told || m_end.moreTracks || m_duration - reached < kEarly)
         return;
     char text[96];
     std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);
@@ -291,7 +290,7 @@ void Player::TakeEndPosition(double reached, TimePoint now) {
 }
 
 void Player::TellEnd(const std::string& cause) {
-    m_endTold = true;
+    m_end.told = true;
     m_conductor->TellOnce(m_file, cause);
 }
 
