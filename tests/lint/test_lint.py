@@ -62,16 +62,18 @@ class Lint(unittest.TestCase):
 
     def test_twins(self):
         movie = ("void Mainform::Pause_Action() {\n    QTM()->Stop(); // twice\n    monitor->QTM()->Stop();\n"
-                 "    File_Number = 0;\n}\n")
+                 "    File_Number = kMovieStep;\n}\n")
         sound = ("void Mainform::mPause_Action() {\n    const auto form = Instance<MusicForm>();\n"
-                 "    form->QTM()->Stop();\n    mFile_Number = 0;\n}\n")
+                 "    form->QTM()->Stop();\n    mFile_Number = kSoundStep;\n}\n")
         other = "void Mainform::Other() {\n    File_Number = QTM()->Position();\n}\n"
         sound_other = re.sub("(?=Other|File)", "m", other).replace("QTM", "Instance<MusicForm>()->QTM")
-        tree = {"src/logic/video/a.cpp": movie, "src/logic/video/b.cpp": other,
+        tree = {"src/logic/steps.h": "int kSoundStep = 1;\n",
+                "src/logic/video/a.cpp": movie, "src/logic/video/b.cpp": other,
                 "src/logic/sound/a.cpp": sound, "src/logic/sound/b.cpp": sound_other,
                 "tests/lint/twins.diff": "Pause_Action\n- monitor->QTM()->Stop();\n"}
         self.assertEqual(found("twins", tree), [])
-        for right, slip in [("Stop", "Play"), ("form->QTM", "QTM"), ("mFile_", "File_"), ("= 0", "= 1")]:
+        for right, slip in [("Stop", "Play"), ("form->QTM", "QTM"), ("mFile_", "File_"), ("kSound", "kMovie"),
+                            ("kSound", "k")]:
             breaches = found("twins", {**tree, "src/logic/sound/a.cpp": sound.replace(right, slip)})
             self.assertEqual(len(breaches), 1, slip)
         self.assertEqual(len(found("twins", {**tree, "src/logic/sound/c.cpp": "void Mainform::mNew() {\n}\n"})), 1)

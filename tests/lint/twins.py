@@ -10,30 +10,25 @@ import pathlib
 import re
 import sys
 
-FOLDERS = ["video", "sound", "lists", "shell"]
 LIST = pathlib.Path("tests/lint/twins.diff")
 OURS = r"form->|Instance<MusicForm>\(\)->"  # before a control of the sound's window
-TWIN = r"m(?=[A-Z]|file\b|folder\b|f_)"  # before a name of the console's that has a twin
+TWIN = r"m(?=k?[A-Z]|file\b|folder\b|f_)"  # before a name that has a twin
 METHOD = re.compile(r"^(?:void|bool|Task) Mainform::(\w+)\([^)]*\)[^{]*\{(.*?)^\}", re.M | re.S)
 
 
-def methods(root):
-    """Name to body, without comments."""
-    found = {}
-    for folder in FOLDERS:
-        for path in sorted((root / "src" / "logic" / folder).glob("*.cpp")):
-            text = re.sub(r"//.*|/\*.*?\*/", "", path.read_text(encoding="utf-8"))
-            found.update(METHOD.findall(text))
-    return found
+def texts(root):
+    """Of all files of the logic, without comments. kSoundTypes is written mkTypes."""
+    for path in sorted((root / "src" / "logic").rglob("*.*")):
+        text = re.sub(r"//.*|/\*.*?\*/", "", path.read_text(encoding="utf-8"))
+        yield re.sub(r"\b(k[A-Za-z]*?|)Sound(?=[A-Z])", r"m\1", text)
 
 
 def movie_name(name):
     return "PosTIme" if name == "PosTime" else name  # sic, on the console
 
 
-def sound_names(bodies):
-    """What sound methods take of the window, and what of the console has a twin for sound, in movie names."""
-    text = " ".join(bodies.values())
+def sound_names(text):
+    """What is taken of the sound's window, and what has a twin for sound, in movie names."""
     return set(map(movie_name, re.findall(rf"(?:{OURS}|\b{TWIN})(\w+)", text)))
 
 
@@ -44,7 +39,7 @@ def in_movie_names(body, names):
         ours, twin, name = match.groups()
         return movie_name(name) if ours or twin or name not in names else f"movie's {name}"
     body = body.replace("const auto form = Instance<MusicForm>();", "")
-    return re.sub(rf"(?<![\w.>:\"])({OURS})?({TWIN})?([A-Za-z]\w*)\b(?!<)", translated, body)
+    return re.sub(rf"(?<![\w.>\"])({OURS})?({TWIN})?([A-Za-z]\w*)\b(?!<)", translated, body)
 
 
 def statements(body):
@@ -54,14 +49,16 @@ def statements(body):
 
 def differences(root):
     """A block of lines for each pair that differs, and a line for each sound method without a twin."""
-    bodies = methods(root)
-    names = sound_names(bodies)
+    text = "\n".join(texts(root))
+    bodies = dict(METHOD.findall(text))
+    names = sound_names(text)
     for sound in sorted(name for name in bodies if re.match(r"m[A-Z]", name)):
         movie = sound[1:]
         if movie not in bodies:
             yield f"{sound}: no twin"
             continue
-        lines = difflib.unified_diff(statements(bodies[movie]), statements(in_movie_names(bodies[sound], names)), n=0,
+        lines = difflib.unified_diff(statements(bodies[movie].replace("kMovie", "k")),
+                                     statements(in_movie_names(bodies[sound], names)), n=0,
                                      lineterm="")
         differing = [f"{line[0]} {line[1:]}" for line in list(lines)[2:] if not line.startswith("@")]
         if differing:

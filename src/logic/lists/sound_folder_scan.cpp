@@ -11,6 +11,7 @@ namespace kirolane {
 Task Mainform::mFolderThread_Run() {
     const auto list = mStrGrid();
     const auto countLabel = mFileNumberLabel();
+    const auto player = Instance<MusicForm>()->QTM();
 
     mFold_Flag = true;
     FolderReading reading; // kept to the end: the items answer from one reading of the folder
@@ -51,8 +52,7 @@ Task Mainform::mFolderThread_Run() {
         }
         list->SetScrollBarVertical(true);
         countLabel->SetText(Str(matches));
-        if (!mFold_Flag && !Instance<MusicForm>()->QTM()->Movie().IsNil() &&
-            Equals(mfolder->AbsolutePath(), mCurrent_Dir))
+        if (!mFold_Flag && !player->Movie().IsNil() && Equals(mfolder->AbsolutePath(), mCurrent_Dir))
             countLabel->SetText(Str(mFile_Number + 1) + " / " + Str(matches));
         if (list->ListIndex() == -1 && mFile_Count != 0) // the count is still the one before this item
             list->SetListIndex(0);

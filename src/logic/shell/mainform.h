@@ -431,6 +431,7 @@ public:
     void mQTM_FrameFreeUp_Action();
     void mQTM_Mark_Action();
     void mQTM_MarkSeek_Action();
+    void mSeekBy(double seconds);
 
     // ---- logic/sound/rate.cpp
     // The two commands that step the sound window's rate slider.

@@ -6,34 +6,22 @@
 
 namespace kirolane {
 
-namespace {
-
-void MovePlayer(const Ref<MusicForm>& form, double seconds) {
+/// Ends with a start where the button is off. It is only while nothing is open, which the seeks test before.
+void Mainform::mSeekBy(double seconds) {
+    const auto form = Instance<MusicForm>();
     form->QTM()->SetPosition(form->QTM()->Position() + seconds);
-}
-
-/// Ends every seek. The button is disabled only while nothing is open, which the seeks test before.
-void PlayIfButtonIsOff(const Ref<MusicForm>& form) {
     if (!form->QTM_PlayButton()->Enabled())
         form->QTM()->Play();
 }
 
-} // namespace
-
 void Mainform::mQTM_Frame5Down_Action() {
-    const auto form = Instance<MusicForm>();
-    if (form->QTM()->Movie().IsNil())
-        return;
-    MovePlayer(form, -5.0);
-    PlayIfButtonIsOff(form);
+    if (!Instance<MusicForm>()->QTM()->Movie().IsNil())
+        mSeekBy(-5.0);
 }
 
 void Mainform::mQTM_Frame5Up_Action() {
-    const auto form = Instance<MusicForm>();
-    if (form->QTM()->Movie().IsNil())
-        return;
-    MovePlayer(form, 5.0);
-    PlayIfButtonIsOff(form);
+    if (!Instance<MusicForm>()->QTM()->Movie().IsNil())
+        mSeekBy(5.0);
 }
 
 /// Alone among the seeks of a sound it moves the slider at once; the others leave that to the tick.
@@ -41,33 +29,23 @@ void Mainform::mQTM_Frame30Down_Action() {
     const auto form = Instance<MusicForm>();
     if (form->QTM()->Movie().IsNil())
         return;
-    MovePlayer(form, -30.0);
+    mSeekBy(-30.0);
     form->QTM_PosBar()->SetValue(ToInteger(form->QTM()->Position()));
-    PlayIfButtonIsOff(form);
 }
 
 void Mainform::mQTM_Frame30Up_Action() {
-    const auto form = Instance<MusicForm>();
-    if (form->QTM()->Movie().IsNil())
-        return;
-    MovePlayer(form, 30.0);
-    PlayIfButtonIsOff(form);
+    if (!Instance<MusicForm>()->QTM()->Movie().IsNil())
+        mSeekBy(30.0);
 }
 
 void Mainform::mQTM_FrameFreeDown_Action() {
-    const auto form = Instance<MusicForm>();
-    if (form->QTM()->Movie().IsNil())
-        return;
-    MovePlayer(form, -FreeStepSeconds(Setting_Data(line::kSoundFreeSeek)));
-    PlayIfButtonIsOff(form);
+    if (!Instance<MusicForm>()->QTM()->Movie().IsNil())
+        mSeekBy(-FreeStepSeconds(Setting_Data(line::kSoundFreeSeek)));
 }
 
 void Mainform::mQTM_FrameFreeUp_Action() {
-    const auto form = Instance<MusicForm>();
-    if (form->QTM()->Movie().IsNil())
-        return;
-    MovePlayer(form, FreeStepSeconds(Setting_Data(line::kSoundFreeSeek)));
-    PlayIfButtonIsOff(form);
+    if (!Instance<MusicForm>()->QTM()->Movie().IsNil())
+        mSeekBy(FreeStepSeconds(Setting_Data(line::kSoundFreeSeek)));
 }
 
 void Mainform::mQTM_Mark_Action() {

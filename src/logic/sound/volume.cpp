@@ -34,14 +34,15 @@ void Mainform::mVolumeDown_Action() {
 
 void Mainform::mMute_Func() {
     const auto form = Instance<MusicForm>();
+    const auto player = form->QTM();
     if (!mMute_Flag) {
-        mCurrent_QTM_Volume = form->QTM()->Volume();
-        form->QTM()->SetVolume(0);
+        mCurrent_QTM_Volume = player->Volume();
+        player->SetVolume(0);
         form->VolumeLabel()->SetEnabled(false);
         form->VolumeProgress()->SetEnabled(false);
         mMute_Flag = true;
     } else {
-        form->QTM()->SetVolume(mCurrent_QTM_Volume);
+        player->SetVolume(mCurrent_QTM_Volume);
         form->VolumeLabel()->SetEnabled(true);
         form->VolumeProgress()->SetEnabled(true);
         mMute_Flag = false;

@@ -26,13 +26,15 @@ void Mainform::Rate_MouseUp(std::int32_t /*x*/, std::int32_t /*y*/) {
 // The write of the slider applies the rate through its event.
 
 void Mainform::SpeedUp_Action() {
-    if (Rate()->Value() >= kSlowest && Rate()->Value() < kFastest)
-        Rate()->SetValue(Rate()->Value() + 1);
+    const auto slider = Rate();
+    if (slider->Value() >= kSlowest && slider->Value() < kFastest)
+        slider->SetValue(slider->Value() + 1);
 }
 
 void Mainform::SpeedDown_Action() {
-    if (Rate()->Value() > kSlowest && Rate()->Value() <= kFastest)
-        Rate()->SetValue(Rate()->Value() - 1);
+    const auto slider = Rate();
+    if (slider->Value() > kSlowest && slider->Value() <= kFastest)
+        slider->SetValue(slider->Value() - 1);
 }
 
 } // namespace kirolane
