@@ -2,7 +2,7 @@
 
 #include "backends/posix/standard_streams.h"
 #include "contract/backend/host.h"
-#include "contract/core/runtime.h"
+#include "support/child_process.h"
 
 #include <csignal>
 #include <functional>
@@ -10,17 +10,14 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-namespace kirolane {
-namespace {
+namespace kirolane::tests {
 
 /// Writes lines to standard error as `prepare` leaves it, in a process of its own; how that ended, 7 for
 /// well. A write that waits is ended by SIGALRM.
-int StatusAfterLines(int lines, const std::function<void()>& prepare) {
-    const pid_t child = ::fork();
-    if (child == 0) {
+static int StatusAfterLines(int lines, const std::function<void()>& prepare) {
+    return StatusOfChild([&] {
         ::alarm(10);
         prepare();
         posix::SecureStandardStreams();
@@ -28,10 +25,7 @@ int StatusAfterLines(int lines, const std::function<void()>& prepare) {
         for (int line = 0; line < lines; ++line)
             WriteErrorLine("a line");
         std::quick_exit(::open("/dev/null", O_RDONLY) > STDERR_FILENO ? 7 : 1);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    });
 }
 
 TEST(ProcessTest, WhereverStandardErrorLeadsItNeitherEndsNorHoldsTheProcess) {
@@ -43,6 +37,7 @@ TEST(ProcessTest, WhereverStandardErrorLeadsItNeitherEndsNorHoldsTheProcess) {
         SCOPED_TRACE(ends == pipe ? "pipe" : "socket");
         const auto leadThere = [&] { ::dup2(ends[1], STDERR_FILENO); };
         EXPECT_EQ(StatusAfterLines(1, leadThere), 7);
+        ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
         char read[100];
         EXPECT_EQ(::read(ends[0], read, sizeof read), 17) << "the last line arrives";
         EXPECT_EQ(StatusAfterLines(30000, leadThere), 7) << "a full one";
@@ -55,5 +50,4 @@ TEST(ProcessTest, WhereverStandardErrorLeadsItNeitherEndsNorHoldsTheProcess) {
     EXPECT_EQ(StatusAfterLines(9, [] { ::close_range(0, 2, 0); }), 7) << "none at all";
 }
 
-} // namespace
-} // namespace kirolane
+} // namespace kirolane::tests

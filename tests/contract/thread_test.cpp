@@ -3,48 +3,43 @@
 #include "contract/exceptions.h"
 #include "contract/folderitem.h"
 #include "support/captured_stderr.h"
-#include "support/contract_test.h"
-#include "support/test_form.h"
+#include "support/console_test.h"
 
 #include <algorithm>
 #include <chrono>
 #include <memory>
 
-namespace kirolane {
-namespace {
+namespace kirolane::tests {
 
-using tests::ConsoleForm;
-
-class ThreadTest : public tests::ContractTest {
+class ThreadTest : public ConsoleTest {
 protected:
-    ThreadTest() : m_form(StartWith<ConsoleForm>()) {}
-    Thread& First() { return *m_form->Control<Thread>("First"); }
-    Thread& Second() { return *m_form->Control<Thread>("Second"); }
+    Thread& First() { return Get<Thread>("First"); }
+    Thread& Second() { return Get<Thread>("Second"); }
 
-    /// A body of so many turns, each of which appends `name` to the record.
-    std::function<Task()> Turns(const std::string& name, int count) {
-        return [this, name, count]() -> Task { return Body(name, count); };
+    /// Has the thread run a body of so many turns, each of which appends `name` to the record.
+    void Run(Thread& thread, char name, int count) {
+        thread.OnRun = [this, name, count]() -> Task { return Body(name, count); };
+        thread.Run();
     }
     std::string TakeTurns() { return std::exchange(m_turns, {}); }
 
+    std::string m_turns;
+
 private:
-    Task Body(std::string name, int count) {
+    Task Body(char name, int count) {
         for (int i = 0; i < count; ++i) {
             m_turns += name;
             co_await Yield();
         }
     }
-
-    Ref<ConsoleForm> m_form;
-    std::string m_turns;
 };
 
 TEST_F(ThreadTest, RunsOnlyWhereTheRunningCodeYields) {
-    First().OnRun = Turns("a", 3);
-    Second().OnRun = Turns("b", 2);
+    First().Kill(); // nothing yet
     Do([&] {
-        First().Run();
-        Second().Run();
+        Run(First(), 'a', 3);
+        Run(Second(), 'b', 2);
+        EXPECT_THROW(First().Run(), ThreadAlreadyRunningException);
         EXPECT_EQ(TakeTurns(), "");
         EXPECT_TRUE(First().Running());
         YieldToThreads();
@@ -58,34 +53,20 @@ TEST_F(ThreadTest, RunsOnlyWhereTheRunningCodeYields) {
     EXPECT_EQ(TakeTurns(), "aaa") << "it can run again";
 }
 
-TEST_F(ThreadTest, RunOnARunningThreadThrowsAndKillOnAStoppedOneDoesNothing) {
-    First().Kill();
-    First().OnRun = Turns("a", 3);
-    First().Run();
-    EXPECT_THROW(First().Run(), ThreadAlreadyRunningException);
-    Settle();
-    EXPECT_EQ(TakeTurns(), "aaa");
-}
-
 TEST_F(ThreadTest, KillEndsTheBodyWhereItIsAndReleasesWhatItHolds) {
-    auto held = std::make_shared<int>();
-    First().OnRun = [held]() -> Task {
-        return [](std::shared_ptr<int> kept) -> Task {
-            for (;;) {
-                (void)kept;
-                co_await Yield();
-            }
-        }(held);
+    const auto held = std::make_shared<int>();
+    First().OnRun = [&held]() -> Task {
+        for (const auto kept = held;;)
+            co_await Yield();
     };
     First().Run();
     Do([] { YieldToThreads(); });
-    const auto before = held.use_count();
+    EXPECT_EQ(held.use_count(), 2);
     Do([&] { First().Kill(); });
     EXPECT_FALSE(First().Running());
-    EXPECT_EQ(held.use_count(), before - 1);
+    EXPECT_EQ(held.use_count(), 1);
     Do([&] { // killed and run anew in one handler, as the folder buttons do
-        First().OnRun = Turns("a", 2);
-        First().Run();
+        Run(First(), 'a', 2);
         First().Kill();
         First().Run();
     });
@@ -94,53 +75,41 @@ TEST_F(ThreadTest, KillEndsTheBodyWhereItIsAndReleasesWhatItHolds) {
 }
 
 TEST_F(ThreadTest, ABodyThatKillsItsOwnThreadEndsAtItsNextYield) {
-    std::string steps;
-    First().OnRun = [&]() -> Task {
-        return [](Thread& self, std::string& record) -> Task {
-            record += '1';
-            self.Kill();
-            YieldToThreads(); // no yield within a turn
-            record += '2';
-            co_await Yield();
-            record += '3';
-        }(First(), steps);
+    First().OnRun = [this]() -> Task {
+        m_turns += '1';
+        First().Kill();
+        YieldToThreads(); // no yield within a turn
+        m_turns += '2';
+        co_await Yield();
+        m_turns += '3';
     };
-    Second().OnRun = Turns("b", 3);
     First().Run();
-    Second().Run();
+    Run(Second(), 'b', 3);
     Settle();
-    EXPECT_EQ(steps, "12");
+    EXPECT_EQ(TakeTurns(), "12bbb");
     EXPECT_FALSE(First().Running());
-    EXPECT_EQ(TakeTurns(), "bbb");
 }
 
 TEST_F(ThreadTest, OneThreadMayKillAndStartTheOther) {
-    Second().OnRun = Turns("b", 100);
-    First().OnRun = [&]() -> Task {
-        return [](Thread& other, std::function<Task()> next) -> Task {
-            co_await Yield();
-            other.Kill();
-            other.OnRun = next;
-            other.Run();
-        }(Second(), Turns("c", 2));
+    Run(Second(), 'b', 100);
+    First().OnRun = [this]() -> Task {
+        co_await Yield();
+        Second().Kill();
+        Run(Second(), 'c', 2);
     };
-    Second().Run();
     First().Run();
     Settle();
     EXPECT_EQ(TakeTurns(), "bbcc");
 }
 
 TEST_F(ThreadTest, AFailureEndsThatThreadAlone) {
-    tests::CapturedStderr captured;
+    CapturedStderr captured;
     First().OnRun = []() -> Task {
-        return []() -> Task {
-            co_await Yield();
-            (void)GetFolderItem("Root:gone:")->Count();
-        }();
+        co_await Yield();
+        (void)GetFolderItem("Root:gone:")->Count();
     };
-    Second().OnRun = Turns("b", 4);
     First().Run();
-    Second().Run();
+    Run(Second(), 'b', 4);
     Do([] { // the handler's own file is not the thread's
         Runtime::Current().Failures().NoteFile("/other", "cause");
         YieldToThreads();
@@ -159,26 +128,21 @@ TEST_F(ThreadTest, AFailureEndsThatThreadAlone) {
 TEST_F(ThreadTest, IdleTimeIsGivenInShortSlices) {
     bool stop = false;
     First().OnRun = [&]() -> Task {
-        return [](const bool& enough) -> Task {
-            while (!enough)
-                co_await Yield();
-        }(stop);
+        while (!stop)
+            co_await Yield();
     };
     First().Run();
-    std::vector<double> slices;
+    auto shortest = std::chrono::nanoseconds::max(); // some are held up by the machine's other work
     for (int i = 0; i < 21; ++i) {
         const auto begin = std::chrono::steady_clock::now();
         EXPECT_TRUE(TheRuntime().RunIdleSlice());
-        slices.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
+        shortest = std::min<std::chrono::nanoseconds>(shortest, std::chrono::steady_clock::now() - begin);
     }
-    const auto [shortest, longest] = std::minmax_element(slices.begin(), slices.end());
-    EXPECT_GE(*shortest, 2.0);
-    EXPECT_LE(*shortest, 4.0) << "at least one was not held up by the machine's other work";
+    EXPECT_GE(shortest, std::chrono::milliseconds(2));
+    EXPECT_LE(shortest, std::chrono::milliseconds(4));
     stop = true;
     Settle();
     EXPECT_FALSE(TheRuntime().RunIdleSlice());
 }
 
-} // namespace
-} // namespace kirolane
+} // namespace kirolane::tests

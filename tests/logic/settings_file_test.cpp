@@ -1,6 +1,6 @@
 #include "contract/core/colon_path.h"
 #include "logic_test.h"
-#include "support/as_user.h"
+#include "support/child_process.h"
 
 #include <filesystem>
 
@@ -59,10 +59,9 @@ TEST_F(SettingsFileTest, AnEmptyFirstLineGivesTheDefaultsInMemoryAloneAndAShortF
 TEST_F(SettingsFileTest, AFileThatIsNotThereOrMayNotBeReadFailsTheStartAndIsNamed) {
     WriteSettings({});
     const std::string file = Folder().Path(kSettings);
-    OpenToAll(Folder().Path("home"));
-    OpenToAll(Folder().Path());
+    std::filesystem::permissions(Folder().Path("home"), std::filesystem::perms::all);
     std::filesystem::permissions(file, std::filesystem::perms::none);
-    RunAsOrdinaryUser([&] { EXPECT_NE(StartFailure().find(file), std::string::npos); });
+    RunAsOrdinaryUser(Folder().Path(), [&] { EXPECT_NE(StartFailure().find(file), std::string::npos); });
     std::filesystem::remove(file); // in a folder that is there: somebody's settings are gone
     EXPECT_NE(StartFailure().find(file), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(file)) << "it is not made anew";

@@ -2,8 +2,8 @@
 
 #include "engine_test.h"
 #include "stalled_medium.h"
-#include "support/as_user.h"
 #include "support/captured_stderr.h"
+#include "support/child_process.h"
 #include "support/temporary_folder.h"
 
 #include <chrono>
@@ -101,9 +101,8 @@ TEST_F(BadFiles, WhatCannotBePlayedIsRefusedWithOneLineAndTheNextPlays) {
 TEST_F(BadFiles, AFileWithoutReadPermissionIsRefused) {
     EndPlayers(); // the child makes its own
     const std::string path = m_folder.Write("secret.mp4", Content("clip.mp4"));
-    OpenToAll(m_folder.Path());
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
-    RunAsOrdinaryUser([&] {
+    RunAsOrdinaryUser(m_folder.Path(), [&] {
         mpv::MpvMedia media({});
         const auto player = media.MakePlayer("player");
         CapturedStderr lines;

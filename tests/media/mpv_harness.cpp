@@ -62,7 +62,9 @@ bool LiveWindows::WaitUntil(const std::function<bool()>& condition, std::chrono:
     }
 }
 
-MpvHarness::MpvHarness(mpv::MpvOptions options) : m_media(WithRoles(std::move(options))) {}
+MpvHarness::MpvHarness(mpv::MpvOptions options)
+    : PlayerHarness({ClipPath("clip.mp4"), 5.0, ClipPath("short.mp4"), 3.0, 0.25, 0.1}),
+      m_media(WithRoles(std::move(options))) {}
 
 bool MpvHarness::WaitUntil(const std::function<bool()>& condition) {
     return m_windows.WaitUntil(condition, std::chrono::seconds(20));

@@ -42,14 +42,8 @@ public:
 
     MediaEngine& Media() override { return m_media; }
     WindowSystem& Windows() override { return m_windows; }
-    [[nodiscard]] std::string Clip() const override { return ClipPath("clip.mp4"); }
-    [[nodiscard]] double LengthSeconds() const override { return 5.0; }
-    [[nodiscard]] std::string OtherClip() const override { return ClipPath("short.mp4"); }
-    [[nodiscard]] double OtherLengthSeconds() const override { return 3.0; }
     bool WaitUntil(const std::function<bool()>& condition) override;
     [[nodiscard]] double Now() const override;
-    [[nodiscard]] double Tolerance() const override { return 0.25; }
-    [[nodiscard]] double LengthTolerance() const override { return 0.1; }
 
 private:
     headless::HandClock m_clock;

@@ -8,7 +8,7 @@
 #include "logic/shell/menu.h"
 #include "logic/shell/menu_table.h"
 #include "logic/sound/musicform_controls.h"
-#include "support/test_form.h"
+#include "support/console_test.h"
 
 #include <span>
 #include <string>

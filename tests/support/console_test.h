@@ -1,9 +1,9 @@
 #pragma once
 
 #include "contract/window.h"
+#include "support/contract_test.h"
 
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,29 +13,17 @@ namespace kirolane::tests {
 
 inline constexpr WindowDesign kConsoleDesign{
     .title = "Console", .role = WindowRole::Console, .width = 400, .height = 300};
-inline constexpr WindowDesign kAudienceDesign{
-    .title = "Audience", .role = WindowRole::Audience, .width = 320, .height = 240};
-inline constexpr WindowDesign kToolDesign{.title = "Tool", .width = 200, .height = 100, .visible = false};
+inline constexpr WindowDesign kAudienceDesign{.title = "Audience", .role = WindowRole::Audience};
+inline constexpr WindowDesign kToolDesign{.title = "Tool", .visible = false};
 inline constexpr WindowDesign kPaletteDesign{
-    .title = "Palette", .role = WindowRole::Palette, .width = 200, .height = 100, .visible = false};
+    .title = "Palette", .role = WindowRole::Palette, .visible = false};
 
 inline constexpr ControlDesign kConsoleControls[] = {
     {.name = "Tabs", .kind = ControlKind::TabPanel, .text = "One\nTwo"},
-    {.name = "Label", .kind = ControlKind::StaticText, .parent = "Tabs", .page = 1, .text = "text"},
-    {.name = "Grid", .kind = ControlKind::Listbox, .parent = "Tabs", .page = 1, .columnWidths = "18,348,50"},
-    {.name = "Bar",
-     .kind = ControlKind::Slider,
-     .minimum = 2,
-     .maximum = 10,
-     .value = 5,
-     .liveScroll = false},
+    {.name = "Grid", .kind = ControlKind::Listbox, .columnWidths = "18,348,50"},
+    {.name = "Bar", .kind = ControlKind::Slider, .minimum = 2, .maximum = 10, .value = 5},
     {.name = "Progress", .kind = ControlKind::ProgressBar, .maximum = 100},
-    {.name = "Box", .kind = ControlKind::CheckBox, .text = "check"},
-    {.name = "Choice", .kind = ControlKind::PopupMenu},
-    {.name = "Push", .kind = ControlKind::PushButton, .text = "push"},
-    {.name = "Bevel", .kind = ControlKind::BevelButton, .text = "bevel", .enabled = false},
-    {.name = "Field", .kind = ControlKind::EditField},
-    {.name = "Arrows", .kind = ControlKind::UpDownArrows},
+    {.name = "Push", .kind = ControlKind::PushButton},
     {.name = "A", .kind = ControlKind::MoviePlayer},
     {.name = "B", .kind = ControlKind::MoviePlayer},
     {.name = "Clock", .kind = ControlKind::Timer, .period = 1000, .mode = 2},
@@ -73,19 +61,28 @@ protected:
     void CreateControls() override { CreateControls(kConsoleControls); }
 };
 
-class AudienceForm : public TestForm {
+template <const WindowDesign& design> class BareForm : public TestForm {
 public:
-    AudienceForm() : TestForm("Audience", kAudienceDesign) {}
+    BareForm() : TestForm(design.title, design) {}
 };
+using AudienceForm = BareForm<kAudienceDesign>;
+using ToolForm = BareForm<kToolDesign>;
+using PaletteForm = BareForm<kPaletteDesign>;
 
-class ToolForm : public TestForm {
-public:
-    ToolForm() : TestForm("Tool", kToolDesign) {}
-};
+/// With the console of the tests on a small desktop, and nothing under way.
+class ConsoleTest : public ContractTest {
+protected:
+    ConsoleTest() {
+        Windows().UseDesktop();
+        m_form = StartWith<ConsoleForm>();
+        Settle();
+        m_form->TakeLog();
+    }
+    ConsoleForm& Form() { return *m_form; }
+    template <class T> T& Get(const char* name) { return *m_form->Control<T>(name); }
 
-class PaletteForm : public TestForm {
-public:
-    PaletteForm() : TestForm("Palette", kPaletteDesign) {}
+private:
+    Ref<ConsoleForm> m_form;
 };
 
 } // namespace kirolane::tests

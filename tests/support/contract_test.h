@@ -1,9 +1,9 @@
 #pragma once
 
 #include "backends/headless/headless.h"
-#include "backends/posix/posix_filesystem.h"
 #include "contract/core/runtime.h"
 #include "contract/implicit_instance.h"
+#include "support/silent_mount.h"
 #include "support/temporary_folder.h"
 
 #include <functional>
@@ -18,8 +18,8 @@ namespace kirolane::tests {
 /// "application" is where the program lies. Both are there, with the settings' place made.
 class ContractTest : public ::testing::Test {
 protected:
-    ContractTest();
-    ~ContractTest() override;
+    ContractTest() { EXPECT_EQ(m_files.Prepare(), ""); }
+    ~ContractTest() override { m_files.Answer(); } // the runtime waits for its workers
 
     /// Makes the first window and shows it, as the program's start does.
     template <class Form> Ref<Form> StartWith() {
@@ -29,7 +29,9 @@ protected:
     }
 
     /// Runs one handler as a delivery to the first window.
-    void Do(const std::function<void()>& handler);
+    void Do(const std::function<void()>& handler) {
+        EXPECT_TRUE(m_runtime->DeliverNow(*m_runtime->Forms().All().at(0), "test", handler));
+    }
     /// Lets everything that is under way end: posted calls, threads, workers.
     void Settle() { EXPECT_TRUE(Windows().RunUntilIdle()) << "still busy after 10 s"; }
     void Advance(std::int64_t milliseconds) { Windows().Advance(milliseconds); }
@@ -39,16 +41,20 @@ protected:
     [[nodiscard]] headless::HeadlessWindows& Windows() { return m_headless.windows; }
     [[nodiscard]] headless::HeadlessMedia& Media() { return m_headless.media; }
     [[nodiscard]] headless::HandClock& Clock() { return m_headless.clock; }
-    [[nodiscard]] posix::PosixFileSystem& Files() { return m_files; }
+    [[nodiscard]] SilentMount& Files() { return m_files; }
 
     /// Ends the runtime and makes a new one, as a second start of the program.
-    void Restart();
+    void Restart() {
+        m_runtime.reset();
+        Windows().Restart();
+        m_runtime = std::make_unique<Runtime>(Windows(), Media(), m_files);
+    }
 
 private:
     TemporaryFolder m_folder;
     headless::Headless m_headless;
-    posix::PosixFileSystem m_files;
-    std::unique_ptr<Runtime> m_runtime;
+    SilentMount m_files{m_folder.MakeFolder("home"), m_folder.MakeFolder("application")};
+    std::unique_ptr<Runtime> m_runtime = std::make_unique<Runtime>(Windows(), Media(), m_files);
 };
 
 } // namespace kirolane::tests

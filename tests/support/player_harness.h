@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace kirolane::tests {
 
@@ -15,29 +16,28 @@ namespace kirolane::tests {
 /// The suite makes a form "PlayerForm" with the player "PlayerForm.Main".
 class PlayerHarness {
 public:
+    struct Facts {
+        std::string clip;       ///< native path of one that plays, with sound and, if there are any, pictures
+        double length;          ///< its seconds: a whole number from 4 to 8
+        std::string otherClip;  ///< another one
+        double otherLength;     ///< at least 1 s shorter
+        double tolerance;       ///< seconds by which a running player may lie off an ideal one; at most 0.3
+        double lengthTolerance; ///< seconds by which a Duration may lie off the length; at most 0.1
+    };
+    explicit PlayerHarness(Facts facts) : is(std::move(facts)) {}
     virtual ~PlayerHarness() = default;
 
     /// For the runtime. The windows need no peers.
     virtual MediaEngine& Media() = 0;
     virtual WindowSystem& Windows() = 0;
 
-    /// Native path of a clip that plays, with sound and, if the engine has pictures, picture.
-    [[nodiscard]] virtual std::string Clip() const = 0;
-    /// Its length: a whole number of seconds from 4 to 8.
-    [[nodiscard]] virtual double LengthSeconds() const = 0;
-    /// Another clip that plays, at least 1 s shorter.
-    [[nodiscard]] virtual std::string OtherClip() const = 0;
-    [[nodiscard]] virtual double OtherLengthSeconds() const = 0;
-
     /// Lets time pass, with all that the runtime has to do, until the condition holds; it is asked at least
     /// every 20 ms of the time that players play in. False if it does not hold within 20 s of that time.
     virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
     /// Seconds of the time that players play in, from anywhere.
     [[nodiscard]] virtual double Now() const = 0;
-    /// Seconds by which a running player may lie off an ideal one; at most 0.3.
-    [[nodiscard]] virtual double Tolerance() const = 0;
-    /// Seconds by which a Duration may lie off the clip's length; at most 0.1.
-    [[nodiscard]] virtual double LengthTolerance() const = 0;
+
+    const Facts is;
 };
 
 /// The suite's parameter: INSTANTIATE_TEST_SUITE_P(Mpv, PlayerSuite, ::testing::Values(MakeMpvHarness)).

@@ -8,7 +8,7 @@
 
 namespace kirolane::tests {
 
-/// Files of a mount that answers only when told.
+/// Files of which some lie on a mount that answers only when told.
 class SilentMount : public posix::PosixFileSystem {
 public:
     using PosixFileSystem::PosixFileSystem;
@@ -17,15 +17,17 @@ public:
         std::unique_lock lock(m_mutex);
         m_changed.wait(lock, [this] { return m_waiting == 0; });
     }
-    /// Paths with that in them.
+    /// What becomes silent: readings of folders, and questions about paths with `part` in them.
+    void SilentFolders() { m_folders = true; }
     void SilentBelow(std::string part) { m_part = std::move(part); }
     FileKind Kind(const std::string& path) const override {
-        return !m_part.empty() && path.find(m_part) != std::string::npos && Wait()
-                   ? FileKind::Missing
-                   : PosixFileSystem::Kind(path);
+        if (m_part.empty() || path.find(m_part) == std::string::npos)
+            return PosixFileSystem::Kind(path);
+        Wait();
+        return FileKind::Missing;
     }
     bool ReadFolder(const std::string& path, const FolderVisitor& visit, std::string& cause) const override {
-        if (m_part.empty())
+        if (m_folders)
             Wait();
         return PosixFileSystem::ReadFolder(path, visit, cause);
     }
@@ -41,7 +43,7 @@ public:
     }
 
 private:
-    bool Wait() const {
+    void Wait() const {
         std::unique_lock lock(m_mutex);
         ++m_asked;
         ++m_waiting;
@@ -49,7 +51,6 @@ private:
         m_changed.wait(lock, [this] { return m_answers; });
         --m_waiting;
         m_changed.notify_all();
-        return true;
     }
 
     mutable std::mutex m_mutex;
@@ -57,7 +58,8 @@ private:
     mutable int m_asked = 0;
     mutable int m_waiting = 0;
     bool m_answers = false;
-    std::string m_part; ///< empty: all readings of folders are silent
+    bool m_folders = false;
+    std::string m_part;
 };
 
 } // namespace kirolane::tests
