@@ -36,8 +36,10 @@ TEST_F(WindowsTest, ConsoleStandsAtTheTopLeftOfTheMainScreenAndThePaletteBesideI
     EXPECT_EQ(Find("MonitorForm")->findChild<QMenuBar*>(), nullptr) << "the console alone has one";
     const auto* bar = Find("Mainform")->findChild<QMenuBar*>();
     EXPECT_TRUE(bar->isVisible());
+    m_console->TakeLog();
     Do([&] { m_console->SetMenuBarVisible(false); });
     Settle();
+    EXPECT_EQ(m_console->TakeLog(), Names()) << "what the placing itself moves is no move of a person's";
     EXPECT_FALSE(bar->isVisible());
     EXPECT_EQ(Content("Mainform"), content) << "without its bar the content stays where it is";
     EXPECT_EQ(Find("Mainform")->size(), QSize(800, 420));
