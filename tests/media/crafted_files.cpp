@@ -1,11 +1,10 @@
 #include "crafted_files.h"
 
-#include <algorithm>
+#include "engine_test.h"
+
 #include <cmath>
 
 namespace kirolane::tests {
-
-namespace {
 
 std::string BigEndian(std::uint32_t number, int bytes) {
     std::string text;
@@ -14,7 +13,14 @@ std::string BigEndian(std::uint32_t number, int bytes) {
     return text;
 }
 
-} // namespace
+std::string Forged(const std::string& clip, const std::string& word, std::size_t offset,
+                   std::string_view bytes) {
+    std::string content = Content(clip);
+    for (std::size_t at = content.find(word); at != std::string::npos;
+         at = content.find(word, at + word.size()))
+        content.replace(at + offset, bytes.size(), bytes);
+    return content;
+}
 
 std::string LayerOneSilence(double seconds) {
     // 384 samples a frame at 48 kHz and 384 kbit/s; no sub-band has any bits.
@@ -43,29 +49,20 @@ std::string MidiFile(int kind, int division, const std::vector<std::string>& tra
 }
 
 std::string MidiFile(const std::vector<MidiNote>& notes) {
-    struct Event {
-        std::uint32_t tick;
-        std::string message;
-    };
     constexpr int quarter = 500; // ticks: one is a millisecond
-    std::vector<Event> events;
-    for (const MidiNote& note : notes) {
-        const auto tick = static_cast<std::uint32_t>(std::lround(note.start * 1000));
-        const auto end = tick + static_cast<std::uint32_t>(std::lround(note.length * 1000));
-        const auto key = static_cast<char>(note.key);
-        events.push_back({tick, {'\x90', key, static_cast<char>(note.velocity)}});
-        events.push_back({end, {'\x80', key, '\0'}});
-    }
-    std::stable_sort(events.begin(), events.end(),
-                     [](const Event& a, const Event& b) { return a.tick < b.tick; });
     std::string track;
-    std::uint32_t now = 0;
-    for (const Event& event : events) {
-        track += MidiNumber(event.tick - now) + event.message;
-        now = event.tick;
+    double now = 0.0;
+    const auto at = [&](double seconds) {
+        track += MidiNumber(static_cast<std::uint32_t>(std::lround((seconds - now) * 1000)));
+        now = seconds;
+    };
+    for (const MidiNote& note : notes) {
+        at(note.start);
+        track += {'\x90', static_cast<char>(note.key), static_cast<char>(note.velocity)};
+        at(note.start + note.length);
+        track += {'\x80', static_cast<char>(note.key), '\0'};
     }
-    track += std::string("\0\xFF\x2F\0", 4);
-    return MidiFile(0, quarter, {track});
+    return MidiFile(0, quarter, {track + std::string("\0\xFF\x2F\0", 4)});
 }
 
 } // namespace kirolane::tests

@@ -1,6 +1,7 @@
 // An opened file is the only one that is opened, whatever it says, and nothing goes over the network. Each
 // check has its control: a bare libmpv, which follows the same file, trips it.
 
+#include "crafted_files.h"
 #include "engine_test.h"
 #include "support/captured_stderr.h"
 #include "support/temporary_folder.h"
@@ -86,13 +87,6 @@ std::uint32_t NumberAt(const std::string& bytes, std::size_t place) {
     return number;
 }
 
-std::string Number(std::uint32_t number) {
-    std::string bytes;
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes.push_back(static_cast<char>(number >> shift & 0xFF));
-    return bytes;
-}
-
 /// A QuickTime movie all of whose tracks say that their data lie in another file.
 std::string WithExternalData(std::string movie, const std::string& path) {
     const std::string alias = std::string(150, '\0') + std::string("\0\x02", 2) + // an absolute path follows
@@ -100,16 +94,16 @@ std::string WithExternalData(std::string movie, const std::string& path) {
                               (path.size() % 2 != 0 ? std::string(1, '\0') : "") + "\xFF\xFF" +
                               std::string(2, '\0');
     const std::string entry =
-        Number(static_cast<std::uint32_t>(12 + alias.size())) + "alis" + Number(0) + alias;
-    const std::string box =
-        Number(static_cast<std::uint32_t>(16 + entry.size())) + "dref" + Number(0) + Number(1) + entry;
+        BigEndian(static_cast<std::uint32_t>(12 + alias.size())) + "alis" + BigEndian(0) + alias;
+    const std::string box = BigEndian(static_cast<std::uint32_t>(16 + entry.size())) + "dref" + BigEndian(0) +
+                            BigEndian(1) + entry;
     for (std::size_t at = movie.find("dref"); at != std::string::npos;
          at = movie.find("dref", at + box.size())) {
         const std::uint32_t before = NumberAt(movie, at - 4);
         const std::uint32_t grows = static_cast<std::uint32_t>(box.size()) - before;
         for (const char* parent : {"dinf", "minf", "mdia", "trak", "moov"}) {
             const std::size_t name = movie.rfind(parent, at);
-            movie.replace(name - 4, 4, Number(NumberAt(movie, name - 4) + grows));
+            movie.replace(name - 4, 4, BigEndian(NumberAt(movie, name - 4) + grows));
         }
         movie.replace(at - 4, before, box);
     }
@@ -167,7 +161,7 @@ protected:
     /// Loads and plays the file in all three players.
     void Open(const std::string& path) {
         CapturedStderr lines;
-        const bool twins = Preview().Load(path) && Stage().Load(path);
+        const bool twins = LoadTwins(path);
         const bool sound = Sound().Load(path);
         const EngineOrder orders[] = {{&Preview(), {.unload = !twins, .running = true, .seekTo = {}}},
                                       {&Stage(), {.unload = !twins, .running = true, .seekTo = {}}},
@@ -175,7 +169,7 @@ protected:
         Media().Apply(orders);
         if (twins || sound)
             WaitUntil([&] { return Stage().Position() > 0.2 || Sound().Position() > 0.2; }, 2.0);
-        Unload({&Preview(), &Stage(), &Sound()});
+        Unload();
         lines.Lines();
     }
     std::string DecoyFor(const std::string& name) {

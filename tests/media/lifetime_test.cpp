@@ -19,10 +19,9 @@ std::size_t InUse() {
 class Lifetime : public EngineTest {
 protected:
     void OpenAndClose(const std::string& clip) {
-        ASSERT_TRUE(Preview().Load(ClipPath(clip)) && Stage().Load(ClipPath(clip)));
-        OrderTwins({.running = true, .seekTo = 0.0});
-        ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 0.0 && Preview().Position() > 0.0; }));
-        Unload({&Preview(), &Stage()});
+        PlayTwins(ClipPath(clip));
+        ASSERT_TRUE(Reaches(Stage(), 0.0) && Reaches(Preview(), 0.0));
+        Unload();
     }
 };
 

@@ -29,10 +29,8 @@ run -i master.mkv "${h264[@]}" -bf 2 -c:a aac -movflags +faststart -f mp4 clip.m
 run -i master.mkv -c:v mpeg4 -c:a aac -f 3g2 clip.3g2
 run -i master.mkv -c:v h263 -c:a aac -f 3gp clip.3gp
 run -i master.mkv -c:v mpeg4 -vtag DX50 -c:a libmp3lame -f avi clip.avi
-run -i master.mkv -c:v mpeg4 -vtag DIVX -c:a libmp3lame -f avi clip.divx
 run -i pal.mkv -c:v mpeg2video -b:v 3M -g 15 -bf 2 -c:a ac3 -f vob clip.vob
 run -i master.mkv -c:v mpeg1video -b:v 800k -g 15 -bf 2 "${ps[@]}" clip.mpg
-run -i master.mkv -c:v mpeg1video -b:v 800k -g 15 "${ps[@]}" clip.mpe
 run -i master.mkv -c:v mpeg2video -b:v 800k -g 15 "${ps[@]}" clip.mpeg
 run -i master.mkv -an -c:v mpeg2video -b:v 800k -g 15 -bf 2 -f mpeg2video clip.m2v
 run -i master.mkv -c:v wmv2 -b:v 400k -c:a wmav2 -f asf clip.wmv
@@ -46,7 +44,6 @@ run -i master.mkv -vn -c:a pcm_s16be -f au clip.au
 run -i master.mkv -vn -c:a pcm_s16le -f wav clip.wav
 run -i master.mkv -vn -c:a libmp3lame -b:a 128k -f mp3 clip.mp3
 run -i master.mkv -vn -c:a mp2 -f mp2 clip.mp2
-run -i master.mkv -vn -c:a mp2 -b:a 96k -f mp2 clip.m2a
 run -i master.mkv -vn -c:a aac -f adts clip.aac
 run -i master.mkv -vn -c:a aac -f mp4 clip.m4a
 run -i master.mkv -vn -c:a wmav2 -f asf clip.wma
@@ -66,6 +63,9 @@ run -i master.mkv -vf fps=1/2 -fps_mode passthrough "${h264[@]}" -c:a aac -f mp4
 # Sound that ends well before the pictures, and sound that begins well after them.
 run -i master.mkv -af atrim=end=2.5 "${h264[@]}" -c:a aac -f mp4 brief_sound.mp4
 run -i master.mkv -itsoffset 2 -i master.mkv -map 0:v -map 1:a -t $seconds "${h264[@]}" -c:a aac late_sound.mkv
+# Titles that ask to be shown.
+printf '1\n00:00:00,000 --> 00:00:05,000\nMMMMMMMM\nMMMMMMMM\n' >titles.srt
+run -i master.mkv -i titles.srt -map 0 -map 1 "${h264[@]}" -c:a aac -c:s srt -disposition:s default titled.mkv
 # Four quarters of four greys, the fourth the brightest, and headers that have them turned and mirrored: a point x, y is
 # to be shown at a x + c y, b x + d y. The name says what is then to be seen, row by row.
 run -f lavfi -i "nullsrc=s=160x96:r=$rate:d=2,format=yuv420p,geq=lum='60+40*gte(X,W/2)+80*gte(Y,H/2)':cb=128:cr=128" \
@@ -109,4 +109,4 @@ run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -dispos
 run -i master.mkv "${h264[@]}" -c:a aac -movflags +faststart -f mp4 early.mp4
 truncate -s $(($(stat -c %s early.mp4) * 6 / 10)) early.mp4
 
-rm master.mkv pal.mkv cover.jpg whole.mp4
+rm master.mkv pal.mkv cover.jpg whole.mp4 titles.srt

@@ -18,6 +18,10 @@
 
 namespace kirolane::tests {
 
+namespace {
+constexpr ssize_t kSteady = 44100; ///< bytes: a quarter of a second
+} // namespace
+
 /// Where the players look for a server, and nowhere else.
 struct PrivateSession {
     PrivateSession() {
@@ -72,15 +76,17 @@ protected:
     void Play(std::int32_t volume, double from = 0.0) {
         Order(Engine(), {.running = true, .seekTo = from, .volume = volume});
     }
-    /// The clip's tone comes out of the sink, as loud as that volume has it.
+    /// The clip's tone comes out of the sink and stays, as loud as that volume has it.
     bool IsHeard(std::int32_t volume) {
+        ssize_t steady = 0;
         return WaitUntil(
             [&] {
                 const auto bytes = read(m_heard, m_samples.data(), sizeof m_samples);
                 if (bytes <= 0)
                     return false;
                 const int peak = *std::max_element(m_samples.begin(), m_samples.begin() + bytes / 2);
-                return std::abs(peak - volume * 64) <= volume * 6;
+                steady = std::abs(peak - volume * 64) <= volume * 6 ? steady + bytes : 0;
+                return steady > kSteady;
             },
             5.0);
     }
@@ -131,16 +137,15 @@ INSTANTIATE_TEST_SUITE_P(Media, HeardPlayer, ::testing::Values("clip.mp4", "clip
 
 TEST_F(SoundDevice, TwinsStayTogetherWhenTheirServerHangs) {
     StartServer();
-    ASSERT_TRUE(Preview().Load(ClipPath("clip.mp4")) && Stage().Load(ClipPath("clip.mp4")));
-    OrderTwins({.running = true, .seekTo = 0.0});
-    ASSERT_TRUE(WaitUntil([&] { return Stage().Position() > 1.0; }));
+    PlayTwins(ClipPath("clip.mp4"));
+    ASSERT_TRUE(Reaches(Stage(), 1.0));
     kill(m_server, SIGSTOP);
     const auto shows = [&](PlayerEngine& engine) {
         const auto grey = Grey(engine);
         return grey && std::abs(*grey - GreyAt(engine.Position())) < 8.0;
     };
     ASSERT_TRUE(WaitUntil([&] { return !shows(Stage()); })) << "pictures stand";
-    EXPECT_TRUE(WaitUntil([&] { return Stage().Position() > 2.5; }));
+    EXPECT_TRUE(Reaches(Stage(), 2.5));
     EXPECT_TRUE(WaitUntil([&] { return shows(Stage()) && shows(Preview()); }, 1.0));
     EXPECT_NEAR(Stage().Position(), Preview().Position(), 0.05);
 }
