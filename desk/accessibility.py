@@ -103,17 +103,14 @@ def number(control):
     return Atspi.Value.get_current_value(control)
 
 
-def enabled(control):
-    return control.get_state_set().contains(Atspi.StateType.ENABLED)
+def _has(state):
+    return lambda control: control.get_state_set().contains(state)
 
 
-def showing(control):
-    return control.get_state_set().contains(Atspi.StateType.SHOWING)
-
-
-def checked(control):
-    """Ticked, or pressed by the program."""
-    return control.get_state_set().contains(Atspi.StateType.CHECKED)
+enabled = _has(Atspi.StateType.ENABLED)
+showing = _has(Atspi.StateType.SHOWING)
+selected = _has(Atspi.StateType.SELECTED)
+checked = _has(Atspi.StateType.CHECKED)  # ticked, or pressed by the program
 
 
 def act(control):

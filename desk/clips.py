@@ -25,11 +25,6 @@ def make_sound(path, seconds=20, tone=440):
     make(path, "-f", "lavfi", "-i", f"sine=frequency={tone}:sample_rate=48000", "-t", str(seconds))
 
 
-def make_long_movie(path, minutes=15):
-    make(path, "-f", "lavfi", "-i", f"testsrc=s=160x120:r=2:d={60 * minutes}", "-c:v", "libx264", "-preset", "ultrafast",
-         "-pix_fmt", "yuv420p", "-g", "20")
-
-
 def make(path, *arguments):
     """A file is there under its name only when it is whole."""
     if path.exists():
@@ -63,7 +58,7 @@ if __name__ == "__main__":
         make_movie(folder / f"{number} 番.mp4", number, tone=200 * number)
     make_movie(folder / "0 長.mp4", 4, seconds=150, rate=10)
     make_sound(folder / "音.wav")
-    make_long_movie(folder / "長編.mp4")
+    make_movie(folder / "長編.mp4", 5, seconds=900, rate=2)
     samples = folder / "samples"
     samples.mkdir(exist_ok=True)
     subprocess.run(["bash", pathlib.Path(__file__).parents[1] / "packaging/samples.sh", samples], check=True)

@@ -15,6 +15,7 @@ CONSOLE = "Kirolane"
 MONITOR = "モニター"
 PREFERENCES = "環境設定"
 CHOOSER = "フォルダを選択"
+ABOUT = "バージョン情報"
 LEFT = (0, 0, 1920, 1200)
 RIGHT = (1920, 0, 1920, 1080)
 
@@ -117,6 +118,14 @@ class Show:
 
     # Windows that come and go
 
+    def close(self):
+        """Ends the show by the console's close box; the seconds that it took."""
+        self.screen.ask_to_close(CONSOLE)
+        status, seconds = self.program.exit_status()
+        if status != 0 or self.program.errors:
+            raise AssertionError(f"ended with status {status}: {self.program.errors}")
+        return seconds
+
     def window(self, title):
         self.until(lambda: title in self.screen.windows(), f"the window {title}")
         return self.until(lambda: self._tree.window(title), f"what {title} holds")
@@ -128,8 +137,12 @@ class Show:
         """The title of the sound window: it changes with the movie's times."""
         return next((title for title in self.screen.windows() if "：" in title or title == "Untitled"), None)
 
+    def turn_to(self, page, window=CONSOLE):
+        """Of the lists, by its tab."""
+        self.click(*seen.centre(seen.named(self.control("ListTab", window), page)))
+
     def open_sounds(self):
-        self.click(*seen.centre(seen.named(self.control("ListTab"), "サウンド")))
+        self.turn_to("サウンド")
         self.until(lambda: seen.showing(self.control("mStrGrid")), "the sounds' page")
 
     def open_preferences(self):
@@ -138,6 +151,26 @@ class Show:
         self.window(PREFERENCES)
         self.until(lambda: self.screen.active_title() == PREFERENCES, "the preferences in front")
         self.forget(PREFERENCES)
+
+    def choose_for(self, button, folder):
+        """A folder in the preferences."""
+        self.click_on(button, PREFERENCES)
+        self.choose_folder(folder)
+        field = self.control(button.replace("Bevel", "Edit"), PREFERENCES)
+        self.until(lambda: seen.content(field) == program.colon_path(folder), f"{folder} beside {button}")
+
+    def save_preferences(self):
+        self.click_on("SettingButton", PREFERENCES)
+        self.until(lambda: self.text("MessageLabel", PREFERENCES) == "設定を確定しました", "the word of the save")
+
+    def close_preferences(self):
+        self.screen.ask_to_close(PREFERENCES)
+        self.until_gone(PREFERENCES)
+
+    def open_about(self):
+        """By the item of the menu."""
+        seen.act(seen.named(self.window(CONSOLE), ABOUT))
+        self.window(ABOUT)
 
     def choose_folder(self, folder):
         """Answers the folder chooser that is up or coming."""
@@ -170,6 +203,15 @@ class Show:
         picture = self.screen.picture
         return tuple(clips.read_code(picture, self.picture_area(window)) for window in (CONSOLE, MONITOR))
 
+    def until_moving(self, area, pictures=25, seconds=10.0):
+        """That many different ones have been seen there."""
+        different = set()
+
+        def moved():
+            different.add(self.screen.picture.few_pixels(*area))
+            return len(different) > pictures
+        self.until(moved, f"moving pictures at {area}", seconds)
+
     def until_playing(self, clip, frame=0):
         """Both windows show that clip, at that frame or later."""
         def reached():
@@ -190,8 +232,7 @@ def desk(binary, monitors=(LEFT, RIGHT), window_manager=True):
         yield Desk(folder, screen, waiter, binary)
 
 
-def logo_pixels(file, width, height):
-    """The bytes red, green, blue of the picture's top left part."""
-    raw = subprocess.run(["ffmpeg", "-nostdin", "-v", "error", "-i", str(file), "-vf", f"crop={width}:{height}:0:0",
-                          "-f", "rawvideo", "-pix_fmt", "rgb24", "-"], check=True, capture_output=True).stdout
-    return raw
+def pixels(file, kind, filters="null"):
+    """The bytes of a picture in a format of ffmpeg's."""
+    return subprocess.run(["ffmpeg", "-nostdin", "-v", "error", "-i", str(file), "-vf", filters, "-f", "rawvideo",
+                           "-pix_fmt", kind, "-"], check=True, capture_output=True).stdout

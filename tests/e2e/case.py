@@ -18,30 +18,50 @@ NO_TIME = "00：00：00"
 
 
 class Case(unittest.TestCase):
-    monitors = (desks.LEFT, desks.RIGHT)
-    window_manager = True
+    monitors = (desks.LEFT, desks.RIGHT)  # none where each test sets up its own
     beside_the_program = CLIP_NAMES
 
     def setUp(self):
-        self.desk = self.enterContext(desks.desk(BINARY, self.monitors, self.window_manager))
+        if self.monitors:
+            self.set_up(self.monitors)
+
+    def set_up(self, monitors, window_manager=True):
+        self.desk = self.enterContext(desks.desk(BINARY, monitors, window_manager))
         self.desk.put(*(CLIPS / name for name in self.beside_the_program))
         SHOTS.mkdir(parents=True, exist_ok=True)
 
-    def start(self, **options):
+    def start(self, lines=0, **options):
+        """The program, which at the end of the test has written so many lines to standard error."""
         show = self.enterContext(self.desk.started(**options))
+        self.addCleanup(lambda: self.assertEqual(len(show.program.errors), lines, show.program.errors))
         self.addCleanup(self.shoot, "end")  # while the program still runs
         return show
+
+    def start_playing(self):
+        show = self.start()
+        self.play_first(show)
+        return show
+
+    def play_first(self, show):
+        show.until_rows(CLIP_NAMES)
+        self.until_in_front(show, CONSOLE)
+        show.press("Return")
+        return show.until_playing(1, frame=5)
+
+    def until_monitor(self, show, area):
+        show.until(lambda: self.desk.screen.windows().get(MONITOR) == area,
+                   f"the monitor on {area}, not {self.desk.screen.windows()}")
+
+    def until_in_front(self, show, title):
+        show.until(lambda: self.desk.screen.active_title() == title, f"the keyboard in {title}")
 
     def shoot(self, moment):
         self.desk.screen.picture.save_png(SHOTS / f"{self.id().split('.', 1)[1]}-{moment}.png")
 
-    def assert_covers(self, window, area):
-        self.assertEqual(self.desk.screen.windows().get(window), tuple(area))
-
     def assert_curtain(self, show, window, width):
         """The logo stands on the black rectangle, which covers the player's place."""
         area = seen.area(show.control("DummyQTM", window))[:2]
-        wanted = desks.logo_pixels(LOGO, width, 120)
+        wanted = desks.pixels(LOGO, "rgb24", f"crop={width}:120:0:0")
         show.until(lambda: self.desk.screen.picture.area(*area, width, 120) == wanted, f"the logo in {window}")
 
     def until_still(self, show):
@@ -49,4 +69,5 @@ class Case(unittest.TestCase):
         return self.desk.waiter.until_still(show.codes)
 
 
-__all__ = ["Case", "CLIPS", "CLIP_NAMES", "CONSOLE", "MONITOR", "NO_TIME", "SHOTS", "seen", "unittest"]
+__all__ = ["Case", "CLIPS", "CLIP_NAMES", "CONSOLE", "LOGO", "MONITOR", "NO_TIME", "SHOTS",
+           "desks", "seen", "unittest"]

@@ -6,29 +6,16 @@ import pathlib
 from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen
 from desk import clips
 from desk.clips import FRAMES_PER_SECOND
-from desk.show import LEFT, PREFERENCES, RIGHT, inside
+from desk.show import ABOUT, LEFT, PREFERENCES, RIGHT, inside
 from desk.display import MAIN, SECOND
 from desk.sound import FileDevice
 
 GAP = 6  # between the console and a monitor under it
 ONLY = (0, 0, 1280, 1024)
-ABOUT = "バージョン情報"
 
 
 class Displays(Case):
-    def set_up(self, monitors, window_manager=True):
-        self.monitors, self.window_manager = monitors, window_manager
-        super().setUp()
-
-    def setUp(self):
-        pass  # each case says which displays it has
-
-    def until_monitor(self, show, area):
-        show.until(lambda: self.desk.screen.windows().get(MONITOR) == area,
-                   f"the monitor on {area}, not {self.desk.screen.windows()}")
-
-    def until_console_in_front(self, show):
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
+    monitors = None
 
     def console_content(self, show):
         """The console without its menu bar, as the box around all controls of the first list tells."""
@@ -53,11 +40,6 @@ class Displays(Case):
         show.until(lambda: self.console_content(show) == (left, top + bar), "the program told of it")
         return left, top + bar
 
-    def play_first(self, show):
-        show.until_rows(CLIP_NAMES)
-        show.click_row(0, times=2)
-        return show.until_playing(1, frame=5)
-
     def test_one_display(self):
         self.set_up([LEFT])
         file = self.desk.settings({4: "false", 8: "false"})
@@ -72,7 +54,6 @@ class Displays(Case):
         left, top = self.drag_console(show, 300, 90)  # the monitor comes along, beyond the edge, too
         self.until_monitor(show, (left, top + 420 + GAP, 800, 600))
         self.shoot("moved")
-        self.assertEqual(show.program.errors, [])
 
     def test_full_screen_on_the_only_display(self):
         self.set_up([ONLY])
@@ -80,7 +61,7 @@ class Displays(Case):
         show = self.start()
         screen = self.desk.screen
         self.until_monitor(show, ONLY)
-        self.until_console_in_front(show)
+        self.until_in_front(show, CONSOLE)
         show.until_rows(CLIP_NAMES)
         dark = screen.picture.pixel(1270, 1000)
         show.click_row(0, times=2)
@@ -96,14 +77,15 @@ class Displays(Case):
         self.drag_console(show, 200, 300)
         show.until(lambda: show.codes()[0], "the preview")
         self.shoot("moved")
-        self.assert_covers(MONITOR, ONLY)
-        self.assertEqual(show.program.errors, [])
+        self.until_monitor(show, ONLY)
 
     def test_no_window_manager(self):
         self.set_up([LEFT, RIGHT], window_manager=False)
         show = self.start()
         self.until_monitor(show, RIGHT)
-        self.play_first(show)
+        show.until_rows(CLIP_NAMES)
+        show.click_row(0, times=2)
+        show.until_playing(1, frame=5)
         self.shoot("playing")
 
     def test_a_panel_on_the_second_display(self):
@@ -133,23 +115,23 @@ class Displays(Case):
         opened = [name.readlink() for name in descriptors].count(device.file)
         self.assertEqual(opened, 1, "one player, and one only, has the sound device")
         screen.unplug(SECOND)
-        show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
-        self.until_console_in_front(show)
+        show.until_gone(MONITOR)
+        self.until_in_front(show, CONSOLE)
         show.until(lambda: (show.codes()[0] or (0, 0))[1] > stage[1] + FRAMES_PER_SECOND, "the preview going on")
         heard = device.seconds()
         show.press("Control_L", "Left")
         show.until(lambda: device.seconds() > heard + 1, "sound from the beginning, as the device takes it ahead of time")
         show.press("Alt_L", "x")  # of no use now: the console is all that can be seen
         show.until(lambda: min(show.text("PosTIme"), show.text("MonitorPosTime")) > "00：00：02", "both players going on")
-        self.until_console_in_front(show)
+        self.until_in_front(show, CONSOLE)
         self.shoot("gone")
         screen.plug(SECOND, RIGHT)
         self.until_monitor(show, RIGHT)
         show.until_playing(1, frame=stage[1] + FRAMES_PER_SECOND)
-        self.until_console_in_front(show)
+        self.until_in_front(show, CONSOLE)
         # A movie opened without the display fills it when it comes.
         screen.unplug(SECOND)
-        show.until(lambda: MONITOR not in screen.windows(), "no monitor without its display")
+        show.until_gone(MONITOR)
         show.press("Down")
         show.press("Return")
         show.until_text("FileLabel", CLIP_NAMES[1])
@@ -158,7 +140,6 @@ class Displays(Case):
         show.until_playing(2, frame=5)
         self.assertEqual(show.picture_area(MONITOR), RIGHT)
         self.shoot("back")
-        self.assertEqual(show.program.errors, [])
 
     def test_any_order(self):
         for name, main, stage in (("left", (1280, 0, 1920, 1200), (0, 120, 1280, 720)),
@@ -170,8 +151,7 @@ class Displays(Case):
                 self.until_monitor(show, stage)
                 self.play_first(show)
                 show.open_preferences()
-                seen.act(seen.named(show.window(CONSOLE), ABOUT))
-                show.window(ABOUT)
+                show.open_about()
                 for title in (PREFERENCES, ABOUT):
                     _, _, width, height = windows()[title]
                     middle = main[0] + (main[2] - width) // 2, main[1] + (main[3] - height) // 2, width, height
@@ -194,8 +174,11 @@ class Displays(Case):
             show.until(lambda: show.picture_area(MONITOR) == stage, f"the picture on {stage}")
             show.until(lambda: show.codes()[1], "the movie")
             self.assertEqual(screen.active_title(), keyboard)
+
+        def until_console(area):
+            show.until(lambda: inside(screen.windows()[CONSOLE], area), "the console on the operator's display")
         for keyboard in (CONSOLE, MONITOR):
-            show.until(lambda: screen.active_title() == keyboard, f"the keyboard in {keyboard}")
+            self.until_in_front(show, keyboard)
             screen.plug("HDMI", (1920, 100, 1024, 768), instead=SECOND)
             until_followed((1920, 100, 1024, 768), keyboard)
             screen.unplug("HDMI")
@@ -203,14 +186,13 @@ class Displays(Case):
             screen.plug(MAIN + "b", right, instead=MAIN)
             screen.plug("DVI", (0, 0, 1600, 900))
             until_followed((0, 0, 1600, 900), CONSOLE)
-            show.until(lambda: inside(screen.windows()[CONSOLE], right), "the console on the operator's display")
+            until_console(right)
             self.shoot(keyboard)
             screen.plug(MAIN, left, instead=MAIN + "b")
             screen.plug(SECOND, (1920, 0, 1600, 900), instead="DVI")
-            show.until(lambda: inside(screen.windows()[CONSOLE], left), "the console on the operator's display")
+            until_console(left)
             until_followed((1920, 0, 1600, 900), CONSOLE)
             show.press("Alt_L", "x")
-        self.assertEqual(show.program.errors, [])
 
     def test_virtual_desktops(self):
         self.set_up([LEFT, RIGHT])
@@ -223,5 +205,5 @@ class Displays(Case):
                    "the movie going on")
         self.shoot("other")
         screen.turn_to_desktop(0)
-        self.until_console_in_front(show)
+        self.until_in_front(show, CONSOLE)
         self.until_monitor(show, RIGHT)

@@ -8,18 +8,17 @@ import pathlib
 import subprocess
 
 from case import CLIPS, CONSOLE, MONITOR, SHOTS, Case, seen, unittest
+from desk import display
 from desk.show import CHOOSER, PREFERENCES, lay
-from desk.program import colon_path
 
 GUIDE = os.environ.get("KIROLANE_GUIDE")
-SAVED = "設定を確定しました"
-GROUND = 0x39424E
 
 OPERATOR = (0, 0, 1024, 640)
 AUDIENCE = (1024, 0, 1024, 640)
 FIRST_HALF = ["サンプル１.mp4", "サンプル２.mov", "サンプル３.m4v"]
 SECOND_HALF = {"第二部１.m4v": FIRST_HALF[2], "第二部２.mov": FIRST_HALF[1]}
 MUSIC = ["サンプル音１.wav", "サンプル音２.mp3"]
+FOLDERS = {"ムービー": dict(zip(FIRST_HALF, FIRST_HALF)), "第二部": SECOND_HALF, "音楽": dict(zip(MUSIC, MUSIC))}
 
 
 class Guide(Case):
@@ -29,7 +28,7 @@ class Guide(Case):
 
     def setUp(self):
         super().setUp()
-        self.desk.screen.paint_ground(GROUND)
+        self.desk.screen.paint_ground(display.GROUND)
 
     def picture(self, name, *area):
         """What the guide shows, once it stands still where it can; small, with few colours."""
@@ -46,15 +45,11 @@ class Evening(Guide):
 
     def setUp(self):
         super().setUp()
-        self.folders = {name: self.desk.home / name for name in ("ムービー", "第二部", "音楽")}
+        self.folders = {name: self.desk.home / name for name in FOLDERS}
         for folder in self.folders.values():
             folder.mkdir()
-        for name in FIRST_HALF:
-            lay(CLIPS / "samples" / name, self.folders["ムービー"] / name)
-        for name, source in SECOND_HALF.items():
-            lay(CLIPS / "samples" / source, self.folders["第二部"] / name)
-        for name in MUSIC:
-            lay(CLIPS / "samples" / name, self.folders["音楽"] / name)
+            for name, sample in FOLDERS[folder.name].items():
+                lay(CLIPS / "samples" / sample, folder / name)
 
     def settled(self, title):
         """The area of a window that stands still, with its frame."""
@@ -63,70 +58,43 @@ class Evening(Guide):
         left, top, width, height = screen.windows()[title]
         return left - 1, top - 20, width + 2, height + 22
 
-    def stage(self):
-        """A few pixels of the audience's display, enough to tell one picture from the next."""
-        left, top, width, height = AUDIENCE
-        return tuple(self.desk.screen.picture.pixel(left + x * width // 32, top + y * height // 16)
-                     for x in range(1, 32) for y in range(1, 16))
-
-    def until_moving(self, show, pictures=25):
-        seen_there = set()
-
-        def moved():
-            seen_there.add(self.stage())
-            return len(seen_there) > pictures
-        show.until(moved, "moving pictures for the audience")
-
-    def choose(self, show, button, folder, picture=None):
-        show.click_on(button, PREFERENCES)
-        if picture:
-            show.window(CHOOSER)
-            self.picture(picture, *self.settled(CHOOSER))
-        show.choose_folder(self.folders[folder])
-        field = button.replace("Bevel", "Edit")
-        show.until(lambda: seen.content(show.control(field, PREFERENCES)) == colon_path(self.folders[folder]),
-                   f"{folder} in {field}")
-
-    def end(self, show):
-        self.desk.screen.ask_to_close(CONSOLE)
-        status, seconds = show.program.exit_status()
-        self.assertEqual((status, show.program.errors), (0, []))
-        self.assertLess(seconds, 2.0)
-
     def test_evening(self):
         with self.desk.started() as show:
-            show.until(lambda: self.desk.screen.windows().get(MONITOR) == AUDIENCE, "the audience's window")
+            self.until_monitor(show, AUDIENCE)
             self.choose_folders(show)
-            self.end(show)
+            self.assertLess(show.close(), 1.0)
         with self.desk.started() as show:
             show.until_rows(FIRST_HALF)
             self.run_the_list(show)
             self.add_music(show)
             self.go_on_with_the_second_half(show)
             self.hide_and_show_the_console(show)
-            self.end(show)
+            self.assertLess(show.close(), 1.0)
 
     def choose_folders(self, show):
         show.open_preferences()
-        self.choose(show, "Folder1_Bevel", "ムービー", picture="chooser")
-        self.choose(show, "Folder2_Bevel", "第二部")
-        show.click(*seen.centre(seen.named(show.control("ListTab", PREFERENCES), "サウンド")))
+        show.click_on("Folder1_Bevel", PREFERENCES)
+        show.window(CHOOSER)
+        self.picture("chooser", *self.settled(CHOOSER))
+        show.press("Escape")
+        show.until_gone(CHOOSER)
+        show.choose_for("Folder1_Bevel", self.folders["ムービー"])
+        show.choose_for("Folder2_Bevel", self.folders["第二部"])
+        show.turn_to("サウンド", PREFERENCES)
         show.until(lambda: seen.showing(show.control("mFolder1_Bevel", PREFERENCES)), "the sounds' page")
-        self.choose(show, "mFolder1_Bevel", "音楽")
-        show.click(*seen.centre(seen.named(show.control("ListTab", PREFERENCES), "ムービー")))
-        show.click_on("SettingButton", PREFERENCES)
-        show.until(lambda: show.text("MessageLabel", PREFERENCES) == SAVED, "the word of the save")
+        show.choose_for("mFolder1_Bevel", self.folders["音楽"])
+        show.turn_to("ムービー", PREFERENCES)
+        show.save_preferences()
         self.picture("preferences", *self.settled(PREFERENCES))
-        self.desk.screen.ask_to_close(PREFERENCES)
-        show.until_gone(PREFERENCES)
+        show.close_preferences()
 
     def run_the_list(self, show):
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")
+        self.until_in_front(show, CONSOLE)
         show.press("Shift_L", "x")
         show.until(lambda: show.text("LoopLabel") == "↓", "the sign of the list")
         show.press("Return")
         show.until_text("PlayModeLabel", "再生中")
-        self.until_moving(show)
+        show.until_moving(AUDIENCE)
         show.until(lambda: show.text("PosTIme") >= "00：00：03", "three seconds of it")
         self.picture("show")
 
@@ -143,33 +111,33 @@ class Evening(Guide):
         self.assertEqual(show.text("VolumeLabel"), "Volume：  80", "the movie is as loud as before")
         show.press("Control_L", "Shift_L", "x")
         show.until(lambda: show.text("mLoopLabel") == "↓", "the sign of the music's list")
-        self.until_moving(show)
+        show.until_moving(AUDIENCE)
         self.picture("music", *OPERATOR)
 
     def go_on_with_the_second_half(self, show):
         # The end of a movie leads to the next row by itself.
         show.press("Control_L", "Right")
         show.until_text("FileLabel", FIRST_HALF[1])
-        show.click(*seen.centre(seen.named(show.control("ListTab"), "ムービー")))
+        show.turn_to("ムービー")
         show.until(lambda: seen.showing(show.control("StrGrid")), "the movies' page")
         show.click_on("Fold2")
         show.until_rows(list(SECOND_HALF))
-        self.until_moving(show)
+        show.until_moving(AUDIENCE)
         show.until_text("FileLabel", FIRST_HALF[1])
         show.press("Return")
         show.until_text("FileLabel", list(SECOND_HALF)[0])
         show.until(lambda: show.rows(2, column=0) == ["●", ""], "its mark")
-        self.until_moving(show)
+        show.until_moving(AUDIENCE)
 
     def hide_and_show_the_console(self, show):
         windows = self.desk.screen.windows
         show.press("Alt_L", "x")
         show.until(lambda: CONSOLE not in windows() and not show.sound_window(), "the audience's window alone")
-        self.until_moving(show)
+        show.until_moving(AUDIENCE)
         self.picture("hidden")
         show.press("Alt_L", "x")
         show.until(lambda: CONSOLE in windows() and show.sound_window(), "the console and the music's window")
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")
+        self.until_in_front(show, CONSOLE)
 
 
 class OneDisplay(Guide):
@@ -189,8 +157,7 @@ class OneDisplay(Guide):
                 show.until(lambda: show.text("PosTIme") >= "00：00：03", "three seconds of the movie")
                 self.assertEqual(MONITOR in self.desk.screen.windows(), picture != "none")
                 self.picture(picture)
-                self.desk.screen.ask_to_close(CONSOLE)
-                self.assertEqual(show.program.exit_status()[0], 0)
+                show.close()
 
 
 if __name__ == "__main__":

@@ -1,5 +1,7 @@
 """Every key of the movie's and the window's menu in every display mode, in the console and from the monitor."""
 
+import functools
+
 from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen, unittest
 from desk import clips, keys
 from desk.show import LEFT, RIGHT
@@ -56,13 +58,12 @@ CONSOLE_ONLY = {"スピードを上げる", "スピードを下げる"}
 
 
 class EveryKey(Case):
-    def setUp(self):
-        pass  # each case says which displays it has
+    monitors = None
 
     def begin(self, mode):
         self.mode = mode
-        self.monitors, lines = MODES[mode]
-        super().setUp()
+        monitors, lines = MODES[mode]
+        self.set_up(monitors)
         self.desk.put(CLIPS / LONG)
         self.desk.settings({12: ONE_MINUTE, **lines})
         self.program_show = self.start()
@@ -115,20 +116,19 @@ class EveryKey(Case):
     def in_console(self, mode):
         show = self.begin(mode)
         hidden = mode == "hidden_monitor"
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
+        self.until_in_front(show, CONSOLE)
         idle = {**IDLE, "windows": {CONSOLE}} if hidden else IDLE
         self.until_state(idle, "the start")
         self.walk(idle, lambda item, change: {} if hidden and "windows" in change else change)
         show.press(*self.keys["Quit"][0])
         self.assertEqual(show.program.exit_status()[0], 0)
-        self.assertEqual(show.program.errors, [])
 
     def in_monitor(self, mode):
         """The console is hidden; what is seen of it comes from its labels all the same."""
         show = self.begin(mode)
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the console in front")
+        self.until_in_front(show, CONSOLE)
         show.press(*self.keys["コンソールウィンドウを隠す"][0])
-        show.until(lambda: self.desk.screen.active_title() == MONITOR, "the keyboard in the monitor")
+        self.until_in_front(show, MONITOR)
 
         def changes(item, change):
             if item in CONSOLE_ONLY:
@@ -138,29 +138,23 @@ class EveryKey(Case):
         # This closes the monitor and nothing else; the console comes, as no other window is left.
         show.press(*self.keys["Quit"][0])
         show.until(lambda: set(self.desk.screen.windows()) & SHOWN == {CONSOLE}, "the console alone")
-        show.until(lambda: self.desk.screen.active_title() == CONSOLE, "the keyboard in the console")
+        self.until_in_front(show, CONSOLE)
         show.forget(MONITOR)
         show.press("Return")  # needs the monitor, which is made anew as it was designed
         show.until(lambda: MONITOR in self.desk.screen.windows(), "the monitor")
         left, top, _, height = self.desk.screen.windows()[CONSOLE]
-        show.until(lambda: self.desk.screen.windows().get(MONITOR) == (left, top + height + 6, 320, 240),
-                   f"the monitor under the console, not {self.desk.screen.windows()}")
+        self.until_monitor(show, (left, top + height + 6, 320, 240))
         show.until(lambda: (self.code(CONSOLE, SHOWN) or (0, 0))[1] > LONG_RATE, "the preview playing")
-        self.assertEqual(show.program.errors, [])
 
 
 def clock(seconds):
     return f"{int(seconds) // 3600:02}：{int(seconds) // 60 % 60:02}：{int(seconds) % 60:02}"
 
 
-def case(press, mode):
-    return lambda self: press(self, mode)
-
-
 for name in MODES:
-    setattr(EveryKey, f"test_{name}", case(EveryKey.in_console, name))
+    setattr(EveryKey, f"test_{name}", functools.partialmethod(EveryKey.in_console, name))
     if name != "hidden_monitor":
-        setattr(EveryKey, f"test_{name}_from_the_monitor", case(EveryKey.in_monitor, name))
+        setattr(EveryKey, f"test_{name}_from_the_monitor", functools.partialmethod(EveryKey.in_monitor, name))
 
 
 if __name__ == "__main__":

@@ -82,7 +82,7 @@ class Footage(Case):
     def play_all(self, kinds):
         for name, kind in kinds.items():
             lay(CORPUS / (kind.clip or name), self.desk.media / name)
-        show = self.start()
+        show = self.start(lines=sum(kind.lines for kind in kinds.values()))
         show.until_rows(list(kinds))
         for name, kind in kinds.items():
             self.play(show, name, kind)
