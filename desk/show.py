@@ -180,6 +180,7 @@ class Show:
         self.until(lambda: seen.enabled(seen.named(chooser, "選択")), "a choice")
         seen.act(seen.named(chooser, "選択"))
         self.until_gone(CHOOSER)
+        self.until(lambda: self.screen.active_title() not in ("", CHOOSER), "the keyboard where it was")
 
     # The list in front
 
