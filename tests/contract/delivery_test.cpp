@@ -158,7 +158,10 @@ TEST_F(DeliveryTest, TheChooserShowsWhatWasOrderedAndLetsOnlyThreadsRun) {
         const int updates = Windows().RecordOf("Console").updates;
         Push().ReportClick();
         Form().ReportMoved(70, 80);
+        EXPECT_EQ(Form().Left(), 70) << "where the window lies is known all the same";
         Form().ReportDeactivated();
+        Windows().SetScreens({{500, 0, 800, 600}});
+        TheRuntime().ReportScreensChanged();
         Advance(3000);
         EXPECT_EQ(turns, 5);
         EXPECT_GT(Windows().RecordOf("Console").updates, updates) << "what a thread does is shown";
@@ -168,8 +171,8 @@ TEST_F(DeliveryTest, TheChooserShowsWhatWasOrderedAndLetsOnlyThreadsRun) {
     Settle();
     EXPECT_EQ(chosen, 1) << "a command meanwhile is dropped";
     EXPECT_EQ(ticks, 0);
-    EXPECT_EQ(Form().TakeLog(), Lines{"Restore"});
-    EXPECT_EQ(Form().Left(), 70) << "where the window lies is known all the same";
+    EXPECT_EQ(Form().TakeLog(), (Lines{"Restore", "Moved"}));
+    EXPECT_EQ(Form().Left(), 500) << "it follows the displays that changed meanwhile";
     EXPECT_FALSE(Form().Active());
     Advance(1000);
     EXPECT_EQ(ticks, 1);

@@ -94,18 +94,23 @@ TEST_F(FolderReadingTest, ASilentFolderHoldsUpNothingButItsOwnThread) {
     Windows().RunReady();
     EXPECT_TRUE(other);
     EXPECT_FALSE(TheRuntime().RunIdleSlice()) << "a thread that waits makes no idle work";
-    EXPECT_TRUE(TheRuntime().Mail().WorkersUnderWay());
+    EXPECT_EQ(TheRuntime().Mail().WorkersUnderWay(), 1);
     EXPECT_EQ(m_log, Names{});
     Files().Answer();
     Settle();
     EXPECT_EQ(m_log, m_all);
-    EXPECT_FALSE(TheRuntime().Mail().WorkersUnderWay());
+    EXPECT_EQ(TheRuntime().Mail().WorkersUnderWay(), 0);
 }
 
 TEST_F(FolderReadingTest, AKilledScanLeavesTheResultUnusedAndTheNextReadsItsOwn) {
     RunSilentScan();
     First().Kill();
     RunSilentScan(2);
+    Files().Answer(1);
+    EXPECT_TRUE(Windows().RunUntil([this] { return TheRuntime().Mail().WorkersUnderWay() == 1; },
+                                   std::chrono::seconds(10)));
+    Windows().RunReady();
+    EXPECT_EQ(m_log, Names{}) << "what was killed does not wake the next";
     Files().Answer();
     Settle();
     EXPECT_EQ(m_log, m_all);

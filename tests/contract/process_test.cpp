@@ -1,5 +1,6 @@
 // What becomes of the terminal, and of whoever reads standard error, leaves the process as it is.
 
+#include "backends/posix/quit_signals.h"
 #include "backends/posix/standard_streams.h"
 #include "contract/backend/host.h"
 #include "support/child_process.h"
@@ -48,6 +49,17 @@ TEST(ProcessTest, WhereverStandardErrorLeadsItNeitherEndsNorHoldsTheProcess) {
     }
     EXPECT_EQ(StatusAfterLines(9, [] { ::dup2(::open("/dev/full", O_WRONLY), STDERR_FILENO); }), 7);
     EXPECT_EQ(StatusAfterLines(9, [] { ::close_range(0, 2, 0); }), 7) << "none at all";
+}
+
+TEST(ProcessTest, TheEndOfTheSessionWaitsForNoProgramThatHangs) {
+    const auto hang = [] {
+        ::alarm(10);
+        posix::WatchQuitSignals([] {});
+        ::raise(SIGTERM);
+        for (;;) // as in a file whose disk does not answer
+            ::pause();
+    };
+    EXPECT_EQ(StatusOfChild(hang), 0);
 }
 
 } // namespace kirolane::tests

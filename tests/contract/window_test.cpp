@@ -68,6 +68,9 @@ TEST_F(WindowTest, AWindowComesToTheScreenAtItsFirstShowing) {
     EXPECT_EQ(Windows().RecordOf("Tool").updates, 0) << "hidden by its design, and within one handler";
     Show<ToolForm>();
     EXPECT_TRUE(Windows().RecordOf("Tool").visible);
+    EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Open"}) << "what its coming to the front reports waits";
+    Settle();
+    EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Activate"});
 }
 
 TEST_F(WindowTest, ChangesOfOneHandlerAreShownOnceAtItsEnd) {

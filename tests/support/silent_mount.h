@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <limits>
 #include <mutex>
 
 namespace kirolane::tests {
@@ -36,19 +37,20 @@ public:
         std::unique_lock lock(m_mutex);
         return m_changed.wait_for(lock, std::chrono::seconds(10), [&] { return m_asked >= count; });
     }
-    void Answer() {
+    /// The first so many questions that came, or all there will be.
+    void Answer(int questions = std::numeric_limits<int>::max()) {
         const std::lock_guard lock(m_mutex);
-        m_answers = true;
+        m_answered = questions;
         m_changed.notify_all();
     }
 
 private:
     void Wait() const {
         std::unique_lock lock(m_mutex);
-        ++m_asked;
+        const int question = ++m_asked;
         ++m_waiting;
         m_changed.notify_all();
-        m_changed.wait(lock, [this] { return m_answers; });
+        m_changed.wait(lock, [&] { return question <= m_answered; });
         --m_waiting;
         m_changed.notify_all();
     }
@@ -57,7 +59,7 @@ private:
     mutable std::condition_variable m_changed;
     mutable int m_asked = 0;
     mutable int m_waiting = 0;
-    bool m_answers = false;
+    int m_answered = 0;
     bool m_folders = false;
     std::string m_part;
 };

@@ -18,7 +18,7 @@ bool RunIdleSlice() {
 }
 
 bool WorkersUnderWay() {
-    return Runtime::Current().Mail().WorkersUnderWay();
+    return Runtime::Current().Mail().WorkersUnderWay() > 0;
 }
 
 void ReportScreensChanged() {

@@ -25,9 +25,9 @@ void Mailbox::WorkerDone(std::function<void()> call) {
     m_workerDone.notify_all();
 }
 
-bool Mailbox::WorkersUnderWay() {
+int Mailbox::WorkersUnderWay() {
     const std::lock_guard lock(m_mutex);
-    return m_workers > 0;
+    return m_workers;
 }
 
 void Mailbox::AwaitWorkers() {

@@ -21,7 +21,8 @@ public:
     void WorkerStarts();
     /// Worker: it is done, and `call` is to be run on the main thread. The worker's last use of the platform.
     void WorkerDone(std::function<void()> call);
-    [[nodiscard]] bool WorkersUnderWay();
+    /// How many.
+    [[nodiscard]] int WorkersUnderWay();
     /// Main thread: until each worker has told that it is done.
     void AwaitWorkers();
 
