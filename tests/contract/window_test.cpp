@@ -66,7 +66,7 @@ TEST_F(WindowTest, AWindowComesToTheScreenAtItsFirstShowing) {
         Instance<ToolForm>()->Hide();
     });
     EXPECT_EQ(Windows().RecordOf("Tool").updates, 0) << "hidden by its design, and within one handler";
-    Show<ToolForm>();
+    Do([] { Instance<ToolForm>()->Show(); });
     EXPECT_TRUE(Windows().RecordOf("Tool").visible);
     EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Open"}) << "what its coming to the front reports waits";
     Settle();

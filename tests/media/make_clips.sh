@@ -100,6 +100,11 @@ tinterlace=interleave_top,setfield"
 run -f lavfi -i "$fields=tff" "${h264[@]}" -flags +ilme+ildct -f mp4 interlaced.mp4
 run -f lavfi -i "$fields=tff" -c:v mpeg2video -flags +ilme+ildct -f mpeg interlaced.mpg
 run -f lavfi -i "$fields=prog" "${h264[@]}" -f mp4 combed.mp4
+# The first two seconds marked as not interlaced, the last two as interlaced.
+{
+    run -f lavfi -i "$fields=prog" -c:v mpeg2video -f mpeg2video -
+    run -f lavfi -i "$fields=tff" -c:v mpeg2video -flags +ilme+ildct -f mpeg2video -
+} | run -fflags +genpts -r $rate -f mpegvideo -i - -c copy mixed.mkv
 # As large as pictures come.
 run -f lavfi -i color=gray:s=7680x4320:r=$rate -frames:v 1 -c:v mpeg4 -f mp4 large.mp4
 # A sound with the cover of an album.

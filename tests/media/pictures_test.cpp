@@ -135,6 +135,13 @@ TEST_F(Pictures, ALoadOfOneTwinLeavesTheOtherAloneAndAnEmptiedOneHasNone) {
     EXPECT_TRUE(WaitUntil([&] { return *Grey(Preview()) > GreyAt(2.1); })) << "alone it decodes for itself";
 }
 
+TEST_F(Pictures, ThatAreInterlacedFromTheMiddleOnHoldUpNoSeekThere) {
+    PlayTwins(ClipPath("mixed.mkv"));
+    ASSERT_TRUE(Reaches(Stage(), 0.2));
+    OrderTwins({.running = true, .seekTo = 2.5});
+    EXPECT_TRUE(Reaches(Stage(), 2.7));
+}
+
 TEST_F(Pictures, SecondsBetweenTwoPicturesDoNotHoldThePosition) {
     PlayTwins(ClipPath("sparse.mp4")); // a picture every two seconds
     for (double next = 0.3; next < 1.5; next += 0.25)

@@ -38,21 +38,28 @@ protected:
     SoundDevice() : EngineTest(mpv::MpvOptions{}) {
         mkfifo(m_pipe.c_str(), 0600);
         m_heard = open(m_pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        mkfifo(m_orders.c_str(), 0600);
+        m_orderEnd = open(m_orders.c_str(), O_RDWR | O_CLOEXEC);
     }
     ~SoundDevice() override {
         EndPlayers();
         Stop();
         close(m_heard);
+        close(m_orderEnd);
     }
 
-    void StartServer() {
+    void StartServer(bool withCard = true) {
         const std::string command =
             "exec pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --log-target=null "
-            "-L 'module-pipe-sink use_system_clock_for_timing=yes file=" +
-            m_pipe + "' -L 'module-native-protocol-unix auth-anonymous=1 socket=" + socket + "'";
+            "-L module-cli -L 'module-native-protocol-unix auth-anonymous=1 socket=" +
+            socket + (withCard ? "' -L '" + m_card : "") + "' >/dev/null <" + m_orders;
         const char* arguments[] = {"sh", "-c", command.c_str(), nullptr};
         ASSERT_EQ(posix_spawnp(&m_server, "sh", nullptr, nullptr, const_cast<char**>(arguments), environ), 0);
         ASSERT_TRUE(WaitUntil([] { return mpv::LookForSoundDevices(mpv::kServerPatience).There(); }));
+    }
+    void AddCard() {
+        const std::string order = "load-module " + m_card + "\n";
+        ASSERT_EQ(write(m_orderEnd, order.data(), order.size()), std::ssize(order));
     }
     void Stop() {
         if (m_server == 0)
@@ -66,7 +73,10 @@ protected:
 
     int m_heard = -1; ///< what comes out of the sink
     std::array<std::int16_t, 32768> m_samples{};
+    int m_orderEnd = -1; ///< what the server is told
     std::string m_pipe = folder.Path("heard");
+    std::string m_orders = folder.Path("orders");
+    std::string m_card = "module-pipe-sink use_system_clock_for_timing=yes file=" + m_pipe;
     pid_t m_server = 0;
 };
 
@@ -101,7 +111,10 @@ TEST_P(HeardPlayer, SoundComesBackWithIt) {
     ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
     Play(256);
     EXPECT_TRUE(Advances()) << "there was never a device";
-    StartServer();
+    StartServer(false);
+    EXPECT_TRUE(Reaches(Engine(), 1.8)) << "nor has the server one yet";
+    AddCard();
+    Play(256);
     EXPECT_TRUE(IsHeard(256));
     Play(128);
     EXPECT_TRUE(IsHeard(128));
@@ -121,9 +134,11 @@ TEST_P(HeardPlayer, SoundComesBackWithIt) {
 TEST_P(HeardPlayer, AServerThatHangsHoldsNothingUp) {
     StartServer();
     ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
-    Play(128, 2.0);
-    EXPECT_TRUE(IsHeard(128));
+    Play(256, 2.0);
+    EXPECT_TRUE(IsHeard(256));
     kill(m_server, SIGSTOP);
+    Order(Engine(),
+          {.running = true, .seekTo = {}, .volume = 128}); // what is heard at it comes from after the hang
     EXPECT_TRUE(WaitUntil([&] { return Engine().AtEnd(); })) << "libmpv itself told of it";
     const auto begin = std::chrono::steady_clock::now();
     ASSERT_TRUE(Engine().Load(ClipPath(GetParam())));
