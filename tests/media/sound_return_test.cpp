@@ -19,7 +19,7 @@
 namespace kirolane::tests {
 
 namespace {
-constexpr ssize_t kSteady = 141120; ///< bytes: 0.8 s, longer than what a server still holds
+constexpr ssize_t kSteady = 44100; ///< bytes: a quarter of a second
 } // namespace
 
 /// Where the players look for a server, and nowhere else.
