@@ -173,7 +173,7 @@ class Displays(Case):
             self.until_monitor(show, stage)
             show.until(lambda: show.picture_area(MONITOR) == stage, f"the picture on {stage}")
             show.until(lambda: show.codes()[1], "the movie")
-            self.assertEqual(screen.active_title(), keyboard)
+            show.until(lambda: screen.active_title() == keyboard, f"the keyboard in {keyboard}", seconds=2)
 
         def until_console(area):
             show.until(lambda: inside(screen.windows()[CONSOLE], area), "the console on the operator's display")

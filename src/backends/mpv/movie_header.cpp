@@ -101,6 +101,7 @@ MovieHeader ReadMovieHeader(const std::string& path, std::chrono::milliseconds l
     AVStream* pictures = Pictures(*input.Context());
     if (pictures == nullptr)
         return header;
+    header.pictures = true;
     if (const std::int32_t* matrix = DisplayMatrix(*pictures))
         header.turn = Turn(matrix[0], matrix[1], matrix[3], matrix[4]);
     const AVIndexEntry* first = avformat_index_get_entry(pictures, 0);

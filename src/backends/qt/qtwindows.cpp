@@ -206,8 +206,15 @@ void QtWindows::WatchScreens() {
     m_secondLook = std::make_unique<QTimer>();
     m_secondLook->setSingleShot(true);
     m_secondLook->setInterval(std::chrono::seconds(1));
-    m_secondLook->callOnTimeout([this] { FollowScreens(); });
-    const auto soon = [this] { m_screensChange->start(); };
+    m_secondLook->callOnTimeout([this] {
+        FollowScreens();
+        m_keyboard->End();
+    });
+    m_keyboard = std::make_unique<KeyboardKeeper>();
+    const auto soon = [this] {
+        m_keyboard->Begin();
+        m_screensChange->start();
+    };
     const auto watch = [this, soon](QScreen* screen) {
         QObject::connect(screen, &QScreen::geometryChanged, m_screensChange.get(), soon);
     };
@@ -230,6 +237,7 @@ void QtWindows::ScreensChanged() {
 void QtWindows::FollowScreens() {
     if (host::Exists())
         host::ReportScreensChanged();
+    m_keyboard->GiveBack();
     QtWindowPeer* console = Console();
     if (console == nullptr || !console->Form().isVisible())
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backends/qt/keyboardkeeper.h"
 #include "contract/backend/windowsystem.h"
 
 #include <memory>
@@ -57,6 +58,7 @@ private:
     std::unique_ptr<SleepInhibitor> m_inhibitor;
     std::unique_ptr<QTimer> m_screensChange; ///< runs out a turn after the displays have changed
     std::unique_ptr<QTimer> m_secondLook;    ///< runs out when the window manager has followed, too
+    std::unique_ptr<KeyboardKeeper> m_keyboard;
     std::vector<QtWindowPeer*> m_peers;
     std::string m_lastFolder; ///< where the next folder dialog starts
 };

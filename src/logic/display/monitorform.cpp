@@ -15,7 +15,7 @@ namespace {
 /// A command that this window has and that runs something else than in the console.
 struct Exception {
     std::string_view item;
-    void (Mainform::*command)();
+    Command command;
 };
 
 constexpr Exception kExceptions[] = {
@@ -24,13 +24,16 @@ constexpr Exception kExceptions[] = {
 
 constexpr bool AllInMenu() {
     return std::all_of(std::begin(kExceptions), std::end(kExceptions), [](const Exception& exception) {
-        const MenuRow* row = FindInMenu(exception.item);
-        return row != nullptr && row->where == Where::Both;
+        return std::any_of(std::begin(kMenus), std::end(kMenus), [&](const MenuTable& menu) {
+            return std::any_of(menu.rows.begin(), menu.rows.end(), [&](const MenuRow& row) {
+                return row.name == exception.item && row.where == Where::Both;
+            });
+        });
     });
 }
 static_assert(AllInMenu());
 
-auto CommandHere(const MenuRow& row) {
+Command CommandHere(const MenuRow& row) {
     const auto* const exception = std::find_if(std::begin(kExceptions), std::end(kExceptions),
                                                [&](const Exception& e) { return e.item == row.name; });
     return exception == std::end(kExceptions) ? row.command : exception->command;
@@ -51,7 +54,7 @@ void MonitorForm::CreateControls() {
 void MonitorForm::AddMenuHandlers() {
     ForEachCommand(Where::Monitor, [this](const MenuRow& row) {
         BindMenu(row.name, [command = CommandHere(row)] {
-            ((*Instance<Mainform>()).*command)();
+            command.RunOn(*Instance<Mainform>());
             return false;
         });
     });

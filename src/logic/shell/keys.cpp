@@ -6,7 +6,7 @@ namespace kirolane {
 void Mainform::AddMenuHandlers() {
     ForEachCommand(Where::Console, [this](const MenuRow& row) {
         BindMenu(row.name, [this, command = row.command] {
-            (this->*command)();
+            command.RunOn(*this);
             return false;
         });
     });

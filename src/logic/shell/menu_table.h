@@ -17,12 +17,24 @@ namespace kirolane {
 /// hide the monitor (ApplySettings).
 enum class Where : std::uint8_t { Both, Console, Monitor };
 
+/// A method of the console's. It knows by itself whether it is there: under sanitizers g++ cannot compare a
+/// pointer to a member with null at compile time.
+struct Command {
+    using Method = void (Mainform::*)();
+    constexpr Command() = default;
+    constexpr Command(Method method) : method(method), there(true) {}
+    void RunOn(Mainform& console) const { (console.*method)(); }
+
+    Method method = nullptr;
+    bool there = false;
+};
+
 struct MenuRow {
     std::string_view name;
-    std::string_view text;                 ///< "-" for a separator, which has no more than a name
-    std::string_view shortcut = {};        ///< modifiers and key joined by "+"
-    void (Mainform::*command)() = nullptr; ///< null for FileQuit alone, which each window answers itself
-    bool repeats = false;                  ///< while the key is held down
+    std::string_view text;          ///< "-" for a separator, which has no more than a name
+    std::string_view shortcut = {}; ///< modifiers and key joined by "+"
+    Command command = {};           ///< none for FileQuit alone, which each window answers itself
+    bool repeats = false;           ///< while the key is held down
     Where where = Where::Both;
     MenuRole role = MenuRole::Plain;
 };
@@ -38,7 +50,7 @@ struct MenuTable {
 
 // clang-format off
 inline constexpr MenuRow kControllerRows[] = {
-    {"FileQuit",             "&Quit",            "Cmd+Q",                    nullptr,                                kOnce, Where::Monitor, MenuRole::Quit},
+    {"FileQuit",             "&Quit",            "Cmd+Q",                    {},                                     kOnce, Where::Monitor, MenuRole::Quit},
     {"Shortcut_Ver",         "バージョン情報",   "",                         &Mainform::VerFormShow_Action,          kOnce, Where::Both, MenuRole::About},
     {"Shortcut_Setting",     "環境設定",         "Cmd+,",                    &Mainform::SettingFormShow_Action,      kOnce, Where::Both, MenuRole::Preferences},
     {"OpenKey",              "ファイルを開く",   "return",                   &Mainform::OpenKey_Action},
@@ -144,7 +156,7 @@ constexpr bool MenuRowsAreWellFormed() {
                 }
             if (names != 1 || (keys > 1 && row.shortcut != "return"))
                 return false;
-            if ((row.command != nullptr) != (IsCommand(row) && row.role != MenuRole::Quit))
+            if (row.command.there != (IsCommand(row) && row.role != MenuRole::Quit))
                 return false;
         }
     return true;
