@@ -10,7 +10,8 @@ KeyboardKeeper::KeyboardKeeper() {
 }
 
 void KeyboardKeeper::Begin() {
-    if (!m_changing)
+    if (!m_changing || m_holder == nullptr ||
+        !m_holder->isVisible()) // else what it has now may come of the change
         m_holder = QApplication::activeWindow();
     m_changing = true;
 }

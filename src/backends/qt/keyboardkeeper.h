@@ -13,7 +13,8 @@ class KeyboardKeeper : public QObject {
 public:
     KeyboardKeeper();
 
-    /// Displays are changing: who has the keyboard now is to keep it. Nothing in a change under way.
+    /// Displays are changing: who has the keyboard now is to keep it. In a change under way that
+    /// is who had it at its begin, unless that one has gone.
     void Begin();
     void GiveBack();
     /// All has settled.
