@@ -13,8 +13,8 @@ struct MovieHeader {
     std::string turn;
     /// An edit leaves out what comes before the beginning, and yet it is there to be decoded.
     bool leadIn = false;
-    /// It has pictures, whether or not there is a decoder for them: newer versions of libmpv do not count those
-    /// without one as a track.
+    /// It has pictures, whether or not there is a decoder for them: newer versions of libmpv do not count
+    /// those without one as a track.
     bool pictures = false;
     /// To the end of the longest track, which is true where the length of the whole lies: older versions of
     /// libavformat pass that one on. 0 where the tracks do not tell.

@@ -164,7 +164,8 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         break;
     case Topic::SampleRate:
         m_found.sound = known;
-        if (known && !m_found.decoded && (m_withPictures ? m_pictures.HasPicture() || m_header.pictures : m_lastTry)) {
+        if (known && !m_found.decoded &&
+            (m_withPictures ? m_pictures.HasPicture() || m_header.pictures : m_lastTry)) {
             m_found.pictureless = true; // its window stays black, rather than show the file before
             m_pictures.SetHasPicture(false);
             m_conductor->TellOnce(m_file, "its pictures cannot be decoded");
