@@ -124,7 +124,9 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
 
     const auto done = [&] {
         const std::lock_guard locked(m_mutex);
-        return !opener.Failure().empty() || (opener.Described() && opener.Decoded());
+        // A picture that has been drawn was decoded, long before libmpv says so: it waits for the sound, too.
+        return !opener.Failure().empty() ||
+               (opener.Described() && (opener.Decoded() || opener.Pictures().HasFrame()));
     };
     const bool answered = m_loadWait->Until(*m_loadDeadline, done, [this] { ShowPictures(); });
     lock.lock();
