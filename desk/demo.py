@@ -1,5 +1,5 @@
-"""python3 -m desk.demo PROGRAM FOLDER: shows the program at work on a virtual desktop of two displays, opens the first movie of
-its list by key, and saves a picture of both displays in FOLDER. What ./run does where there is no display.
+"""python3 -m desk.demo PROGRAM FOLDER: shows the program at work on a virtual desktop of two displays, opens the first
+movie of its list by key, and saves a picture of both displays in FOLDER. What ./run does where there is no display.
 """
 
 import pathlib
