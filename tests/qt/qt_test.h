@@ -20,7 +20,7 @@
 
 namespace kirolane::tests {
 
-/// A display of the rig.
+/// A display of the test's desktop.
 struct TestScreen {
     std::string name;
     Rect rect;

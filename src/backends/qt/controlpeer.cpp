@@ -45,7 +45,7 @@ void ControlPeer::Adopt(QWidget& widget) {
     const QString name = ToText(Control().Name());
     widget.setObjectName(name);
     widget.setAccessibleDescription(name);
-    widget.hide(); // until the stage says otherwise
+    widget.hide(); // until Visibility says otherwise
 }
 
 void ControlPeer::Update() {

@@ -54,7 +54,7 @@ QFont FontOf(const ControlDesign& design) {
         font.setPixelSize(std::max(design.textSize, kSmallestSize));
         return font;
     }
-    // The size is left to the platform: the usual one, or the largest at which the text fits its box. Ticks
+    // The size is left to the back end: the usual one, or the largest at which the text fits its box. Ticks
     // stand in columns, so they are all small.
     if (design.kind == ControlKind::CheckBox)
         font.setPixelSize(std::min(font.pixelSize(), kTickSize));

@@ -10,7 +10,7 @@ namespace kirolane::qt {
 /// its character and fits its boxes.
 QFont FontOf(const ControlDesign& design);
 
-/// The font of menus, captions of frames and tabs, and of what has no design: the platform's own, in a size
+/// The font of menus, captions of frames and tabs, and of what has no design: the system's own, in a size
 /// that the fixed places allow.
 QFont SystemFont();
 

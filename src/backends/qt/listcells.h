@@ -7,7 +7,7 @@
 namespace kirolane::qt {
 
 /// Paints the cells of a list: the ground as the control's event does it, the selection's highlight where
-/// that leaves it to the platform, the text.
+/// that leaves it to the back end, the text.
 class ListCells : public QAbstractItemDelegate {
 public:
     ListCells(ControlLink list, QObject* parent) : QAbstractItemDelegate(parent), m_list(std::move(list)) {}
