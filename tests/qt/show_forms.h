@@ -40,7 +40,7 @@ protected:
         SetMenuBar(*Menu::Instance());
         for (const MenuTable& table : kMenus)
             for (const MenuRow& row : table.rows)
-                if (row.text != "-")
+                if (IsCommand(row))
                     BindMenu(row.name, [this, name = std::string(row.name)] { return Log(name), true; });
     }
 

@@ -22,16 +22,13 @@ constexpr Exception kExceptions[] = {
     {"mMarkKey", &Mainform::mQTM_MarkSeek_Action}, // sic: here it jumps and cannot set a mark
 };
 
-constexpr bool AllInMenu() {
+constexpr bool AllInBothWindows() {
     return std::all_of(std::begin(kExceptions), std::end(kExceptions), [](const Exception& exception) {
-        return std::any_of(std::begin(kMenus), std::end(kMenus), [&](const MenuTable& menu) {
-            return std::any_of(menu.rows.begin(), menu.rows.end(), [&](const MenuRow& row) {
-                return row.name == exception.item && row.where == Where::Both;
-            });
-        });
+        const MenuRow* row = FindInMenu(exception.item);
+        return row != nullptr && row->where == Where::Both;
     });
 }
-static_assert(AllInMenu());
+static_assert(AllInBothWindows());
 
 Command CommandHere(const MenuRow& row) {
     const auto* const exception = std::find_if(std::begin(kExceptions), std::end(kExceptions),

@@ -13,8 +13,8 @@
 namespace kirolane {
 
 /// The windows in which a command is bound. It is enabled there, whatever the show is doing: one that cannot
-/// act now copes itself. Elsewhere it is disabled. AltX_Key alone goes off in the console, where the settings
-/// hide the monitor (ApplySettings).
+/// act now copes itself. Elsewhere it is disabled, but for the quit item, which without a handler ends the
+/// program. AltX_Key alone goes off in the console, where the settings hide the monitor (ApplySettings).
 enum class Where : std::uint8_t { Both, Console, Monitor };
 
 /// A method of the console's. It knows by itself whether it is there: under sanitizers g++ cannot compare a
@@ -33,7 +33,7 @@ struct MenuRow {
     std::string_view name;
     std::string_view text;          ///< "-" for a separator, which has no more than a name
     std::string_view shortcut = {}; ///< modifiers and key joined by "+"
-    Command command = {};           ///< none for FileQuit alone, which each window answers itself
+    Command command = {};           ///< FileQuit alone has none: the audience's window closes itself
     bool repeats = false;           ///< while the key is held down
     Where where = Where::Both;
     MenuRole role = MenuRole::Plain;
