@@ -30,8 +30,7 @@ LAYERS = {
     "src/backends/headless/*": [CONTRACT, INTERFACES],
     "src/backends/posix/*": [CONTRACT, INTERFACES, SYSTEM],
     "src/backends/mpv/*": [CONTRACT, INTERFACES, r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", SYSTEM],
-    "src/backends/qt/*": [CONTRACT, INTERFACES, r"<Q\w+>", r"<(qpa|private)/\w+\.h>",
-                          r"<(unistd|signal|xcb/\w+|X11/[\w/]+)\.h>"],
+    "src/backends/qt/*": [CONTRACT, INTERFACES, r"<Q\w+>", r"<X11/[\w/]+\.h>"],
 }
 
 SOURCES = {".cpp", ".h"}
