@@ -29,8 +29,15 @@ void KeyboardKeeper::End() {
 }
 
 bool KeyboardKeeper::eventFilter(QObject* /*object*/, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress)
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride: // all there is of a key that a command takes
         m_holder = nullptr;
+        break;
+    default:
+        break;
+    }
     return false;
 }
 
