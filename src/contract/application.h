@@ -6,7 +6,7 @@
 
 namespace kirolane {
 
-/// Base of the application object. There is one; making it registers it with the platform.
+/// Base of the application object. There is one; making it makes it known to the runtime.
 class Application {
 public:
     Application();

@@ -4,7 +4,7 @@
 
 namespace kirolane {
 
-/// Base of the failures that the platform raises. The logic catches none of them: each delivery of an event
+/// Base of the failures that the contract raises. The logic catches none of them: each delivery of an event
 /// is the one catch point (see contract/core/runtime.h).
 class RuntimeException : public std::runtime_error {
 public:

@@ -52,7 +52,7 @@ public:
     void SetScrollBarVertical(bool shown);
 
     /// Paints the ground of one cell; true means that the ground is done, false leaves the selection's
-    /// highlight to the platform. Runs within a paint: it must change nothing.
+    /// highlight to the back end. Runs within a paint: it must change nothing.
     std::function<bool(Graphics& g, std::int32_t row, std::int32_t column)> OnCellBackgroundPaint;
     /// A key for the list; true keeps it from the list's own handling.
     std::function<bool(const std::string& key)> OnKeyDown;

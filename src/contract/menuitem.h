@@ -8,7 +8,7 @@ namespace kirolane {
 
 class Window;
 
-/// Where the platform treats an item apart from its handlers.
+/// How an item is treated apart from its handlers.
 enum class MenuRole : std::uint8_t { Plain, About, Preferences, Quit };
 
 /// A command of a menu bar, or a menu of such. A text of "-" is a separator.

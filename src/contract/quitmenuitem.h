@@ -4,7 +4,7 @@
 
 namespace kirolane {
 
-/// The platform's own quit: without a handler in the front window it ends the program.
+/// The contract's own quit: without a handler in the front window it ends the program.
 class QuitMenuItem : public MenuItem {
 public:
     using MenuItem::MenuItem;

@@ -29,7 +29,7 @@ public:
         return *m_object;
     }
 
-    /// The counted pointer behind the reference, null for nil; for the platform's own code.
+    /// The counted pointer behind the reference, null for nil; for the contract's own code.
     [[nodiscard]] const std::shared_ptr<T>& Shared() const { return m_object; }
 
     friend bool operator==(const Ref& a, const Ref& b) { return a.m_object == b.m_object; }

@@ -77,7 +77,7 @@ public:
     /// The item of this form's own bar, nil if there is none.
     [[nodiscard]] Ref<class MenuItem> MenuItem(std::string_view name) const;
     /// Binds a handler to a menu item by name. The handler returns true for handled; false leaves the item to
-    /// the platform, which matters only to a quit item without a handler.
+    /// the contract, which matters only to a quit item without a handler.
     void BindMenu(std::string_view itemName, std::function<bool()> handler);
     [[nodiscard]] bool HasMenuHandler(std::string_view itemName) const;
 

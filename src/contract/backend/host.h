@@ -22,7 +22,7 @@ namespace host {
 void RunPosted();
 /// One slice of idle work, the answer to WindowSystem::RequestIdle. True if there is more.
 bool RunIdleSlice();
-/// A worker of the platform's own is under way, and something will be posted.
+/// A worker of the contract's own is under way, and something will be posted.
 [[nodiscard]] bool WorkersUnderWay();
 
 /// Displays came, went or changed. Each window follows (Window::FollowScreens), and where none is left to be

@@ -17,9 +17,9 @@ public:
 
     /// Any thread: runs the call on the main thread, outside any delivery.
     void Post(std::function<void()> call);
-    /// A worker of the platform's own begins. AwaitWorkers waits for those under way.
+    /// A worker of the contract's own begins. AwaitWorkers waits for those under way.
     void WorkerStarts();
-    /// Worker: it is done, and `call` is to be run on the main thread. The worker's last use of the platform.
+    /// Worker: it is done, and `call` is to be run on the main thread. The worker's last use of the contract.
     void WorkerDone(std::function<void()> call);
     /// How many.
     [[nodiscard]] int WorkersUnderWay();
