@@ -122,10 +122,9 @@ unsigned PicturePath::Lead(PicturePath& follower) {
 
 void PicturePath::LeaveBehind(const PicturePath& follower) {
     std::unique_lock lock(m_mutex);
-    if (m_follower != &follower)
-        return;
-    m_follower = nullptr;
-    m_rested.wait(lock, [this] { return !m_busy; });
+    if (m_follower == &follower)
+        m_follower = nullptr;
+    m_rested.wait(lock, [this] { return !m_busy; }); // one that Expect let go may still be being shown to
 }
 
 void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
