@@ -12,6 +12,7 @@
 #include <functional>
 #include <future>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,7 +23,7 @@ namespace kirolane::mpv {
 
 /// Leads the players of one MpvMedia: listens to libmpv on a thread of its own, so that a busy event loop
 /// delays no start, and lets those that start in one handler start together.
-class Conductor : public std::enable_shared_from_this<Conductor> {
+class Conductor {
 public:
     explicit Conductor(MpvOptions options);
     ~Conductor();

@@ -2,8 +2,8 @@
 
 #include <mpv/stream_cb.h>
 
+#include <algorithm>
 #include <array>
-#include <cstdio>
 #include <unistd.h>
 
 namespace kirolane::mpv {

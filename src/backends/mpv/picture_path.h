@@ -42,8 +42,7 @@ public:
     void SetHasPicture(bool has);
 
     /// Until the next Expect of one of them: `follower`, which holds the same file, rests and shows this
-    /// one's pictures instead of its own.
-    /// Returns the number of this lead.
+    /// one's pictures instead of its own. Returns the number of this lead.
     unsigned Lead(PicturePath& follower);
     /// Leads that one no more, which is about to go.
     void LeaveBehind(const PicturePath& follower);

@@ -72,7 +72,7 @@ public:
     [[nodiscard]] double ContainerDuration() const {
         return m_header.seconds > 0.0 ? m_header.seconds : m_found.seconds;
     }
-    /// A picture or sound of the file has been decoded.
+    /// A picture or sound of the file has been decoded, which libmpv says once all that it plays is ready.
     [[nodiscard]] bool Decoded() const { return m_found.decoded; }
     /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
     void Opened(const std::string& format, double duration, bool exact, TimePoint now);
