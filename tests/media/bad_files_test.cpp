@@ -6,7 +6,6 @@
 #include "support/child_process.h"
 #include "support/temporary_folder.h"
 
-#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <random>
@@ -28,12 +27,6 @@ std::string RandomBytes(std::size_t count) {
     for (char& byte : bytes)
         byte = static_cast<char>(random());
     return bytes;
-}
-
-double SecondsOf(const std::function<void()>& work) {
-    const auto began = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
 }
 
 } // namespace
@@ -96,9 +89,7 @@ TEST_F(BadFiles, AFileWithoutReadPermissionIsRefused) {
         const auto player = media.MakePlayer("player");
         CapturedStderr lines;
         EXPECT_FALSE(player->Load(path));
-        const auto said = lines.Lines();
-        ASSERT_EQ(said.size(), 1U);
-        EXPECT_NE(said[0].find("Permission denied"), std::string::npos) << said[0];
+        EXPECT_EQ(lines.Lines(), std::vector<std::string>{"kirolane: " + path + ": Permission denied"});
     });
 }
 

@@ -27,6 +27,12 @@ std::string Content(const std::string& clip) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+double SecondsOf(const std::function<void()>& work) {
+    const auto began = Clock::now();
+    work();
+    return std::chrono::duration<double>(Clock::now() - began).count();
+}
+
 long Status(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;)

@@ -21,6 +21,8 @@ namespace kirolane::tests {
 std::string ClipPath(const std::string& name);
 std::string Content(const std::string& clip);
 
+double SecondsOf(const std::function<void()>& work);
+
 /// A figure of /proc/self/status, 0 where there is none.
 long Status(const std::string& name);
 
