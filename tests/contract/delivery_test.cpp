@@ -11,8 +11,6 @@
 
 namespace kirolane::tests {
 
-using Lines = std::vector<std::string>;
-
 class DeliveryTest : public ConsoleTest {
 protected:
     DeliveryTest() { Media().Script("clip.mov", {.length = 60}); }
@@ -33,82 +31,57 @@ TEST_F(DeliveryTest, RunningPlayersAreReadAsOfOneInstantUntilTheHandlerYieldsOrL
         EXPECT_EQ(A().Position(), from);
         Clock().Leap(250);
         EXPECT_EQ(B().Position(), from);
-        EXPECT_EQ(A().Position(), from);
     };
-    Clock().Leap(2000);
     Do([&] {
-        passes(2.0);
+        passes(0.0);
         YieldToThreads();
-        passes(2.25);
+        passes(0.25);
         B().SetMovie(Clip());
-        EXPECT_EQ(A().Position(), 2.5);
-        Clock().Leap(250);
+        EXPECT_EQ(A().Position(), 0.5);
     });
-    EXPECT_EQ(A().Position(), 2.75);
 }
 
 TEST_F(DeliveryTest, PlayersAreToldOnceTogetherWhatIsWantedAtTheEnd) {
-    Do([&] {
-        A().SetMovie(Clip());
-        B().SetMovie(Clip());
-    });
-    Media().ForgetOrders();
-    Do([&] {
-        for (MoviePlayer* player : {&A(), &B()}) {
-            player->Stop();
-            for (const double position : {0.0, 30.0, 20.0, 20.0})
-                player->SetPosition(position);
-            player->SetRate(1.1);
-            player->SetVolume(0);
-            player->Play();
-        }
-        EXPECT_TRUE(Media().Orders().empty());
-    });
-    const auto orders = Media().Orders();
-    ASSERT_EQ(orders.size(), 2U);
-    EXPECT_EQ(orders[0].player + orders[1].player, "Console.AConsole.B");
-    EXPECT_EQ(orders[0].batch, orders[1].batch);
-    for (const auto& [player, order, time, batch] : orders) {
-        EXPECT_EQ(order.seekTo, 20.0);
-        EXPECT_TRUE(order.running && !order.unload && order.rate == 1.1 && order.volume == 0);
-    }
     const auto orderOf = [&](const std::function<void()>& handler) {
         Do(handler);
         return Media().Orders().back().order;
     };
-    EXPECT_EQ(orderOf([&] { A().SetVolume(10); }).seekTo, std::nullopt) << "a seek is ordered once";
-    EXPECT_FALSE(orderOf([&] {
-                     A().SetMovie(nullptr);
-                     A().SetMovie(Clip());
-                 }).unload);
     const auto empty = [&] { A().SetMovie(nullptr); };
+    const auto fill = [&] { A().SetMovie(Clip()); };
+    Do([&] {
+        for (MoviePlayer* player : {&A(), &B()}) {
+            player->SetMovie(Clip());
+            player->Play();
+            for (const double position : {0.0, 30.0, 20.0})
+                player->SetPosition(position);
+        }
+        EXPECT_TRUE(Media().Orders().empty());
+    });
+    const auto& orders = Media().Orders();
+    ASSERT_EQ(orders.size(), 2U);
+    EXPECT_EQ(orders[0].batch, orders[1].batch);
+    EXPECT_EQ(orders[1].order.seekTo, 20.0);
+    EXPECT_EQ(orderOf([&] { A().SetVolume(10); }).seekTo, std::nullopt) << "a seek is ordered once";
+    EXPECT_FALSE(orderOf([&] { empty(), fill(); }).unload);
     EXPECT_TRUE(orderOf(empty).unload);
     EXPECT_FALSE(orderOf(empty).unload) << "once is enough";
-    Do([&] { A().SetMovie(Ref(std::make_shared<Movie>("/clips/gone.mov"))); });
-    EXPECT_TRUE(A().Movie().IsNil());
 }
 
 TEST_F(DeliveryTest, AFailureAbandonsItsHandlerAloneAndNamesTheFileConcerned) {
     CapturedStderr captured;
-    bool after = false;
     Push().OnAction = [&] {
         Form().SetTitle("kept");
         (void)GetFolderItem("Root:no such\nfolder:")->AbsolutePath();
-        after = true;
+        FAIL();
     };
+    const int updates = Windows().RecordOf("Console").updates;
     Push().ReportClick();
-    EXPECT_FALSE(after);
-    EXPECT_EQ(Form().Title(), "kept") << "what it did before stands and is shown";
-    EXPECT_EQ(Windows().RecordOf("Console").lastControls, Lines{});
-
+    EXPECT_GT(Windows().RecordOf("Console").updates, updates) << "what it did before is shown";
     Push().OnAction = [&] { (void)*Ref<int>(); };
     Push().ReportClick();
-    Push().OnAction = [&] { after = true; };
-    Push().ReportClick();
-    EXPECT_TRUE(after);
     EXPECT_EQ(
         captured.Lines(),
-        (Lines{"kirolane: Console.Push Action: NilObjectException (Root:no such folder:: no such folder)",
+        (Names{"kirolane: Console.Push Action: NilObjectException (Root:no such folder:: no such folder)",
                "kirolane: Console.Push Action: NilObjectException"}));
 }
 
@@ -128,32 +101,29 @@ TEST_F(DeliveryTest, WhatComesDuringADeliveryWaitsForItsEndInItsOrder) {
         Form().Log("handler");
     });
     Settle();
-    EXPECT_EQ(Form().TakeLog(), (Lines{"handler", "posted 1", "posted 2", "push", "Restore"}));
+    EXPECT_EQ(Form().TakeLog(), (Names{"handler", "posted 1", "posted 2", "push", "Restore"}));
 }
 
 TEST_F(DeliveryTest, TheChooserShowsWhatWasOrderedAndLetsOnlyThreadsRun) {
-    auto& thread = Get<Thread>("First");
     int turns = 0;
     int ticks = 0;
-    thread.OnRun = [&]() -> Task {
+    int chosen = 0;
+    Get<Thread>("First").OnRun = [&]() -> Task {
         for (; turns < 5; ++turns) {
             Form().SetTitle("turn " + std::to_string(turns));
             co_await Yield();
         }
     };
     Get<Timer>("Clock").OnAction = [&] { ++ticks; };
-    int chosen = 0;
     Push().OnAction = [&] {
         ++chosen;
         A().SetMovie(Clip());
         A().Play();
-        thread.Run();
+        Get<Thread>("First").Run();
         Form().ReportRestored(); // before the chooser: it waits
         EXPECT_EQ(SelectFolder()->AbsolutePath(), "Root:");
-        EXPECT_EQ(turns, 5);
     };
     Windows().PrepareFolder("/", [&] {
-        EXPECT_TRUE(TheRuntime().Modal());
         EXPECT_TRUE(Media().Player("Console.A")->Running()) << "the orders so far are carried out";
         const int updates = Windows().RecordOf("Console").updates;
         Push().ReportClick();
@@ -171,15 +141,11 @@ TEST_F(DeliveryTest, TheChooserShowsWhatWasOrderedAndLetsOnlyThreadsRun) {
     Settle();
     EXPECT_EQ(chosen, 1) << "a command meanwhile is dropped";
     EXPECT_EQ(ticks, 0);
-    EXPECT_EQ(Form().TakeLog(), (Lines{"Restore", "Moved"}));
+    EXPECT_EQ(Form().TakeLog(), (Names{"Restore", "Moved"}));
     EXPECT_EQ(Form().Left(), 500) << "it follows the displays that changed meanwhile";
     EXPECT_FALSE(Form().Active());
     Advance(1000);
     EXPECT_EQ(ticks, 1);
-
-    Push().OnAction = [] { EXPECT_TRUE(SelectFolder().IsNil()); };
-    Push().ReportClick();
-    EXPECT_EQ(Windows().FoldersAsked(), 2);
 }
 
 } // namespace kirolane::tests

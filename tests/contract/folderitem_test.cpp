@@ -1,8 +1,11 @@
+// Folders, their items, and what is read from and written to files.
+
 #include "contract/folderitem.h"
 
 #include "backends/posix/posix_folders.h"
 #include "contract/core/colon_path.h"
-#include "contract/exceptions.h"
+#include "contract/folder_reading.h"
+#include "contract/thread.h"
 #include "support/captured_stderr.h"
 #include "support/child_process.h"
 #include "support/console_test.h"
@@ -18,8 +21,6 @@
 namespace kirolane::tests {
 
 using namespace std::string_view_literals;
-using Lines = std::vector<std::string>;
-
 class FolderItemTest : public ConsoleTest {
 protected:
     /// The colon path of a name in the temporary folder.
@@ -27,6 +28,9 @@ protected:
         return ToColonPath(Folder().Path(name), folder);
     }
     [[nodiscard]] FolderItem At(const std::string& name) const { return FolderItem(Folder().Path(name)); }
+    [[nodiscard]] std::string Denied(const std::string& name) const {
+        return Folder().Path(name) + ": Permission denied";
+    }
 };
 
 TEST(ColonPaths, GoBothWaysAndOddElementsLeadNowhere) {
@@ -34,7 +38,6 @@ TEST(ColonPaths, GoBothWaysAndOddElementsLeadNowhere) {
         {"/", true, "Root:"},
         {"/home/映画/第1話.mov", false, "Root:home:映画:第1話.mov"},
         {"/a/12:30 rehearsal", true, "Root:a:12/30 rehearsal:"},
-        {"/a/ends with:", false, "Root:a:ends with/"},
         {"/caf\xE9/line\nbreak ", false, "Root:caf\xE9:line\nbreak "},
     };
     for (const auto& [native, folder, colon] : ways) {
@@ -51,23 +54,18 @@ TEST(ColonPaths, GoBothWaysAndOddElementsLeadNowhere) {
 TEST_F(FolderItemTest, APathGivesAnItemWhereTheFolderOfItsLastElementIsThere) {
     Folder().Write("home/file", "");
     Folder().MakeFolder("application/clips");
-    const std::string missing = Colon("home") + ":new.mov";
-    EXPECT_EQ(GetFolderItem(missing)->Name(), "new.mov");
-    const std::tuple<std::string, std::string> same[] = {
-        {missing, missing},
+    const std::tuple<std::string, std::string> items[] = {
+        {Colon("home") + ":new.mov", Colon("home/new.mov")},
         {"", Colon("application", true)},
         {"clips:", Colon("application/clips", true)},
     };
-    for (const auto& [path, absolute] : same)
+    for (const auto& [path, absolute] : items)
         EXPECT_EQ(GetFolderItem(path)->AbsolutePath(), absolute);
     for (const std::string& path :
          {Colon("home/gone/new.mov"), Colon("home/gone", true), Colon("home/file", true),
           Colon("home/file/x"), Colon("home") + ":..:application:"})
         EXPECT_TRUE(GetFolderItem(path).IsNil()) << path;
     EXPECT_EQ(DesktopFolder()->AbsolutePath(), Colon("home/Desktop"));
-    Folder().MakeFolder("home/Desktop");
-    EXPECT_EQ(DesktopFolder()->AbsolutePath(), Colon("home/Desktop", true));
-    EXPECT_FALSE(GetFolderItem(Colon("home/Library/Application Support", true)).IsNil());
 }
 
 TEST_F(FolderItemTest, TheHomeFolderIsNamedWithoutDots) {
@@ -80,56 +78,112 @@ TEST_F(FolderItemTest, TheHomeFolderIsNamedWithoutDots) {
     ::setenv("HOME", before.c_str(), 1);
 }
 
-TEST_F(FolderItemTest, ItemsStandInOrderWithoutCompanionFilesAndLinksAreWhatTheyLeadTo) {
+TEST_F(FolderItemTest, ItemsLeadBackToTheirFilesAndLinksAreWhatTheyLeadTo) {
     Folder().MakeFolder("clips/folder.mov");
-    for (const char* name :
-         {"clip 10.mov", "Clip 2.mov", "._clip 2.mov", ".hidden.mov", "a:b.mov", "caf\xE9.mov"})
+    for (const char* name : {"clip 10.mov", "Clip 2.mov", "._clip 2.mov", "a:b.mov", "caf\xE9.mov"})
         Folder().Write(std::string("clips/") + name, "");
     std::filesystem::create_symlink(Folder().Path("home"), Folder().Path("clips/link"));
     std::filesystem::create_symlink(Folder().Path("nowhere"), Folder().Path("clips/lost"));
-    const std::string names[] = {".hidden.mov", "a/b.mov",    "caf\xE9.mov", "Clip 2.mov",
-                                 "clip 10.mov", "folder.mov", "link",        "lost"};
     const auto folder = GetFolderItem(Colon("clips", true));
-    ASSERT_EQ(folder->Count(), 8);
-    for (std::int32_t i = 1; i <= 8; ++i) {
+    std::string items; // a folder with a slash, a file that is not there with a question mark
+    for (std::int32_t i = 0; i <= folder->Count() + 1; ++i) {
         const auto item = folder->Item(i);
-        EXPECT_EQ(item->Name(), names[i - 1]);
-        EXPECT_EQ(item->Directory(), i == 6 || i == 7) << i;
-        const auto child = GetFolderItem(folder->AbsolutePath())->Child(item->Name()); // back to its file
+        if (item.IsNil())
+            continue;
+        const auto child = GetFolderItem(folder->AbsolutePath())->Child(item->Name());
         EXPECT_EQ(child->AbsolutePath(), item->AbsolutePath());
-        EXPECT_EQ(std::filesystem::exists(child->NativePath()), i != 8) << child->NativePath();
         EXPECT_EQ(item->Child("x").IsNil(), !item->Directory());
+        items += item->Name() + (item->Directory() ? "/" : "") +
+                 (std::filesystem::exists(child->NativePath()) ? "|" : "?|");
     }
-    EXPECT_TRUE(folder->Item(0).IsNil());
-    EXPECT_TRUE(folder->Item(9).IsNil());
+    EXPECT_EQ(items, "a/b.mov|caf\xE9.mov|Clip 2.mov|clip 10.mov|folder.mov/|link/|lost?|");
     EXPECT_EQ(At("clips/a:b.mov").Count(), 0);
 }
 
 TEST_F(FolderItemTest, OnlyReadableRegularFilesOpenAsMoviesAndTwinsAreToldOnce) {
     CapturedStderr captured;
-    Folder().Write("caf\xE9.mov", "x");
-    Folder().MakeFolder("folder.mov");
-    ASSERT_EQ(::mkfifo(Folder().Path("fifo.mov").c_str(), 0600), 0); // it must not wait for a writer
-    const auto openTwice = [this](const std::string& name, bool opens) {
-        for (int handler = 0; handler < 2; ++handler)
-            Do([&] {
+    Folder().Write("caf\xE9", "x");
+    Folder().MakeFolder("folder");
+    ASSERT_EQ(::mkfifo(Folder().Path("fifo").c_str(), 0600), 0); // it must not wait for a writer
+    const std::pair<const char*, const char*> rows[] = {{"caf\xE9", nullptr},
+                                                        {"gone", "No such file or directory"},
+                                                        {"folder", "Is a directory"},
+                                                        {"fifo", "Is a FIFO"}};
+    Names lines;
+    for (const auto& [name, cause] : rows)
+        for (int handler = 0; handler < 2; ++handler) {
+            Do([&, name = name, cause = cause] {
                 for (int twin = 0; twin < 2; ++twin)
-                    EXPECT_EQ(At(name).OpenAsMovie().IsNil(), !opens) << name;
+                    EXPECT_EQ(At(name).OpenAsMovie().IsNil(), cause != nullptr) << name;
             });
-    };
-    openTwice("caf\xE9.mov", true);
-    Lines lines;
-    for (const std::string name : {"gone", "folder", "fifo"}) {
-        openTwice(name + ".mov", false);
-        const char* cause = name == "gone"   ? "No such file or directory"
-                            : name == "fifo" ? "Is a FIFO"
-                                             : "Is a directory";
-        lines.insert(lines.end(), 2, "kirolane: " + Folder().Path(name) + ".mov: " + cause);
-    }
+            if (cause != nullptr)
+                lines.push_back("kirolane: " + Folder().Path(name) + ": " + cause);
+        }
     EXPECT_EQ(captured.Lines(), lines) << "once a handler";
 }
 
-TEST_F(FolderItemTest, WithoutPermissionNothingOpensAndNothingIsLost) {
+TEST_F(FolderItemTest, TextIsReadByLinesWithEitherEndingAndWrittenInOnePieceByClose) {
+    Folder().Write("text", "first\r\n\nthird \xFF\nlast");
+    const auto read = At("text").OpenAsTextFile();
+    for (const char* line : {"first", "", "third \xFF", "last", "", ""})
+        EXPECT_EQ(read->ReadLine(), line);
+    EXPECT_TRUE(At("gone").OpenAsTextFile().IsNil());
+    EXPECT_TRUE(At("home").OpenAsTextFile().IsNil());
+
+    At("text").CreateTextFile()->WriteLine("lost: the stream is let go unclosed");
+    const auto written = At("text").CreateTextFile();
+    written->WriteLine("映画");
+    written->WriteLine("");
+    EXPECT_EQ(Folder().Read("text"), "first\r\n\nthird \xFF\nlast");
+    written->Close();
+    written->WriteLine("late");
+    written->Close();
+    EXPECT_EQ(Folder().Read("text"), "映画\n\n");
+}
+
+/// Folders read by a worker while a thread waits.
+class FolderReadingTest : public FolderItemTest {
+protected:
+    FolderReadingTest() {
+        Folder().MakeFolder("clips/sub.mov");
+        for (const char* name : {"clips/b.mov", "clips/A.mov", "clips/._A.mov", "clips/caf\xE9.mov"})
+            Folder().Write(name, "");
+    }
+
+    Thread& First() { return Get<Thread>("First"); }
+    void RunScan(const std::string& folder) {
+        First().OnRun = [this, path = Colon(folder, true)] { return Scan(path); };
+        Do([this] { First().Run(); });
+    }
+    /// The same of a mount that does not answer, until it has been asked so many times.
+    void RunSilentScan(int asked = 1) {
+        Files().SilentFolders();
+        RunScan("clips");
+        Windows().RunReady();
+        ASSERT_TRUE(Files().WaitForQuestions(asked));
+    }
+
+    const Names m_all = {"read", "A.mov", "b.mov", "caf\xE9.mov", "sub.mov/", "end"};
+    Names m_log;
+
+private:
+    /// Reads a folder and takes its items one a turn, each anew through its name; the folder itself may go as
+    /// soon as it has been read.
+    Task Scan(std::string path) {
+        const FolderReading reading = co_await ReadFolder(path);
+        m_log.emplace_back("read");
+        std::error_code denied;
+        std::filesystem::remove_all(Folder().Path("clips"), denied);
+        for (std::int32_t i = 1; i <= reading.folder->Count(); ++i) {
+            const auto file = GetFolderItem(path)->Child(reading.folder->Item(i)->Name());
+            m_log.push_back(file->Name() + (file->Directory() ? "/" : ""));
+            co_await Yield();
+        }
+        m_log.emplace_back("end");
+    }
+};
+
+TEST_F(FolderReadingTest, WithoutPermissionNothingOpensAndNothingIsLost) {
     ::chmod(Folder().Write("closed.mov", "old").c_str(), 0);
     ::chmod(Folder().MakeFolder("closed").c_str(), 0);
     ::chmod(Folder().MakeFolder("locked").c_str(), 0555);
@@ -139,51 +193,56 @@ TEST_F(FolderItemTest, WithoutPermissionNothingOpensAndNothingIsLost) {
         EXPECT_TRUE(At("closed.mov").OpenAsTextFile().IsNil());
         EXPECT_TRUE(At("closed.mov").CreateTextFile().IsNil());
         EXPECT_TRUE(At("locked/new").CreateTextFile().IsNil());
-        EXPECT_EQ(At("closed").Count(), 0);
-        EXPECT_TRUE(At("closed").Directory());
         At("locked/folder").CreateAsFolder();
+        RunScan("closed");
+        Settle();
+        EXPECT_EQ(m_log, (Names{"read", "end"}));
         EXPECT_EQ(captured.Lines(),
-                  Lines{"kirolane: " + Folder().Path("closed.mov") + ": Permission denied"});
+                  (Names{"kirolane: " + Denied("closed.mov"), "kirolane: " + Denied("closed")}));
         posix::PosixFileSystem files(Folder().Path("locked"), Folder().Path());
-        EXPECT_EQ(files.Prepare(), Folder().Path("locked/Library") + ": Permission denied");
+        EXPECT_EQ(files.Prepare(), Denied("locked/Library"));
     });
     EXPECT_FALSE(std::filesystem::exists(Folder().Path("locked/folder")));
     EXPECT_EQ(Folder().Read("closed.mov"), ::geteuid() == 0 ? "old" : "");
 }
 
-TEST_F(FolderItemTest, TextIsReadByLinesWithEitherEnding) {
-    Folder().Write("text", "first\r\n\nthird \xFF\nlast");
-    const auto stream = At("text").OpenAsTextFile();
-    for (const char* line : {"first", "", "third \xFF", "last", "", ""})
-        EXPECT_EQ(stream->ReadLine(), line);
-    EXPECT_TRUE(At("gone").OpenAsTextFile().IsNil());
-    EXPECT_TRUE(At("home").OpenAsTextFile().IsNil());
+TEST_F(FolderReadingTest, ASilentFolderHoldsUpNothingButItsOwnThreadAndAnswersAsItWasRead) {
+    RunSilentScan();
+    bool other = false;
+    Get<Thread>("Second").OnRun = [&]() -> Task {
+        co_await Yield();
+        other = true;
+    };
+    Get<Thread>("Second").Run();
+    Windows().RunReady();
+    EXPECT_TRUE(other);
+    EXPECT_FALSE(TheRuntime().RunIdleSlice()) << "a thread that waits makes no idle work";
+    EXPECT_EQ(m_log, Names{});
+    Files().Answer();
+    Settle();
+    EXPECT_EQ(m_log, m_all);
+    EXPECT_TRUE(GetFolderItem(Colon("clips", true)).IsNil()) << "the scan has ended";
+    EXPECT_EQ(TheRuntime().Mail().WorkersUnderWay(), 0);
 }
 
-TEST_F(FolderItemTest, TextIsWrittenInOnePieceByCloseWhichRaisesWhatFails) {
-    const std::string old = "the old content, which is longer\n";
-    Folder().Write("text", old);
-    At("text").CreateTextFile()->WriteLine("lost: the stream is let go unclosed");
-    const auto stream = At("text").CreateTextFile();
-    stream->WriteLine("映画");
-    stream->WriteLine("");
-    EXPECT_EQ(Folder().Read("text"), old);
-    stream->Close();
-    stream->WriteLine("late");
-    stream->Close();
-    EXPECT_EQ(Folder().Read("text"), "映画\n\n");
+TEST_F(FolderReadingTest, AKilledScanLeavesTheResultUnusedAndTheNextReadsItsOwn) {
+    RunSilentScan();
+    First().Kill();
+    RunSilentScan(2);
+    Files().Answer(1);
+    EXPECT_TRUE(Windows().RunUntil([this] { return TheRuntime().Mail().WorkersUnderWay() == 1; },
+                                   std::chrono::seconds(10)));
+    Windows().RunReady();
+    EXPECT_EQ(m_log, Names{}) << "what was killed does not wake the next";
+    Files().Answer();
+    Settle();
+    EXPECT_EQ(m_log, m_all);
+}
 
-    struct FullDisk : TextSink {
-        std::string Write(std::string_view) override { return "No space left on device"; }
-        const std::string& Path() const override { return path; }
-        std::string path = "/settings";
-    };
-    try {
-        TextOutputStream(std::make_unique<FullDisk>()).Close();
-        FAIL();
-    } catch (const FileWriteException& e) {
-        EXPECT_STREQ(e.what(), "FileWriteException: /settings: No space left on device");
-    }
+TEST_F(FolderReadingTest, TheEndOfTheRuntimeLetsItsWorkersEnd) {
+    RunSilentScan();
+    Files().Answer();
+    Restart(); // at once: the end of the runtime waits for the worker
 }
 
 } // namespace kirolane::tests

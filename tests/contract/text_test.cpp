@@ -1,8 +1,5 @@
 #include "contract/text.h"
 
-#include "contract/numbers.h"
-
-#include <cmath>
 #include <limits>
 #include <string>
 #include <utility>
@@ -52,25 +49,6 @@ TEST(Text, EqualityFoldsCaseByUnicodesSimpleFoldingAndNothingElse) {
             EXPECT_EQ(Equals(a, b), equal) << a << " and " << b;
             EXPECT_EQ(Equals(b, a), equal) << b << " and " << a;
         }
-}
-
-TEST(Text, NumbersAreWrittenPlainAndShortAndReadFromTheStart) {
-    std::string written = Str(-7);
-    for (const float value : {0.1234F, 1.0F, 0.00001F, -12.345F, 16777216.0F, -0.0F})
-        written += " " + Str(value);
-    EXPECT_EQ(written, "-7 0.1234 1 0.00001 -12.345 16777216 0");
-    EXPECT_EQ(CDbl("100"), 100.0);
-    EXPECT_EQ(CDbl(" -1.5 s"), -1.5);
-    EXPECT_EQ(CDbl("1e5"), 1.0) << "no exponents";
-    for (const char* none : {"", "abc", "-", "nan", "-inf", "１", "+"})
-        EXPECT_EQ(CDbl(none), 0.0) << none;
-}
-
-TEST(Text, RealsBecomeIntegersByDroppingTheFraction) {
-    constexpr auto largest = std::numeric_limits<std::int32_t>::max();
-    for (const auto& [real, integer] :
-         {std::pair{2.999, 2}, {-2.999, -2}, {1e12, largest}, {-1e12, -largest - 1}, {std::nan(""), 0}})
-        EXPECT_EQ(ToInteger(real), integer);
 }
 
 TEST(Names, StandInTheOrderAPersonExpectsAndOnlyIdenticalOnesAreEqual) {

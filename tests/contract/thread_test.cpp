@@ -5,8 +5,6 @@
 #include "support/captured_stderr.h"
 #include "support/console_test.h"
 
-#include <algorithm>
-#include <chrono>
 #include <memory>
 
 namespace kirolane::tests {
@@ -16,133 +14,83 @@ protected:
     Thread& First() { return Get<Thread>("First"); }
     Thread& Second() { return Get<Thread>("Second"); }
 
-    /// Has the thread run a body of so many turns, each of which appends `name` to the record.
-    void Run(Thread& thread, char name, int count) {
-        thread.OnRun = [this, name, count]() -> Task { return Body(name, count); };
+    /// Has the thread do what the text says: "." yields, "1" and "2" kill the first and the second one, "*"
+    /// starts the second anew, "!" fails; all else goes into the record.
+    void Run(Thread& thread, const char* text) {
+        thread.OnRun = [this, text]() -> Task { return Body(text); };
         thread.Run();
     }
     std::string TakeTurns() { return std::exchange(m_turns, {}); }
 
-    std::string m_turns;
-
 private:
-    Task Body(char name, int count) {
-        for (int i = 0; i < count; ++i) {
-            m_turns += name;
-            co_await Yield();
+    Task Body(const char* text) {
+        for (; *text != 0; ++text) {
+            if (*text == '.')
+                co_await Yield();
+            else if (*text == '1' || *text == '2')
+                (*text == '1' ? First() : Second()).Kill();
+            else if (*text == '*')
+                Second().Run();
+            else if (*text == '!')
+                (void)GetFolderItem("Root:gone:")->Count();
+            else
+                m_turns += *text;
         }
     }
+
+    std::string m_turns;
 };
 
-TEST_F(ThreadTest, RunsOnlyWhereTheRunningCodeYields) {
-    First().Kill(); // nothing yet
-    Do([&] {
-        Run(First(), 'a', 3);
-        Run(Second(), 'b', 2);
-        EXPECT_THROW(First().Run(), ThreadAlreadyRunningException);
-        EXPECT_EQ(TakeTurns(), "");
-        EXPECT_TRUE(First().Running());
-        YieldToThreads();
-        EXPECT_EQ(TakeTurns(), "ab") << "one turn each";
-    });
-    Settle();
-    EXPECT_EQ(TakeTurns(), "aba");
-    EXPECT_FALSE(First().Running());
-    First().Run();
-    Settle();
-    EXPECT_EQ(TakeTurns(), "aaa") << "it can run again";
-}
-
-TEST_F(ThreadTest, KillEndsTheBodyWhereItIsAndReleasesWhatItHolds) {
-    const auto held = std::make_shared<int>();
-    First().OnRun = [&held]() -> Task {
-        for (const auto kept = held;;)
-            co_await Yield();
-    };
-    First().Run();
-    Do([] { YieldToThreads(); });
-    EXPECT_EQ(held.use_count(), 2);
-    Do([&] { First().Kill(); });
-    EXPECT_FALSE(First().Running());
-    EXPECT_EQ(held.use_count(), 1);
-    Do([&] { // killed and run anew in one handler, as the folder buttons do
-        Run(First(), 'a', 2);
-        First().Kill();
-        First().Run();
-    });
-    Settle();
-    EXPECT_EQ(TakeTurns(), "aa");
-}
-
-TEST_F(ThreadTest, ABodyThatKillsItsOwnThreadEndsAtItsNextYield) {
-    First().OnRun = [this]() -> Task {
-        m_turns += '1';
-        First().Kill();
-        YieldToThreads(); // no yield within a turn
-        m_turns += '2';
-        co_await Yield();
-        m_turns += '3';
-    };
-    First().Run();
-    Run(Second(), 'b', 3);
-    Settle();
-    EXPECT_EQ(TakeTurns(), "12bbb");
-    EXPECT_FALSE(First().Running());
-}
-
-TEST_F(ThreadTest, OneThreadMayKillAndStartTheOther) {
-    Run(Second(), 'b', 100);
-    First().OnRun = [this]() -> Task {
-        co_await Yield();
-        Second().Kill();
-        Run(Second(), 'c', 2);
-    };
-    First().Run();
-    Settle();
-    EXPECT_EQ(TakeTurns(), "bbcc");
-}
-
-TEST_F(ThreadTest, AFailureEndsThatThreadAlone) {
+TEST_F(ThreadTest, OneTurnEachAndAKillOrAFailureEndsThatOneAlone) {
     CapturedStderr captured;
-    First().OnRun = []() -> Task {
-        co_await Yield();
-        (void)GetFolderItem("Root:gone:")->Count();
+    const struct {
+        const char* first;
+        const char* second;
+        const char* turns;
+    } rows[] = {
+        {"a.a.a", "b.b", "ababa"}, {"a1b.c", "x.x.x", "abxxx"}, // by its own hand: at its next yield
+        {"2*a", "b.b.c", "abbc"},                               // a new run of the other, which had not begun
+        {".2*", "b.b.c", "bbbc"},                               // and of one that had
+        {"a.!b", "x.x.x", "axxx"}, {"1.2", "", ""},
     };
-    First().Run();
-    Run(Second(), 'b', 4);
-    Do([] { // the handler's own file is not the thread's
-        Runtime::Current().Failures().NoteFile("/other", "cause");
+    for (const auto& [first, second, turns] : rows) {
+        Run(First(), first);
+        Run(Second(), second);
+        Settle();
+        EXPECT_EQ(TakeTurns(), turns) << first;
+        EXPECT_FALSE(First().Running() || Second().Running()) << first;
+    }
+    EXPECT_EQ(captured.Lines(),
+              std::vector<std::string>{
+                  "kirolane: Console.First Run: NilObjectException (Root:gone:: no such folder)"});
+}
+
+TEST_F(ThreadTest, RunsOnlyWhereTheRunningCodeYieldsAndAKillReleasesWhatItHolds) {
+    CapturedStderr captured;
+    const auto held = std::make_shared<int>();
+    Do([&] {
+        First().OnRun = [&held]() -> Task {
+            for (const auto kept = held;;)
+                co_await Yield();
+        };
+        First().Run();
+        EXPECT_THROW(First().Run(), ThreadAlreadyRunningException);
+        EXPECT_EQ(held.use_count(), 1);
         YieldToThreads();
+        EXPECT_EQ(held.use_count(), 2);
+        First().Kill();
+        EXPECT_EQ(held.use_count(), 1);
+        Run(First(), "a.!"); // anew in the same handler, as the folder buttons do
+        YieldToThreads();
+        EXPECT_EQ(TakeTurns(), "a");
+        Runtime::Current().Failures().NoteFile("/other", "cause"); // the handler's, not the thread's
         YieldToThreads();
         (void)*Ref<int>();
     });
-    Settle();
-    EXPECT_FALSE(First().Running());
-    EXPECT_EQ(TakeTurns(), "bbbb");
     EXPECT_EQ(captured.Lines(),
               (std::vector<std::string>{
                   "kirolane: Console.First Run: NilObjectException (Root:gone:: no such folder)",
                   "kirolane: test: NilObjectException (/other: cause)"}));
-}
-
-TEST_F(ThreadTest, IdleTimeIsGivenInShortSlices) {
-    bool stop = false;
-    First().OnRun = [&]() -> Task {
-        while (!stop)
-            co_await Yield();
-    };
-    First().Run();
-    auto shortest = std::chrono::nanoseconds::max(); // some are held up by the machine's other work
-    for (int i = 0; i < 21; ++i) {
-        const auto begin = std::chrono::steady_clock::now();
-        EXPECT_TRUE(TheRuntime().RunIdleSlice());
-        shortest = std::min<std::chrono::nanoseconds>(shortest, std::chrono::steady_clock::now() - begin);
-    }
-    EXPECT_GE(shortest, std::chrono::milliseconds(2));
-    EXPECT_LE(shortest, std::chrono::milliseconds(4));
-    stop = true;
-    Settle();
-    EXPECT_FALSE(TheRuntime().RunIdleSlice());
 }
 
 } // namespace kirolane::tests

@@ -16,10 +16,14 @@ namespace {
 
 class ControlsTest : public QtTest {
 protected:
+    void SetUp() override {
+        QtTest::SetUp();
+        ShowForm<SettingShow>();
+    }
     template <class T> static Ref<T> Setting(std::string_view name) { return Get<T, SettingShow>(name); }
     /// What an assistive tool offers first for the widget.
-    static void PressByTool(QWidget& widget) {
-        auto* actions = QAccessible::queryAccessibleInterface(&widget)->actionInterface();
+    static void PressByTool(QWidget* widget) {
+        auto* actions = QAccessible::queryAccessibleInterface(widget)->actionInterface();
         actions->doAction(actions->actionNames().constFirst());
     }
 };
@@ -45,30 +49,6 @@ TEST_F(ControlsTest, ALongPathIsCutBeforeTheSignThatStandsInItsBox) {
     };
     EXPECT_EQ(look("1", path), look("1", ""));
     EXPECT_NE(look("", path), look("", "")) << "without the sign the whole box is the path's";
-    look("1", path);
-    EXPECT_EQ(Find("Mainform", "DirLabel")->accessibleName().toStdString(), path) << "tools read all of it";
-}
-
-TEST_F(ControlsTest, AButtonReportsClicksAndIsPressedOnlyByItsControl) {
-    auto fold = Get<BevelButton>("Fold2");
-    int clicks = 0;
-    fold->OnAction = [&] { ++clicks; };
-    auto* button = Find<QAbstractButton>("Mainform", "Fold2");
-    const QImage raised = Look("Mainform", "Fold2");
-    Click(button);
-    EXPECT_EQ(clicks, 1);
-    EXPECT_FALSE(button->isChecked());
-    PressByTool(*button);
-    EXPECT_TRUE(Until([&] { return clicks == 2; }));
-    EXPECT_FALSE(button->isChecked());
-    EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
-
-    Do([&] { fold->SetValue(true); });
-    EXPECT_TRUE(button->isChecked());
-    EXPECT_NE(Look("Mainform", "Fold2"), raised);
-    Do([&] { fold->SetEnabled(false); });
-    Click(button);
-    EXPECT_EQ(clicks, 2);
 }
 
 TEST_F(ControlsTest, AToolTipShowsItsPathInLinesThatStayOnTheOperatorsDisplay) {
@@ -79,13 +59,53 @@ TEST_F(ControlsTest, AToolTipShowsItsPathInLinesThatStayOnTheOperatorsDisplay) {
         return tip.toPlainText();
     };
     EXPECT_EQ(shown("Root:a\xFF:<b>  &:"), QStringLiteral("Root:a\uFFFD:<b>  &:"));
-    EXPECT_EQ(shown(""), QString());
     const std::string path = "Root:<b>&" + std::string(100, 'W') + ":folder:" + std::string(20, 'i') + ":";
     const QStringList lines = shown(path).split('\n');
-    EXPECT_GT(lines.size(), 2);
     EXPECT_EQ(lines.join(QString()).toStdString(), path);
     for (const QString& line : lines)
         EXPECT_LE(QFontMetrics(QToolTip::font()).horizontalAdvance(line), 480);
+}
+
+TEST_F(ControlsTest, APressByHandOrByAToolIsReportedOnceAndTheLookIsTheControls) {
+    Names log;
+    auto button = Get<BevelButton>("Fold2");
+    auto* box = Setting<CheckBox>("FullScreen_Check").operator->();
+    button->OnAction = [&] { log.emplace_back("pressed"); };
+    box->OnAction = [&] { log.emplace_back(box->Value() ? "on" : "off"); };
+    Setting<UpDownArrows>("UpDownArrow")->OnUp = [&] { log.emplace_back("up"); };
+    Setting<UpDownArrows>("UpDownArrow")->OnDown = [&] { log.emplace_back("down"); };
+    const std::tuple<const char*, const char*, Names> rows[] = {
+        {"Mainform", "Fold2", {"pressed", "pressed"}},
+        {"SettingForm", "FullScreen_Check", {"on", "off"}},
+        {"SettingForm", "UpDownArrow.Up", {"up", "up"}},
+        {"SettingForm", "UpDownArrow.Down", {"down", "down"}}};
+    for (const bool enabled : {true, false}) {
+        Do([&] {
+            button->SetEnabled(enabled);
+            box->SetEnabled(enabled);
+            Setting<UpDownArrows>("UpDownArrow")->SetEnabled(enabled);
+        });
+        for (const auto& [form, name, wanted] : rows) {
+            auto* widget = Find<QAbstractButton>(form, name);
+            Click(widget, {8, 8});
+            PressByTool(widget);
+            EXPECT_TRUE(Until([&] { return !enabled || log.size() >= 2; }));
+            Settle();
+            EXPECT_EQ(std::exchange(log, {}), enabled ? wanted : Names()) << name;
+            EXPECT_FALSE(widget->isChecked()) << name;
+        }
+    }
+    Do([&] {
+        button->SetValue(true);
+        button->SetEnabled(true);
+        box->SetEnabled(true);
+    });
+    EXPECT_TRUE(Find<QAbstractButton>("Mainform", "Fold2")->isChecked());
+    auto* tick = Find<QAbstractButton>("SettingForm", "FullScreen_Check");
+    Do([] { Instance<SettingShow>()->Close(); }); // it goes from the loop, ahead of what the press posts
+    PressByTool(tick);
+    Settle();
+    EXPECT_EQ(log, Names());
 }
 
 TEST_F(ControlsTest, TheLevelFillsFromTheBottomAndFollowsThePointer) {
@@ -102,86 +122,32 @@ TEST_F(ControlsTest, TheLevelFillsFromTheBottomAndFollowsThePointer) {
     EXPECT_NE(half.pixelColor(10, 28), QColor(Qt::white));
 }
 
-TEST_F(ControlsTest, TabsReportThePageThatAPersonTurnsTo) {
+TEST_F(ControlsTest, TabsAndPopupsReportWhatAPersonTurnsToOnce) {
+    std::vector<int> changes;
     auto panel = Get<TabPanel>("ListTab");
-    auto* tabs = Find<QTabBar>("Mainform", "ListTab.Tabs");
-    std::vector<int> pages;
-    panel->OnChange = [&] { pages.push_back(panel->Value()); };
-    Click(tabs, tabs->tabRect(1).center());
-    EXPECT_EQ(pages, std::vector<int>{1});
-    Do([&] { panel->SetValue(0); });
-    EXPECT_EQ(tabs->currentIndex(), 0);
-}
-
-class SettingControlsTest : public ControlsTest {
-protected:
-    void SetUp() override {
-        ControlsTest::SetUp();
-        ShowForm<SettingShow>();
-    }
-};
-
-TEST_F(SettingControlsTest, ATickFollowsItsControl) {
-    auto box = Setting<CheckBox>("FullScreen_Check");
-    auto* widget = Find<QAbstractButton>("SettingForm", "FullScreen_Check");
-    int actions = 0;
-    box->OnAction = [&] { ++actions; };
-    Click(widget, {8, 10});
-    EXPECT_FALSE(box->Value()) << "it is disabled";
-    Do([&] { box->SetEnabled(true); });
-    Click(widget, {8, 10});
-    EXPECT_TRUE(box->Value() && widget->isChecked());
-    EXPECT_EQ(actions, 1);
-    PressByTool(*widget);
-    EXPECT_TRUE(Until([&] { return actions == 2; }));
-    EXPECT_FALSE(box->Value() || widget->isChecked());
-    box->OnAction = [&] { box->SetValue(false); }; // a handler that puts the box back
-    Click(widget, {8, 10});
-    EXPECT_FALSE(widget->isChecked());
-}
-
-TEST_F(SettingControlsTest, WhatAToolPressesAsTheWindowGoesIsLeftAlone) {
-    int actions = 0;
-    Do([&] {
-        Setting<CheckBox>("FullScreen_Check")->SetEnabled(true);
-        Setting<CheckBox>("FullScreen_Check")->OnAction = [&] { ++actions; };
-        Setting<BevelButton>("Folder1_Bevel")->OnAction = [&] { ++actions; };
-    });
-    Do([] { Instance<SettingShow>()->Close(); }); // it goes from the loop, ahead of what the presses post
-    for (const char* name : {"FullScreen_Check", "Folder1_Bevel"})
-        PressByTool(*Find("SettingForm", name));
-    Settle();
-    EXPECT_EQ(actions, 0);
-}
-
-TEST_F(SettingControlsTest, APopupOffersItsRowsAndReportsAChoice) {
     auto popup = Setting<PopupMenu>("FreeSeek_Popup");
+    auto* tabs = Find<QTabBar>("Mainform", "ListTab.Tabs");
     auto* box = Find<QComboBox>("SettingForm", "FreeSeek_Popup");
-    int changes = 0;
     Do([&] {
         for (const char* row : {"1分", "1分30秒", "2分"})
             popup->AddRow(row);
-        popup->OnChange = [&] { ++changes; };
     });
-    EXPECT_EQ(box->count(), 3);
     EXPECT_EQ(box->currentIndex(), -1);
-    Do([&] { popup->SetListIndex(1); });
-    EXPECT_EQ(box->currentText(), QStringLiteral("1分30秒"));
+    panel->OnChange = [&] { changes.push_back(panel->Value()); };
+    popup->OnChange = [&] { changes.push_back(popup->ListIndex()); };
+    Click(tabs, tabs->tabRect(1).center());
     box->setCurrentIndex(2);
-    EXPECT_EQ(popup->ListIndex(), 2);
-    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(changes, (std::vector<int>{1, 2}));
+    Do([&] {
+        panel->SetValue(0);
+        popup->SetListIndex(1);
+    });
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_EQ(box->currentText(), QStringLiteral("1分30秒"));
+    EXPECT_EQ(changes.size(), 4U);
 }
 
-TEST_F(SettingControlsTest, ArrowsStepBothWays) {
-    std::string steps;
-    Setting<UpDownArrows>("UpDownArrow")->OnUp = [&] { steps += "up "; };
-    Setting<UpDownArrows>("UpDownArrow")->OnDown = [&] { steps += "down "; };
-    for (const char* half : {"UpDownArrow.Up", "UpDownArrow.Down"})
-        Click(Find("SettingForm", half));
-    EXPECT_EQ(steps, "up down ");
-}
-
-TEST_F(SettingControlsTest, AFieldIsTypedInAndShowsBothEndsOfALongPathWhileItIsLocked) {
+TEST_F(ControlsTest, AFieldIsTypedInAndShowsBothEndsOfALongPathWhileItIsLocked) {
     auto field = Setting<EditField>("Folder1_Edit");
     auto* line = Find<QLineEdit>("SettingForm", "Folder1_Edit");
     const auto look = [&](const std::string& path) {
@@ -192,7 +158,6 @@ TEST_F(SettingControlsTest, AFieldIsTypedInAndShowsBothEndsOfALongPathWhileItIsL
     const QImage usual = look("Root:a" + middle + ":b:");
     EXPECT_NE(look("Root:a" + middle + ":c:"), usual);
     EXPECT_NE(look("Root:x" + middle + ":b:"), usual);
-    EXPECT_EQ(look("Root:a" + middle + "n" + middle + ":b:"), usual);
 
     look("Root:\xE3\x83:x");
     EXPECT_EQ(line->text(), QStringLiteral("Root:\uFFFD\uFFFD:x"));
@@ -202,7 +167,7 @@ TEST_F(SettingControlsTest, AFieldIsTypedInAndShowsBothEndsOfALongPathWhileItIsL
         field->SetEnabled(true);
         field->SetFocus();
     });
-    ASSERT_TRUE(Until([] { return Instance<SettingShow>()->Active(); }));
+    ASSERT_TRUE(Until([&] { return Instance<SettingShow>()->Active() && !m_console->Active(); }));
     Press(Qt::Key_A);
     Press(Qt::Key_B, Qt::ShiftModifier); // without Shift or in the console these are commands
     EXPECT_EQ(field->Text().size(), 2U);

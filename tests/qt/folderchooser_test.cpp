@@ -30,19 +30,12 @@ protected:
 TEST_F(FolderChooserTest, AChosenFolderComesBackAndStartsTheNextChoice) {
     const std::string folder = m_folder.MakeFolder("映画 & more");
     EXPECT_EQ(Choose([&](QFileDialog& dialog) {
-                  EXPECT_EQ(dialog.screen(), QGuiApplication::primaryScreen());
-                  EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
-                  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("フォルダを選択"));
+                  EXPECT_TRUE(
+                      QGuiApplication::primaryScreen()->availableGeometry().contains(dialog.geometry()));
                   dialog.selectFile(QString::fromStdString(folder));
                   dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
               }),
               folder);
-    EXPECT_EQ(Choose([&](QFileDialog& dialog) {
-                  EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder);
-                  dialog.reject();
-              }),
-              "");
-
     // Typed: the dialog stands in the folder chosen last. A link's ".." is not the text's.
     const std::string deep = m_folder.MakeFolder("other/deep");
     std::filesystem::create_directory_symlink(deep, folder + "/link");
@@ -67,20 +60,15 @@ TEST_F(FolderChooserTest, AChosenFolderComesBackAndStartsTheNextChoice) {
 }
 
 TEST_F(FolderChooserTest, AWindowMovedBehindItStaysWhereItWasMoved) {
-    const QWidget* console = Find("Mainform");
-    ASSERT_TRUE(Until([&] { // a placing of the program's own has settled by then
-        Find("Mainform")->move(300, 200);
-        Settle();
-        return m_console->Left() == 300;
-    }));
+    MoveConsole({300, 200});
     Choose([&](QFileDialog& dialog) {
         Find("Mainform")->move(400, 300);
-        EXPECT_TRUE(Until([&] { return console->pos() == QPoint(400, 300); }));
+        EXPECT_TRUE(Until([&] { return Find("Mainform")->pos() == QPoint(400, 300); }));
         dialog.reject();
     });
     Do([&] { m_console->SetTitle("another"); });
     Settle();
-    EXPECT_EQ(console->pos(), QPoint(400, 300));
+    EXPECT_EQ(Find("Mainform")->pos(), QPoint(400, 300));
     EXPECT_EQ(m_console->Left(), 400);
 }
 

@@ -38,61 +38,58 @@ protected:
         return std::find(log.begin(), log.end(), told.toStdString()) != log.end();
     }
     static bool Seen(const char* window) { return Find(window)->isVisible(); }
+    static bool Holds(const QScreen& screen, const Window& window) {
+        return screen.geometry().contains(window.Left() + window.Width() / 2,
+                                          window.Top() + window.Height() / 2);
+    }
 };
 
-TEST_F(FullScreenTest, CoversTheDisplayThatHoldsItAndKeepsLaterPlacesAsValues) {
-    auto monitor = CoverStage();
-    EXPECT_TRUE(Covers(kStage));
-    EXPECT_EQ(Find("Mainform")->screen()->geometry(), qt::ToQt(kMain));
-    Do([&] {
-        monitor->SetTop(500);
-        monitor->SetLeft(6);
-    });
-    Settle();
-    EXPECT_TRUE(Covers(kStage));
-    EXPECT_EQ(monitor->Left(), 6);
-    Do([&] { monitor->Hide(); });
-    Do([&] { monitor->Show(); });
-    Settle();
-    EXPECT_TRUE(Covers(kStage)) << "its display is the one that it first covered";
-}
-
-TEST_F(FullScreenTest, AWindowMadeAnewStandsUnderTheConsole) {
-    CoverStage();
-    Do([] { Instance<MonitorShow>()->Close(); });
-    Do([] { Instance<MonitorShow>()->Show(); });
-    const QRect under(m_console->Left(), m_console->Top() + m_console->Height() + 6, 320, 240);
-    EXPECT_TRUE(Until([&] { return Find("MonitorForm")->geometry() == under; }));
-}
-
 TEST_F(FullScreenTest, WhateverBecomesOfItsDisplayIsCoveredAnewAndTheKeyboardStays) {
-    const std::vector<TestScreen> layouts[] = {
-        {{"Main", kMain}, {"Stage", {1920, 0, 1280, 720}}},                  // another mode
-        {{"Main", {1280, 0, 1920, 1200}}, {"Stage", {0, 40, 1280, 720}}},    // at the operator's left
-        {{"Main", {0, 1080, 1920, 1200}}, {"Other", {-200, 0, 1920, 1080}}}, // another connector, above
-        {{"Main", kMain}, {"Last", {1920, -480, 1080, 1920}, 2.0}},          // on end, another scale
+    const Rect left{-1024, 0, 1024, 768};
+    const std::pair<int, std::vector<TestScreen>> steps[] = {
+        // The number of the one that it covers, -1 where its own has gone.
+        {1, {{"Main", kMain}, {"Stage", {1920, 0, 1280, 720}}}},                  // another mode
+        {1, {{"Main", {1280, 0, 1920, 1200}}, {"Stage", {0, 40, 1280, 720}}}},    // at the operator's left
+        {1, {{"Main", {0, 1080, 1920, 1200}}, {"Other", {-200, 0, 1920, 1080}}}}, // another connector, above
+        {1, {{"Main", kMain}, {"Last", {1920, -480, 1080, 1920}, 2.0}}},          // on end, another scale
+        {1, {{"Main", kMain}, {"Last", kStage}, {"Left", left}}}, // it comes before one at its left,
+        {-1, {{"Main", kMain}, {"Left", left}}},                  // which is no successor
+        {2, {{"Main", kMain}, {"Left", left}, {"New", kStage}}},
     };
     auto monitor = CoverStage();
-    const auto home = [&] {
-        return QGuiApplication::primaryScreen()->geometry().contains(
-            m_console->Left() + m_console->Width() / 2, m_console->Top() + m_console->Height() / 2);
-    };
-    for (const bool hidden : {false, true}) {
+    for (bool hidden : {false, true}) {
         if (hidden)
             Do([&] { m_console->Hide(); });
-        const auto keyboardStays = [&] { return hidden ? monitor->Active() : m_console->Active(); };
-        ASSERT_TRUE(Until(keyboardStays));
-        for (const auto& screens : layouts) {
-            SCOPED_TRACE(screens[1].name + (hidden ? " hidden" : ""));
+        for (const auto& [number, screens] : steps) {
+            SCOPED_TRACE(screens.back().name + (hidden ? " hidden" : ""));
+            ASSERT_TRUE(Until([&] { return hidden ? monitor->Active() : m_console->Active(); }));
             monitor->TakeLog();
             SetScreens(screens);
-            const Rect& stage = screens[1].rect;
-            EXPECT_TRUE(Until([&] { return Covers(stage); }));
-            EXPECT_TRUE(Until(keyboardStays));
-            EXPECT_TRUE(Tells(*monitor, stage));
-            EXPECT_TRUE(Until(home)) << "the operator's windows stand apart";
+            hidden = hidden && number >= 0;
+            if (number < 0) {
+                EXPECT_TRUE(Until([] { return !Seen("MonitorForm") && Seen("Mainform"); }));
+                Do([&] { // the logic goes on placing and showing what it holds
+                    monitor->SetLeft(6);
+                    monitor->Hide();
+                    m_console->Hide();
+                });
+                Do([&] { monitor->Show(); });
+                Settle();
+                EXPECT_TRUE(!Seen("MonitorForm") && Seen("Mainform") && m_console->Visible());
+                continue;
+            }
+            const Rect covered = screens[static_cast<std::size_t>(number)].rect;
+            EXPECT_TRUE(Until([&] { return Covers(covered); }));
+            EXPECT_TRUE(Until([&] { return hidden ? monitor->Active() : m_console->Active(); }));
+            EXPECT_TRUE(Tells(*monitor, covered));
+            EXPECT_EQ(m_windows->Screens()[1], covered);
+            EXPECT_TRUE(Until([&] { // the operator's windows stand apart
+                return Holds(*QGuiApplication::primaryScreen(), *m_console);
+            }));
         }
     }
+    SetScreens({{"New", kStage}}); // the main one goes
+    EXPECT_TRUE(Until([&] { return m_windows->Screens().size() == 1 && Covers(kStage); }));
 }
 
 TEST_F(FullScreenTest, TheKeyboardIsGivenBackUnlessAPersonHasPressedSomethingMeanwhile) {
@@ -121,40 +118,18 @@ TEST_F(FullScreenTest, AWindowManagerThatInsistsOnAnotherPlaceHasItUntilItGivesI
         })) << place.width;
 }
 
-TEST_F(FullScreenTest, AThirdDisplayIsNoSuccessor) {
-    const Rect left{-1024, 0, 1024, 768};
-    SetScreens({{"Main", kMain}, {"Stage", kStage}, {"Left", left}});
-    Settle();
-    CoverStage();
-    EXPECT_EQ(m_windows->Screens()[1], kStage) << "what is covered comes before one at its left";
-    SetScreens({{"Main", kMain}, {"Left", left}});
-    EXPECT_TRUE(Until([] { return !Seen("MonitorForm"); }));
-    Do([] { // the logic goes on placing and showing what it holds
-        Instance<MonitorShow>()->SetLeft(6);
-        Instance<MonitorShow>()->Show();
-    });
-    Settle();
-    EXPECT_FALSE(Seen("MonitorForm"));
-    SetScreens({{"Main", kMain}, {"Left", left}, {"New", kStage}});
-    EXPECT_TRUE(Until([] { return Covers(kStage); }));
-}
-
-TEST_F(FullScreenTest, TheMainDisplayMayGo) {
-    CoverStage();
-    SetScreens({{"Stage", kStage}});
-    Settle();
-    EXPECT_TRUE(Until([] { return Covers(kStage); }));
-    EXPECT_TRUE(m_console->Visible());
-    EXPECT_EQ(m_windows->Screens().size(), 1U);
-}
-
 TEST_F(FullScreenTest, ScreensAreTheMainOneAndThenFromLeftToRight) {
-    SetScreens({{"Main", kMain}, {"Far", {3840, 0, 1280, 720}}, {"Near", {1920, 100, 1920, 1080}}});
+    const Rect far{3840, 0, 1280, 720};
+    SetScreens({{"Main", kMain},
+                {"Far", far},
+                {"Near", {1920, 100, 1920, 1080}},
+                {"Mirror of main", kMain},
+                {"Mirror of far", far}});
     Settle();
     std::vector<int> lefts;
     for (int index = 0; index < ScreenCount(); ++index)
         lefts.push_back(Screen(index).Left());
-    EXPECT_EQ(lefts, (std::vector<int>{0, 1920, 3840}));
+    EXPECT_EQ(lefts, (std::vector<int>{0, 1920, 3840})) << "mirrors count as one";
 }
 
 } // namespace

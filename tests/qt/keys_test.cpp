@@ -1,14 +1,12 @@
 // Commands by key, whatever has the focus.
 
+#include "backends/qt/convert.h"
 #include "backends/qt/shortcuts.h"
 #include "contract/menuitem.h"
 #include "contract/tabpanel.h"
 #include "qt_test.h"
 
 #include <qpa/qwindowsysteminterface.h>
-
-#include <algorithm>
-#include <fstream>
 
 namespace kirolane::tests {
 
@@ -18,19 +16,11 @@ class KeysTest : public QtTest {
 protected:
     void SetUp() override {
         QtTest::SetUp();
+        Do([] { Instance<MonitorShow>()->Hide(); }); // it has items of its own
         m_console->TakeLog();
     }
     static QAction* Command(const char* name) {
         return Find("Mainform")->findChild<QAction*>(QString::fromLatin1(name));
-    }
-    /// The commands that come of a key that goes down and repeats twice.
-    Names Held(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        for (const bool again : {false, true, true}) {
-            QWindowSystemInterface::handleKeyEvent(QGuiApplication::focusWindow(), QEvent::KeyPress, key,
-                                                   modifiers, {}, again);
-            Settle();
-        }
-        return m_console->TakeLog();
     }
     Names Commands(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         Press(key, modifiers);
@@ -39,41 +29,47 @@ protected:
 };
 
 TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKey) {
-    Names wanted;
+    QFile document(KIROLANE_KEYS_DOCUMENT);
+    ASSERT_TRUE(document.open(QIODevice::ReadOnly));
+    QStringList told = QString::fromUtf8(document.readAll())
+                           .split('\n')
+                           .filter(QRegularExpression("^\\| (?!Menu )([^|]*\\|){4}$"));
     for (const MenuTable& menu : kMenus)
         for (const MenuRow& row : menu.rows) {
             if (!IsCommand(row))
                 continue;
-            QStringList cells{QString::fromUtf8(row.text.data(), row.text.size()).remove('&'), {}, {}};
+            QStringList cells{qt::ToText(row.text).remove('&'), {}, {}};
             int cell = 0;
             for (const QKeySequence& keys : qt::KeysOf(row.shortcut))
                 if (keys[0].key() != Qt::Key_Enter)
                     cells[++cell] = keys.toString(QKeySequence::PortableText);
-            QString text = "| " + cells.join(" | ") + " |";
+            QString text = "| " + cells.join(" | ") + " | ";
             for (const auto& [name, shown] : std::initializer_list<std::pair<const char*, const char*>>{
                      {"Meta", "Super"}, {"Left", "←"}, {"Right", "→"}, {"Up", "↑"}, {"Down", "↓"}})
                 text.replace(name, shown);
-            wanted.push_back(text.toStdString() + (row.where == Where::Console ? " console only" : ""));
+            const QString line = told.isEmpty() ? QString() : told.takeFirst();
+            EXPECT_TRUE(line.startsWith(text)) << text.toStdString() << line.toStdString();
+            EXPECT_EQ(line.contains("(console only)"), row.where == Where::Console) << line.toStdString();
         }
-    std::ifstream document(KIROLANE_KEYS_DOCUMENT);
-    Names told;
-    for (std::string line; std::getline(document, line);)
-        if (const auto end = line.rfind('|', line.size() - 2);
-            std::count(line.begin(), line.end(), '|') == 5 && line.find("---") == line.npos &&
-            line.find("| Menu ") != 0)
-            told.push_back(line.substr(0, end + 1) +
-                           (line.find("(console only)", end) == line.npos ? "" : " console only"));
-    EXPECT_EQ(told, wanted);
+    EXPECT_TRUE(told.isEmpty());
 }
 
 TEST_F(KeysTest, AHeldKeyRepeatsStepsOnly) {
-    const auto times = [](std::size_t count, const char* name) { return Names(count, name); };
-    EXPECT_EQ(Held(Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier), times(3, "Frame5UpKey"));
-    EXPECT_EQ(Held(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier), times(3, "Frame5UpKey"));
-    EXPECT_EQ(Held(Qt::Key_Left, Qt::ShiftModifier), times(3, "SpeedDown"));
-    EXPECT_EQ(Held(Qt::Key_Z, Qt::ShiftModifier), times(1, "LoopKey"));
-    EXPECT_EQ(Held(Qt::Key_Space), times(1, "PlayStatusChangeKey"));
-
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, std::size_t, const char*> rows[] = {
+        {Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier, 3, "Frame5UpKey"},
+        {Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier, 3, "Frame5UpKey"},
+        {Qt::Key_Left, Qt::ShiftModifier, 3, "SpeedDown"},
+        {Qt::Key_Z, Qt::ShiftModifier, 1, "LoopKey"},
+        {Qt::Key_Space, Qt::NoModifier, 1, "PlayStatusChangeKey"},
+    };
+    for (const auto& [key, modifiers, times, name] : rows) {
+        for (const bool again : {false, true, true}) {
+            QWindowSystemInterface::handleKeyEvent(QGuiApplication::focusWindow(), QEvent::KeyPress, key,
+                                                   modifiers, {}, again);
+            Settle();
+        }
+        EXPECT_EQ(m_console->TakeLog(), Names(times, name));
+    }
     // A mouse is no held key, whatever was held when the keyboard went to another window.
     QMenu* menu = Find("Mainform")->findChild<QMenuBar*>()->actions().constFirst()->menu();
     QTest::mouseMove(Find("Mainform")); // a menu remembers where the pointer was
@@ -111,16 +107,13 @@ TEST_F(KeysTest, ReturnOpensUnlessItIsDisabledThereAndTheKeypadHasASecond) {
         m_console->MenuItem("OpenKey")->SetAutoEnable(false);
         m_console->SetMenuBarVisible(false);
     });
-    Press(Qt::Key_Return); // the first press brings the items' enabling up to date
-    m_console->TakeLog();
+    EXPECT_EQ(Commands(Qt::Key_Return), Names()) << "the press itself brings the items' enabling up to date";
     EXPECT_FALSE(Command("OpenKey")->isEnabled());
     EXPECT_EQ(Commands(Qt::Key_Return), Names{"mOpenKey"}) << "of the other item, the bar shown or not";
 }
 
 TEST_F(KeysTest, ItemsShowTextEnablingAndVisibility) {
     const QAction* item = Command("AltX_Key");
-    EXPECT_EQ(item->text(), QStringLiteral("コンソールウィンドウを隠す"));
-    EXPECT_EQ(item->shortcut(), QKeySequence(Qt::ALT | Qt::Key_X));
     EXPECT_TRUE(Command("mOpenKey")->text().endsWith(QKeySequence(Qt::Key_Return).toString()));
     Do([&] {
         m_console->MenuItem("AltX_Key")->SetText("コンソールウィンドウを表示する");
@@ -130,7 +123,6 @@ TEST_F(KeysTest, ItemsShowTextEnablingAndVisibility) {
     EXPECT_EQ(item->text(), QStringLiteral("コンソールウィンドウを表示する"));
     EXPECT_FALSE(item->isEnabled());
     EXPECT_FALSE(Command("MuteKey")->isVisible());
-    EXPECT_EQ(Find("Mainform")->findChild<QMenuBar*>()->actions().size(), 3);
 }
 
 TEST_F(KeysTest, PlainArrowsGoToTheListThatIsSeen) {

@@ -2,13 +2,12 @@
 
 #include "contract/backend/mediaengine.h"
 
-#include <QColor>
+#include <QImage>
 
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -27,19 +26,16 @@ public:
     void SetNextHasPicture(bool has) { m_nextHasPicture = has; }
     /// A new picture of the size that was asked for.
     void MakePicture(QColor color) {
+        m_picture = QImage(m_size, QImage::Format_RGB32);
+        m_picture.fill(color.rgb());
         // The fourth byte is undefined by contract: here it is one that no viewer may trust.
-        m_pixels.assign(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height),
-                        color.rgb() & 0x00FFFFFFU);
-        m_frame.pixels = reinterpret_cast<const std::uint8_t*>(m_pixels.data());
-        m_frame.width = m_width;
-        m_frame.height = m_height;
-        m_frame.stride = m_width * 4;
+        for (uchar* byte = m_picture.bits() + 3; byte < m_picture.bits() + m_picture.sizeInBytes(); byte += 4)
+            *byte = 0;
         m_hasFrame = true;
         if (m_listener)
             m_listener();
     }
-    [[nodiscard]] int Width() const { return m_width; }
-    [[nodiscard]] int Height() const { return m_height; }
+    [[nodiscard]] QSize AskedSize() const { return m_size; }
     [[nodiscard]] bool Watched() const { return m_listener != nullptr; }
 
     // PlayerEngine.
@@ -55,22 +51,21 @@ public:
 
 private:
     // FrameSource.
-    void SetSize(std::int32_t width, std::int32_t height) override { m_width = width, m_height = height; }
+    void SetSize(std::int32_t width, std::int32_t height) override { m_size = {width, height}; }
     void SetListener(std::function<void()> listener) override { m_listener = std::move(listener); }
     [[nodiscard]] bool HasFrame() const override { return m_hasFrame; }
     [[nodiscard]] bool HasPicture() const override { return m_hasPicture; }
     void Visit(const std::function<void(const FrameView&)>& visit) const override {
-        if (m_frame.pixels != nullptr)
-            visit(m_frame);
+        if (!m_picture.isNull())
+            visit({m_picture.constBits(), m_picture.width(), m_picture.height(),
+                   static_cast<std::int32_t>(m_picture.bytesPerLine())});
     }
 
     bool m_nextHasPicture = true;
     bool m_hasPicture = false;
     bool m_hasFrame = false;
-    int m_width = 0;
-    int m_height = 0;
-    FrameView m_frame;
-    std::vector<std::uint32_t> m_pixels;
+    QSize m_size{0, 0};
+    QImage m_picture;
     std::function<void()> m_listener;
 };
 

@@ -56,6 +56,9 @@ protected:
     /// Displays come, go or change, as the desktop tells it.
     static void SetScreens(const std::vector<TestScreen>& screens);
 
+    /// Moves the console as a person does.
+    void MoveConsole(QPoint place);
+
     /// The widget of that name in the window of that name; the window itself for "".
     template <class Widget = QWidget>
     static Widget* Find(const std::string& window, const std::string& name = {}) {

@@ -19,8 +19,6 @@
 /// down.
 namespace kirolane::tests {
 
-using Names = std::vector<std::string>;
-
 /// A command is logged by its item's name.
 class LoggedForm : public TestForm {
 public:

@@ -11,6 +11,8 @@
 /// roles that the rules about windows tell apart. Each keeps the names of its events.
 namespace kirolane::tests {
 
+using Names = std::vector<std::string>;
+
 inline constexpr WindowDesign kConsoleDesign{
     .title = "Console", .role = WindowRole::Console, .width = 400, .height = 300};
 inline constexpr WindowDesign kAudienceDesign{.title = "Audience", .role = WindowRole::Audience};
@@ -19,15 +21,12 @@ inline constexpr WindowDesign kPaletteDesign{
     .title = "Palette", .role = WindowRole::Palette, .visible = false};
 
 inline constexpr ControlDesign kConsoleControls[] = {
-    {.name = "Tabs", .kind = ControlKind::TabPanel, .text = "One\nTwo"},
     {.name = "Grid", .kind = ControlKind::Listbox, .columnWidths = "18,348,50"},
     {.name = "Bar", .kind = ControlKind::Slider, .minimum = 2, .maximum = 10, .value = 5},
-    {.name = "Progress", .kind = ControlKind::ProgressBar, .maximum = 100},
     {.name = "Push", .kind = ControlKind::PushButton},
     {.name = "A", .kind = ControlKind::MoviePlayer},
     {.name = "B", .kind = ControlKind::MoviePlayer},
     {.name = "Clock", .kind = ControlKind::Timer, .period = 1000, .mode = 2},
-    {.name = "Off", .kind = ControlKind::Timer, .period = 10, .mode = 0},
     {.name = "First", .kind = ControlKind::Thread},
     {.name = "Second", .kind = ControlKind::Thread},
 };
@@ -37,7 +36,7 @@ public:
     using Window::Window;
 
     /// The events since the last call.
-    std::vector<std::string> TakeLog() { return std::exchange(m_log, {}); }
+    Names TakeLog() { return std::exchange(m_log, {}); }
     void Log(std::string entry) { m_log.push_back(std::move(entry)); }
 
     void Event_Open() override { Log("Open"); }
@@ -48,7 +47,7 @@ public:
     void Event_Restore() override { Log("Restore"); }
 
 private:
-    std::vector<std::string> m_log;
+    Names m_log;
 };
 
 /// The console of the tests, to be made first.
