@@ -157,10 +157,10 @@ protected:
     }
     /// The same of a mount that does not answer, until it has been asked so many times.
     void RunSilentScan(int asked = 1) {
-        Files().SilentFolders();
+        Files().Answers().Close("/*");
         RunScan("clips");
         Windows().RunReady();
-        ASSERT_TRUE(Files().WaitForQuestions(asked));
+        ASSERT_TRUE(Files().Answers().Holds(asked));
     }
 
     const Names m_all = {"read", "A.mov", "b.mov", "caf\xE9.mov", "sub.mov/", "end"};
@@ -218,7 +218,7 @@ TEST_F(FolderReadingTest, ASilentFolderHoldsUpNothingButItsOwnThreadAndAnswersAs
     EXPECT_TRUE(other);
     EXPECT_FALSE(TheRuntime().RunIdleSlice()) << "a thread that waits makes no idle work";
     EXPECT_EQ(m_log, Names{});
-    Files().Answer();
+    Files().Answers().Open();
     Settle();
     EXPECT_EQ(m_log, m_all);
     EXPECT_TRUE(GetFolderItem(Colon("clips", true)).IsNil()) << "the scan has ended";
@@ -229,19 +229,19 @@ TEST_F(FolderReadingTest, AKilledScanLeavesTheResultUnusedAndTheNextReadsItsOwn)
     RunSilentScan();
     First().Kill();
     RunSilentScan(2);
-    Files().Answer(1);
+    Files().Answers().LetPass(1);
     EXPECT_TRUE(Windows().RunUntil([this] { return TheRuntime().Mail().WorkersUnderWay() == 1; },
                                    std::chrono::seconds(10)));
     Windows().RunReady();
     EXPECT_EQ(m_log, Names{}) << "what was killed does not wake the next";
-    Files().Answer();
+    Files().Answers().Open();
     Settle();
     EXPECT_EQ(m_log, m_all);
 }
 
 TEST_F(FolderReadingTest, TheEndOfTheRuntimeLetsItsWorkersEnd) {
     RunSilentScan();
-    Files().Answer();
+    Files().Answers().Open();
     Restart(); // at once: the end of the runtime waits for the worker
 }
 

@@ -11,26 +11,25 @@ class HeadlessHarness : public PlayerHarness {
 public:
     /// `missing`: seconds by which the data of the movies falls short of their lengths.
     explicit HeadlessHarness(headless::ScriptedMovie traits, double missing = 0.0)
-        : PlayerHarness({"/clips/clip.mov", 6.0, "/clips/other.mov", 4.0, 0.15, 0.0}) {
-        for (const auto& [name, length] : {std::pair{is.clip, is.length}, {is.otherClip, is.otherLength}}) {
+        : PlayerHarness({{"/clips/clip.mov", 6.0}, {"/clips/other.mov", 4.0}, 0.15, 0.0}) {
+        for (const auto& [name, length] : {is.clip, is.other}) {
             traits.length = length;
             traits.dataEnd = length - missing;
-            m_headless.media.Script(name, traits);
+            m_media.Script(name, traits);
         }
     }
 
-    MediaEngine& Media() override { return m_headless.media; }
-    WindowSystem& Windows() override { return m_headless.windows; }
+    MediaEngine& Media() override { return m_media; }
     bool WaitUntil(const std::function<bool()>& condition) override {
         int steps = 0;
         for (; steps < 2000 && !condition(); ++steps)
-            m_headless.windows.Advance(10);
+            windows.Advance(10);
         return steps < 2000;
     }
-    [[nodiscard]] double Now() const override { return static_cast<double>(m_headless.clock.Now()) / 1000; }
+    [[nodiscard]] double Now() const override { return static_cast<double>(clock.Now()) / 1000; }
 
 private:
-    headless::Headless m_headless;
+    headless::HeadlessMedia m_media{clock};
 };
 
 /// Answering at once, slowly, and with a last frame that lies before the end, as in nearly every real file.

@@ -72,7 +72,7 @@ TEST_F(StartTest, LinesChooseFirstScansColourAndFolders) {
 TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
     const TemporaryFolder folder;
     SilentMount files(folder.MakeFolder("home"), folder.MakeFolder("application"));
-    files.SilentBelow("/dead/");
+    files.Answers().Close("/dead/");
     ASSERT_EQ(files.Prepare(), "");
     headless::Headless headless;
     std::optional<Runtime> runtime;
@@ -107,7 +107,7 @@ TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
     EXPECT_TRUE(console.Visible());
     EXPECT_EQ(console.Setting_Data(31), "Root:dead:10:") << "it counts as there";
     EXPECT_NE(console.Setting_Data(42), "Root:gone:") << "a disk that is well is still asked";
-    files.Answer();
+    files.Answers().Open();
 }
 
 } // namespace kirolane::tests

@@ -2,15 +2,11 @@
 
 #include "backends/headless/headless.h"
 #include "backends/mpv/mpv_media.h"
-#include "contract/backend/mediaengine.h"
+#include "support/temporary_folder.h"
 
-#include <chrono>
-#include <condition_variable>
-#include <functional>
+#include <cmath>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,52 +14,55 @@
 namespace kirolane::tests {
 
 /// Path and bytes of one of the clips that make_clips.sh makes.
-std::string ClipPath(const std::string& name);
-std::string Content(const std::string& clip);
+inline std::string ClipPath(const std::string& name) {
+    return std::string(KIROLANE_CLIPS) + "/" + name;
+}
+inline std::string Content(const std::string& clip) {
+    return ReadFile(ClipPath(clip));
+}
 
-double SecondsOf(const std::function<void()>& work);
-
-/// A figure of /proc/self/status, 0 where there is none.
-long Status(const std::string& name);
-
-/// Headless windows whose time is the real one: a wake comes through to whoever waits.
-class LiveWindows : public headless::HeadlessWindows {
-public:
-    using HeadlessWindows::HeadlessWindows;
-
-    void Wake() override;
-    /// Runs what is posted, as it comes, until the condition holds; asked every few milliseconds. False after
-    /// the limit.
-    bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_wakeUp;
-    bool m_woken = false;
-};
+inline double SecondsOf(const std::function<void()>& work) {
+    const auto began = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+}
 
 /// The engines of libmpv by themselves, without the contract's players above them: the twins and the sound's.
 class EngineTest : public ::testing::Test {
 protected:
-    /// What is not given is as the program has it, but for the roles, which belong to the paths used here,
-    /// and the device, so that it is no matter whether the machine has one.
-    explicit EngineTest(mpv::MpvOptions options = {.audioOutput = "null"});
-    ~EngineTest() override;
+    EngineTest() { MakePlayers({.audioOutput = "null"}); }
 
-    PlayerEngine& Preview() { return *m_preview; }
-    PlayerEngine& Stage() { return *m_stage; }
-    PlayerEngine& Sound() { return *m_sound; }
-    MediaEngine& Media() { return *m_media; }
+    /// What is not given is as the program has it, but for the roles, which belong to the paths used here.
+    void MakePlayers(mpv::MpvOptions options) {
+        EndPlayers();
+        options.roles = {{"preview", mpv::Role::Preview, "Preview"},
+                         {"stage", mpv::Role::Stage, "Stage"},
+                         {"sound", mpv::Role::Sound, "Sound"}};
+        m_media = std::make_unique<mpv::MpvMedia>(options);
+        for (const mpv::PlayerRole& role : options.roles)
+            m_players.push_back(m_media->MakePlayer(role.path));
+    }
     /// Ends the players, and with them what they write.
-    void EndPlayers();
+    void EndPlayers() {
+        m_players.clear();
+        m_media.reset();
+    }
+
+    PlayerEngine& Preview() { return *m_players[0]; }
+    PlayerEngine& Stage() { return *m_players[1]; }
+    PlayerEngine& Sound() { return *m_players[2]; }
 
     /// The file in both twins.
     bool LoadTwins(const std::string& path) { return Preview().Load(path) && Stage().Load(path); }
-    /// Orders one player, or several at once.
-    void Order(PlayerEngine& engine, const PlayerOrder& order);
-    void OrderTwins(const PlayerOrder& order);
-    /// Releases and empties all players.
-    void Unload();
+    /// The orders of one handler.
+    void Order(std::initializer_list<EngineOrder> orders) { m_media->Apply(orders); }
+    void Order(PlayerEngine& engine, const PlayerOrder& order) { Order({{&engine, order}}); }
+    void OrderTwins(const PlayerOrder& order) { Order({{&Preview(), order}, {&Stage(), order}}); }
+    /// Empties all players.
+    void Unload() {
+        const PlayerOrder order{.unload = true, .seekTo = {}};
+        Order({{&Preview(), order}, {&Stage(), order}, {&Sound(), order}});
+    }
     void PlayTwins(const std::string& path, double from = 0.0) {
         ASSERT_TRUE(LoadTwins(path)) << path;
         OrderTwins({.running = true, .seekTo = from});
@@ -71,12 +70,29 @@ protected:
     double Distance() { return Stage().Position() - Preview().Position(); }
 
     /// Lets the players play until the condition holds, at most so many seconds.
-    bool WaitUntil(const std::function<bool()>& condition, double seconds = 8.0);
+    bool WaitUntil(const std::function<bool()>& condition, double seconds = 8.0) {
+        return m_windows.RunUntil(condition, std::chrono::milliseconds(static_cast<int>(seconds * 1000)));
+    }
     bool Reaches(PlayerEngine& engine, double position) {
         return WaitUntil([&] { return engine.Position() > position; });
     }
+    /// The newest picture, whose pixels may have gone.
+    static FrameView Seen(PlayerEngine& engine) {
+        FrameView seen;
+        engine.Frames()->Visit([&](const FrameView& view) { seen = view; });
+        return seen;
+    }
     /// The grey level of the middle of the newest picture, 0 to 255; nothing if there is none.
-    static std::optional<int> Grey(PlayerEngine& engine);
+    static std::optional<int> Grey(PlayerEngine& engine) {
+        std::optional<int> grey;
+        engine.Frames()->Visit([&](const FrameView& view) { grey = GreenAt(view, 0.5, 0.5); });
+        return grey;
+    }
+    /// At a place given in parts of the width and the height.
+    static int GreenAt(const FrameView& view, double x, double y) {
+        return view.pixels[static_cast<std::ptrdiff_t>(view.height * y) * view.stride +
+                           static_cast<std::ptrdiff_t>(view.width * x) * 4 + 1];
+    }
     /// That level in the clips of make_clips.sh, so many seconds from the start.
     static double GreyAt(double seconds) { return (20.0 + 40.0 * seconds - 16.0) * 255.0 / 219.0; }
     bool Shows(PlayerEngine& engine, double seconds) {
@@ -85,11 +101,9 @@ protected:
 
 private:
     headless::HandClock m_clock;
-    LiveWindows m_windows{m_clock};
+    headless::HeadlessWindows m_windows{m_clock};
     std::unique_ptr<mpv::MpvMedia> m_media;
-    std::unique_ptr<PlayerEngine> m_preview;
-    std::unique_ptr<PlayerEngine> m_stage;
-    std::unique_ptr<PlayerEngine> m_sound;
+    std::vector<std::unique_ptr<PlayerEngine>> m_players;
 };
 
 } // namespace kirolane::tests

@@ -10,6 +10,8 @@ cd "$1"
 seconds=5
 rate=25
 run() { ffmpeg -nostdin -v error -y "$@"; }
+# forge CLIP NAME CODE: that clip with other bytes.
+forge() { perl -0777 -pe "$3" "$1" >"$2"; }
 
 # Master copies without loss.
 picture="nullsrc=s=176x144:r=$rate:d=$seconds,format=yuv420p,geq=lum='20+40*T':cb=128:cr=128"
@@ -36,17 +38,13 @@ run -i master.mkv -an -c:v mpeg2video -b:v 800k -g 15 -bf 2 -f mpeg2video clip.m
 run -i master.mkv -c:v wmv2 -b:v 400k -c:a wmav2 -f asf clip.wmv
 run -i master.mkv -c:v msmpeg4 -b:v 400k -c:a wmav2 -f asf clip.asf
 
-# Sounds. Layer I has no encoder here: the tests make clip.mp1 themselves.
-run -i master.mkv -vn -c:a pcm_s16be -f aiff clip.aif
-run -i master.mkv -vn -c:a pcm_s24be -f aiff clip.aiff
-run -i master.mkv -vn -c:a pcm_mulaw -f aiff clip.aifc
-run -i master.mkv -vn -c:a pcm_s16be -f au clip.au
-run -i master.mkv -vn -c:a pcm_s16le -f wav clip.wav
-run -i master.mkv -vn -c:a libmp3lame -b:a 128k -f mp3 clip.mp3
-run -i master.mkv -vn -c:a mp2 -f mp2 clip.mp2
-run -i master.mkv -vn -c:a aac -f adts clip.aac
-run -i master.mkv -vn -c:a aac -f mp4 clip.m4a
-run -i master.mkv -vn -c:a wmav2 -f asf clip.wma
+# Sounds. Layer I and MIDI have no encoder: silence, 384 samples a frame at 48 kHz and 384 kbit/s; two notes.
+perl -e 'print "\xff\xff\xc4" . "\0" x 381 for 1 .. 625' >clip.mp1
+printf 'MThd\0\0\0\6\0\0\0\1\1\xf4MTrk\0\0\0\x16\0\x90\x45\x64\x8f\x50\x80\x45\0\0\x90\x39\x64\x95\x0c\x80\x39\0\0\xff\x2f\0' >clip.mid
+cp clip.mid midi.mov
+run -i master.mkv -vn -c:a pcm_s16be clip.aif -vn -c:a pcm_s24be clip.aiff -vn -c:a pcm_mulaw -f aiff clip.aifc \
+    -vn -c:a pcm_s16be clip.au -vn -c:a pcm_s16le clip.wav -vn -c:a libmp3lame -b:a 128k clip.mp3 -vn -c:a mp2 clip.mp2 \
+    -vn -c:a aac clip.aac -vn -c:a aac -f mp4 clip.m4a -vn -c:a wmav2 clip.wma
 
 # The same streams bare, where an extension holds them now and then.
 run -i master.mkv -an -c:v mpeg1video -b:v 800k -g 15 -f mpeg1video raw.mpeg
@@ -70,14 +68,11 @@ run -i master.mkv -i titles.srt -map 0 -map 1 "${h264[@]}" -c:a aac -c:s srt -di
 # to be shown at a x + c y, b x + d y. The name says what is then to be seen, row by row.
 run -f lavfi -i "nullsrc=s=160x96:r=$rate:d=2,format=yuv420p,geq=lum='60+40*gte(X,W/2)+80*gte(Y,H/2)':cb=128:cr=128" \
     -f lavfi -i "sine=d=2" "${h264[@]}" -c:a aac -f mp4 quarters_1234.mp4
-matrix=$(($(grep -obUa tkhd quarters_1234.mp4 | sed -n '1s/:.*//p') + 44))
-declare -A fixed=([1]='\0\1\0\0' [0]='\0\0\0\0' [-1]='\xff\xff\0\0')
 for turn in "3142 0 1 -1 0" "4321 -1 0 0 -1" "2413 0 -1 1 0" "2143 -1 0 0 1" "3412 1 0 0 -1" "1324 0 1 1 0" \
     "4231 0 -1 -1 0"; do
     read -r seen a b c d <<<"$turn"
-    cp quarters_1234.mp4 "quarters_$seen.mp4"
-    printf "${fixed[$a]}${fixed[$b]}${fixed[0]}${fixed[$c]}${fixed[$d]}" |
-        dd of="quarters_$seen.mp4" bs=1 seek=$matrix conv=notrunc status=none
+    forge quarters_1234.mp4 "quarters_$seen.mp4" \
+        "s/tkhd.{40}\\K.{20}/pack 'l>5', map {65536 * \$_} $a, $b, 0, $c, $d/es"
 done
 # One key frame, and so many pictures behind it that to go to the last ones takes most of a second.
 run -i master.mkv -vf fps=200,scale=1920:1080 -c:v libx264 -preset ultrafast -g 2000 -pix_fmt yuv420p -c:a aac far.mp4
@@ -113,5 +108,24 @@ run -t 2 -i master.mkv -i cover.jpg -map 0:a -map 1:v -c:a aac -c:v copy -dispos
 # The data stop well before the duration that the header gives.
 run -i master.mkv "${h264[@]}" -c:a aac -movflags +faststart -f mp4 early.mp4
 truncate -s $(($(stat -c %s early.mp4) * 6 / 10)) early.mp4
+# Streams that no decoder knows; giant pictures, each by itself and all by the header; lengths that the tracks know better.
+forge clip.mp4 unknown.mp4 's/avc1/xqxq/g'
+forge clip.mp4 broken.mp4 's/avcC/xqxq/g'
+forge clip.mp4 mute.mp4 's/mp4a/xqxq/g'
+forge editor.mov giant.mov 's/icpf.{8}\K..../\x3e\x80\x3e\x80/gs'
+forge clip.mp4 huge.mp4 's/avc1.{24}\K..../\xff\xff\xff\xff/gs'
+forge clip.mp4 long.mp4 's/mvhd.{16}\K..../\x7f\xff\xff\xff/gs'
+forge clip.mp4 brief.mp4 's/mvhd.{16}\K..../\0\0\x03\xe8/gs'
+# What cannot be played.
+mkdir -p bad/folder.mp4
+: >bad/empty.mov
+echo "This is no movie." >bad/text.mp4
+for name in mpg mp3; do perl -e 'srand 7; print map { chr rand 256 } 1 .. 200000' >bad/random.$name; done
+head -c 20000 clip.mov >bad/no-index.mov
+forge clip.mp4 bad/index-only.mp4 's/mdat\K.*//s'
+forge clip.avi bad/header-only.avi 's/movi\K.*//s'
+forge clip.wav bad/header-only.wav 's/data\K.*//s'
+cat bad/index-only.mp4 bad/random.mpg >bad/garbage.mp4
+printf MThd >bad/cut.mid
 
 rm master.mkv pal.mkv cover.jpg whole.mp4 titles.srt

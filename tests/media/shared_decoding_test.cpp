@@ -1,40 +1,32 @@
 // Twins in step: the audience's player plays for both, and nobody can tell but by the size of the pictures.
 
 #include "engine_test.h"
-#include "support/temporary_folder.h"
-
-#include <array>
-#include <cmath>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "pipe.h"
 
 namespace kirolane::tests {
 
 class SharedDecoding : public EngineTest {
 protected:
-    explicit SharedDecoding(mpv::MpvOptions options = {.audioOutput = "null"})
-        : EngineTest(std::move(options)) {
+    SharedDecoding() { Begin({.audioOutput = "null"}); }
+    void Begin(const mpv::MpvOptions& options) {
+        MakePlayers(options);
         Stage().Frames()->SetSize(640, 480);
         Preview().Frames()->SetSize(320, 240);
     }
-    int Width() {
-        int width = 0;
-        Preview().Frames()->Visit([&](const FrameView& view) { width = view.width; });
-        return width;
-    }
+    int Width() { return Seen(Preview()).width; }
     bool Shares() { return Width() == 640; }
-    void PlayShared(const std::string& clip) {
-        PlayTwins(ClipPath(clip));
+    void PlayShared() {
+        Unload();
+        PlayTwins(ClipPath("clip.mp4"));
         ASSERT_TRUE(WaitUntil([&] { return Shares() && Preview().Position() > 0.7; }));
     }
+    void ExpectPreviewInTime() { EXPECT_NEAR(*Grey(Preview()), GreyAt(Preview().Position()), 8.0); }
     /// Lets them play to the end, which is one for both.
-    void PlayOut(const std::function<void()>& watch) {
+    void PlayOut(const std::function<void()>& watch = [] {}) {
         EXPECT_TRUE(WaitUntil([&] {
             watch();
-            if (const double distance = Distance(); !Stage().AtEnd()) {
-                EXPECT_NEAR(distance, 0.0, 0.02);
-            }
+            const double distance = Distance();
+            EXPECT_TRUE(Stage().AtEnd() || std::abs(distance) < 0.02) << distance;
             return Preview().AtEnd();
         }));
         EXPECT_TRUE(Stage().AtEnd() && Shares());
@@ -43,13 +35,13 @@ protected:
 };
 
 TEST_F(SharedDecoding, PauseSeekRateAndTheNextFileGoOnAsWithTwoDecoders) {
-    PlayShared("clip.mp4");
+    PlayShared();
     OrderTwins({.running = false, .seekTo = {}});
     EXPECT_TRUE(Shows(Preview(), Preview().Position()));
     OrderTwins({.running = true, .seekTo = 1.0, .rate = 1.25});
     EXPECT_TRUE(Reaches(Preview(), 2.5));
     EXPECT_NEAR(Distance(), 0.0, 0.01);
-    EXPECT_NEAR(*Grey(Preview()), GreyAt(Preview().Position()), 8.0);
+    ExpectPreviewInTime();
     EXPECT_TRUE(Shares());
 
     Preview().Release();
@@ -57,7 +49,7 @@ TEST_F(SharedDecoding, PauseSeekRateAndTheNextFileGoOnAsWithTwoDecoders) {
     PlayTwins(ClipPath("short.mp4"));
     EXPECT_TRUE(Preview().Frames()->HasPicture());
     EXPECT_TRUE(Shows(Preview(), 1.0));
-    PlayOut([] {});
+    PlayOut();
     OrderTwins({.running = true, .seekTo = 0.0});
     EXPECT_TRUE(Shows(Preview(), 0.5));
 }
@@ -76,7 +68,7 @@ TEST_F(SharedDecoding, AFarSmallerPreviewGetsThePicturesInItsOwnSize) {
 
 TEST_F(SharedDecoding, AnOrderToOneAloneGivesEachItsOwnPictures) {
     for (const bool running : {true, false}) {
-        PlayShared("clip.mp4");
+        PlayShared();
         OrderTwins({.running = running, .seekTo = {}});
         Order(Preview(), {.running = false, .seekTo = 4.5});
         EXPECT_TRUE(Shows(Preview(), 4.5));
@@ -85,9 +77,7 @@ TEST_F(SharedDecoding, AnOrderToOneAloneGivesEachItsOwnPictures) {
         EXPECT_EQ(Preview().Position(), 4.5);
         OrderTwins({.running = true, .seekTo = 2.0});
         EXPECT_TRUE(WaitUntil([&] { return Shares(); })) << "together again";
-        Unload();
     }
-    PlayShared("clip.mp4");
     OrderTwins({.running = false, .seekTo = 3.0});
     EXPECT_TRUE(Shows(Preview(), 3.0));
     ASSERT_TRUE(Stage().Load(ClipPath("short.mp4")));
@@ -95,9 +85,8 @@ TEST_F(SharedDecoding, AnOrderToOneAloneGivesEachItsOwnPictures) {
     EXPECT_TRUE(Shows(Stage(), 0.0));
     EXPECT_TRUE(WaitUntil([&] { return !Shares(); }));
     EXPECT_TRUE(Shows(Preview(), 3.0));
-    Unload();
 
-    PlayShared("clip.mp4");
+    PlayShared();
     OrderTwins({.running = true, .seekTo = {}, .rate = 1.25});
     Order(Stage(), {.running = true, .seekTo = {}});
     EXPECT_TRUE(WaitUntil([&] { return !Shares() && Distance() < -0.2; }));
@@ -110,37 +99,29 @@ TEST_F(SharedDecoding, AnOrderToOneAloneGivesEachItsOwnPictures) {
     EXPECT_TRUE(Preview().Frames()->HasFrame());
     EXPECT_NEAR(*Grey(Preview()), GreyAt(before), 10.0) << "no jump";
     EXPECT_TRUE(Reaches(Preview(), 3.0));
-    EXPECT_NEAR(*Grey(Preview()), GreyAt(Preview().Position()), 8.0);
+    ExpectPreviewInTime();
 }
 
 TEST_F(SharedDecoding, TheDistanceThatOrdersGiveStays) {
-    ASSERT_TRUE(LoadTwins(ClipPath("clip.mp4")));
-    struct Case {
+    const struct {
         double preview, stage, rate, within;
-    };
-    for (const Case& c :
-         {Case{0.3, 0.33, 1.0, 0.002}, Case{0.2, 0.0, 1.0, 0.06}, Case{0.0, 0.12, 1.25, 0.06}}) {
-        const auto send = [&](bool running, double by) {
-            const EngineOrder orders[] = {
-                {&Preview(), {.running = running, .seekTo = c.preview + by, .rate = c.rate}},
-                {&Stage(), {.running = running, .seekTo = c.stage + by, .rate = c.rate}}};
-            Media().Apply(orders);
-            return Preview().Position() == c.preview + by && Stage().Position() == c.stage + by;
-        };
-        EXPECT_TRUE(send(false, 0.0));
-        EXPECT_TRUE(send(true, 1.0));
+    } cases[] = {{0.3, 0.33, 1.0, 0.002}, {0.2, 0.0, 1.0, 0.06}, {0.0, 0.12, 1.25, 0.06}};
+    ASSERT_TRUE(LoadTwins(ClipPath("clip.mp4")));
+    for (const auto& [preview, stage, rate, within] : cases) {
+        for (const bool running : {false, true}) {
+            const double by = running ? 1.0 : 0.0;
+            Order({{&Preview(), {.running = running, .seekTo = preview + by, .rate = rate}},
+                   {&Stage(), {.running = running, .seekTo = stage + by, .rate = rate}}});
+            EXPECT_EQ(Preview().Position(), preview + by);
+            EXPECT_EQ(Stage().Position(), stage + by);
+        }
         ASSERT_TRUE(Reaches(Stage(), 2.0));
-        EXPECT_NEAR(Distance(), c.stage - c.preview, c.within);
+        EXPECT_NEAR(Distance(), stage - preview, within);
     }
 }
 
-/// Seeks that take longer than anybody waits for.
-class LateSeeks : public SharedDecoding {
-protected:
-    LateSeeks() : SharedDecoding({.seekLimit = std::chrono::milliseconds(1)}) {}
-};
-
-TEST_F(LateSeeks, NeitherPartTheTwinsNorBringTheEndEarly) {
+TEST_F(SharedDecoding, SeeksThatTakeLongerThanAnybodyWaitsNeitherPartTheTwinsNorBringTheEndEarly) {
+    Begin({.seekLimit = std::chrono::milliseconds(1)});
     ASSERT_TRUE(LoadTwins(ClipPath("far.mp4")));
     OrderTwins({.running = true, .seekTo = 4.6});
     bool there = false;
@@ -156,13 +137,8 @@ TEST_F(LateSeeks, NeitherPartTheTwinsNorBringTheEndEarly) {
     EXPECT_LT(Preview().Position(), 2.0);
 }
 
-/// Seeks that nobody ceases to wait for.
-class PatientStarts : public SharedDecoding {
-protected:
-    PatientStarts() : SharedDecoding({.audioOutput = "null", .seekLimit = std::chrono::seconds(8)}) {}
-};
-
-TEST_F(PatientStarts, TwinsThatStartInOneHandlerStartTogether) {
+TEST_F(SharedDecoding, TwinsThatStartInOneHandlerStartTogether) {
+    Begin({.audioOutput = "null", .seekLimit = std::chrono::seconds(8)});
     ASSERT_TRUE(LoadTwins(ClipPath("far.mp4")) && Preview().Load(ClipPath("clip.mp4")));
     OrderTwins({.running = true, .seekTo = 4.5}); // which takes the stage most of a second
     EXPECT_TRUE(WaitUntil([&] {
@@ -171,34 +147,15 @@ TEST_F(PatientStarts, TwinsThatStartInOneHandlerStartTogether) {
     }));
 }
 
-/// An output that takes no more, as a device that hangs, until somebody reads.
-struct OutputPipe {
-    OutputPipe() {
-        const std::string path = folder.Path("out.stage.wav");
-        mkfifo(path.c_str(), 0600);
-        end = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    }
-    ~OutputPipe() { close(end); }
-    void Read() const {
-        std::array<char, 65536> bytes{};
-        while (read(end, bytes.data(), bytes.size()) > 0)
-            ;
-    }
-    TemporaryFolder folder;
-    int end = -1;
-};
-
-class StalledOutput : protected OutputPipe, public SharedDecoding {
-protected:
-    StalledOutput() : SharedDecoding({.audioOutput = "pcm", .audioFileBase = folder.Path("out")}) {}
-    ~StalledOutput() override { EndPlayers(); }
-};
-
-TEST_F(StalledOutput, HoldsThePositionAndBringsNoEnd) {
+TEST_F(SharedDecoding, AnOutputThatHangsHoldsThePositionAndBringsNoEnd) {
+    const TemporaryFolder folder;
+    Pipe output(folder.Path("out.stage.wav")); // takes no more until somebody reads
+    Begin({.audioOutput = "pcm", .audioFileBase = folder.Path("out")});
     PlayTwins(ClipPath("short.mp4"));
     EXPECT_FALSE(WaitUntil([&] { return Preview().Position() > 2.0 || Stage().Position() > 2.0; }, 4.0));
-    PlayOut([&] { Read(); });
+    PlayOut([&] { output.Drain(); });
     EXPECT_NEAR(*Grey(Stage()), GreyAt(2.96), 5.0);
+    EndPlayers();
 }
 
 } // namespace kirolane::tests

@@ -19,7 +19,7 @@ namespace kirolane::tests {
 class ContractTest : public ::testing::Test {
 protected:
     ContractTest() { EXPECT_EQ(m_files.Prepare(), ""); }
-    ~ContractTest() override { m_files.Answer(); } // the runtime waits for its workers
+    ~ContractTest() override { m_files.Answers().Open(); } // the runtime waits for its workers
 
     /// Makes the first window and shows it, as the program's start does.
     template <class Form> Ref<Form> StartWith() {

@@ -1,67 +1,29 @@
 #pragma once
 
 #include "backends/posix/posix_filesystem.h"
-
-#include <chrono>
-#include <condition_variable>
-#include <limits>
-#include <mutex>
+#include "support/gate.h"
 
 namespace kirolane::tests {
 
-/// Files of which some lie on a mount that answers only when told.
+/// Files of which some lie on a mount that answers only while its gate is open: the readings of a folder come
+/// by as its path and "/*", questions about a file or folder as its path.
 class SilentMount : public posix::PosixFileSystem {
 public:
     using PosixFileSystem::PosixFileSystem;
-    ~SilentMount() override {
-        Answer();
-        std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_waiting == 0; });
-    }
-    /// What becomes silent: readings of folders, and questions about paths with `part` in them.
-    void SilentFolders() { m_folders = true; }
-    void SilentBelow(std::string part) { m_part = std::move(part); }
+
+    Gate& Answers() { return m_answers; }
+
     FileKind Kind(const std::string& path) const override {
-        if (m_part.empty() || path.find(m_part) == std::string::npos)
-            return PosixFileSystem::Kind(path);
-        Wait();
-        return FileKind::Missing;
+        m_answers.Pass(path);
+        return PosixFileSystem::Kind(path);
     }
     bool ReadFolder(const std::string& path, const FolderVisitor& visit, std::string& cause) const override {
-        if (m_folders)
-            Wait();
+        m_answers.Pass(path + "/*");
         return PosixFileSystem::ReadFolder(path, visit, cause);
-    }
-    /// Waits until so many questions have come.
-    bool WaitForQuestions(int count) const {
-        std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::seconds(10), [&] { return m_asked >= count; });
-    }
-    /// The first so many questions that came, or all there will be.
-    void Answer(int questions = std::numeric_limits<int>::max()) {
-        const std::lock_guard lock(m_mutex);
-        m_answered = questions;
-        m_changed.notify_all();
     }
 
 private:
-    void Wait() const {
-        std::unique_lock lock(m_mutex);
-        const int question = ++m_asked;
-        ++m_waiting;
-        m_changed.notify_all();
-        m_changed.wait(lock, [&] { return question <= m_answered; });
-        --m_waiting;
-        m_changed.notify_all();
-    }
-
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
-    mutable int m_asked = 0;
-    mutable int m_waiting = 0;
-    int m_answered = 0;
-    bool m_folders = false;
-    std::string m_part;
+    mutable Gate m_answers;
 };
 
 } // namespace kirolane::tests
