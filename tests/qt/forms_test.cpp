@@ -14,20 +14,6 @@ namespace {
 
 using Rows = std::span<const ControlDesign>;
 
-struct Form {
-    const char* name;
-    const WindowDesign& design;
-    Rows rows;
-};
-
-const Form kForms[] = {
-    {"Mainform", kMainformDesign, design::kMainformControls},
-    {"MonitorForm", kMonitorFormDesign, design::kMonitorFormControls},
-    {"MusicForm", kMusicFormDesign, design::kMusicFormControls},
-    {"SettingForm", kSettingFormDesign, design::kSettingFormControls},
-    {"VerForm", kVerFormDesign, design::kVerFormControls},
-};
-
 const ControlDesign* RowOf(Rows rows, std::string_view name) {
     const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& r) { return r.name == name; });
     return row == rows.end() ? nullptr : &*row;

@@ -19,11 +19,24 @@
 /// down.
 namespace kirolane::tests {
 
+struct Form {
+    const char* name;
+    const WindowDesign& design;
+    std::span<const ControlDesign> rows;
+};
+
+inline constexpr Form kForms[] = {
+    {"Mainform", kMainformDesign, design::kMainformControls},
+    {"MonitorForm", kMonitorFormDesign, design::kMonitorFormControls},
+    {"MusicForm", kMusicFormDesign, design::kMusicFormControls},
+    {"SettingForm", kSettingFormDesign, design::kSettingFormControls},
+    {"VerForm", kVerFormDesign, design::kVerFormControls},
+};
+
 /// A command is logged by its item's name.
-class LoggedForm : public TestForm {
+template <int number> class LoggedForm : public TestForm {
 public:
-    LoggedForm(std::string_view name, const WindowDesign& design, std::span<const ControlDesign> controls)
-        : TestForm(name, design), m_controls(controls) {}
+    LoggedForm() : TestForm(kForms[number].name, kForms[number].design) {}
 
     void Event_ScreenChanged(std::int32_t width, std::int32_t height) override {
         Log("ScreenChanged " + std::to_string(width) + "x" + std::to_string(height));
@@ -31,7 +44,7 @@ public:
 
 protected:
     using Window::CreateControls;
-    void CreateControls() override { CreateControls(m_controls); }
+    void CreateControls() override { CreateControls(kForms[number].rows); }
     void Layout() override {
         if (!Is(WindowRole::Console) && !Is(WindowRole::Audience))
             return;
@@ -41,14 +54,14 @@ protected:
                 if (IsCommand(row))
                     BindMenu(row.name, [this, name = std::string(row.name)] { return Log(name), true; });
     }
-
-private:
-    std::span<const ControlDesign> m_controls;
 };
+using MonitorShow = LoggedForm<1>; // the audience's window
+using MusicShow = LoggedForm<2>;   // the palette
+using SettingShow = LoggedForm<3>; // the tool that stays above the console
+using AboutShow = LoggedForm<4>;   // the document without a close box
 
 /// The console, its lists striped and filled with blank rows.
-struct ConsoleShow : LoggedForm {
-    ConsoleShow() : LoggedForm("Mainform", kMainformDesign, design::kMainformControls) {}
+struct ConsoleShow : LoggedForm<0> {
     void CreateControls() override {
         LoggedForm::CreateControls();
         for (const char* name : {"StrGrid", "mStrGrid"}) {
@@ -63,22 +76,6 @@ struct ConsoleShow : LoggedForm {
                 list->AddRow("");
         }
     }
-};
-/// The audience's window.
-struct MonitorShow : LoggedForm {
-    MonitorShow() : LoggedForm("MonitorForm", kMonitorFormDesign, design::kMonitorFormControls) {}
-};
-/// The palette.
-struct MusicShow : LoggedForm {
-    MusicShow() : LoggedForm("MusicForm", kMusicFormDesign, design::kMusicFormControls) {}
-};
-/// The tool that stays above the console.
-struct SettingShow : LoggedForm {
-    SettingShow() : LoggedForm("SettingForm", kSettingFormDesign, design::kSettingFormControls) {}
-};
-/// The document without a close box.
-struct AboutShow : LoggedForm {
-    AboutShow() : LoggedForm("VerForm", kVerFormDesign, design::kVerFormControls) {}
 };
 
 } // namespace kirolane::tests

@@ -79,7 +79,7 @@ TEST_F(SliderTest, WithLiveScrollEveryStepIsToldAndAPressThatTheLogicKeepsMovesN
     EXPECT_EQ(TakeLog(), (Names{"down", "6", "8", "up"}));
     m_keep = true;
     for (QSlider* slider : {rate, m_bar}) {
-        Click(slider, Thumb(slider, slider->minimum() + 1));
+        Click(slider, Thumb(slider, slider->maximum()));
         EXPECT_EQ(TakeLog(), (Names{"down", "up"}));
     }
     EXPECT_EQ(m_bar->value(), 0);
