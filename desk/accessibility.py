@@ -6,6 +6,8 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 ROLE = Atspi.Role
+LISTS = ROLE.TABLE, ROLE.LIST, ROLE.TREE, ROLE.TREE_TABLE
+scale = 1  # of the first display: pixels to a unit
 
 
 class Tree:
@@ -36,7 +38,8 @@ class Tree:
     def control(self, window_title, name):
         """The control of that name, which it carries as its description."""
         window = self.window(window_title)
-        return _find(window, name) if window is not None else None
+        parts = _parts(window, (*LISTS, ROLE.MENU_BAR)) if window is not None else ()
+        return next((part for part in parts if part.get_description() == name), None)
 
 
 def _children(accessible):
@@ -46,34 +49,22 @@ def _children(accessible):
             yield child
 
 
-def _find(accessible, name):
-    for child in _children(accessible):
-        if child.get_description() == name:
-            return child
-        if child.get_role() not in (ROLE.TABLE, ROLE.MENU_BAR):
-            inner = _find(child, name)
-            if inner is not None:
-                return inner
-    return None
-
-
-def _parts(accessible, lists):
-    """The controls below, from the top; what lies in a list of things only if asked for."""
+def _parts(accessible, closed):
+    """The controls below, from the top, but for what lies in those of the closed roles."""
     for child in _children(accessible):
         yield child
-        if lists or child.get_role() not in (ROLE.TABLE, ROLE.LIST, ROLE.TREE, ROLE.TREE_TABLE):
-            yield from _parts(child, lists)
+        if child.get_role() not in closed:
+            yield from _parts(child, closed)
 
 
-def named(accessible, text, lists=False):
-    """The first control below that shows that text; in a list, one that can be seen."""
-    return next((part for part in _parts(accessible, lists)
-                 if part.get_name() == text and (not lists or area(part)[2] > 0)), None)
+def named(accessible, text):
+    """The first control below that shows that text."""
+    return next((part for part in _parts(accessible, LISTS) if part.get_name() == text), None)
 
 
 def of_role(accessible, role):
     """The first control below of that role."""
-    return next((part for part in _parts(accessible, False) if part.get_role() == role), None)
+    return next((part for part in _parts(accessible, LISTS) if part.get_role() == role), None)
 
 
 def centre(control):
@@ -88,7 +79,7 @@ def text(control):
 def area(control):
     """(x, y, width, height) on the screen"""
     box = Atspi.Component.get_extents(control, Atspi.CoordType.SCREEN)
-    return box.x, box.y, box.width, box.height
+    return scale * box.x, scale * box.y, scale * box.width, scale * box.height
 
 
 def cell(table, row, column):

@@ -4,11 +4,9 @@ movie of its list by key, and saves a picture of both displays in FOLDER. What .
 
 import pathlib
 import sys
-import tempfile
 
-from . import display, program, session
-from .show import CONSOLE, MONITOR, Show
-from .waiter import Waiter
+from .display import GROUND
+from .show import CONSOLE, desk
 
 DISPLAYS = [(0, 0, 1024, 576), (1024, 0, 1024, 576)]
 PICTURES = 75  # shown by the monitor until the picture is saved; the first ones of a clip may be dark
@@ -18,33 +16,23 @@ def say(text):
     print(f"kirolane: {text}", flush=True)
 
 
-def show_at_work(show, target):
-    show.until_started()
-    show.until(lambda: MONITOR in show.screen.windows(), "the monitor window")
-    show.until(lambda: show.screen.active_title() == CONSOLE, "the keyboard in the console")
-    name = show.until(lambda: show.rows(1)[0], "a movie in the list")
-    say(f"opening {name} by key")
-    show.press("Return")
-    show.until_text("PlayModeLabel", "再生中")
-    show.until_moving(DISPLAYS[1], PICTURES, seconds=20)
-    show.screen.picture.save_png(target)
-    show.close()
-
-
 def main():
     binary = pathlib.Path(sys.argv[1]).resolve()
     folder = pathlib.Path(sys.argv[2])
     folder.mkdir(parents=True, exist_ok=True)
     target = folder / "two-displays.png"
-    waiter = Waiter()
-    session.start()
-    with tempfile.TemporaryDirectory(prefix="kirolane-") as temporary:
-        home = pathlib.Path(temporary) / "home"
-        home.mkdir()
-        with display.screen(home.with_name("screen"), waiter, DISPLAYS) as screen:
-            screen.paint_ground(display.GROUND)
-            with program.running_program([binary], home, screen.name, waiter) as running:
-                show_at_work(Show(screen, waiter, running), target)
+    with desk(binary, DISPLAYS) as place:
+        place.put(*(file for file in binary.parent.iterdir() if file.is_file() and file != binary))
+        place.screen.paint_ground(GROUND)
+        with place.started() as show:
+            show.until(lambda: show.screen.active_title() == CONSOLE, "the keyboard in the console")
+            name = show.until(lambda: show.rows(1)[0], "a movie in the list")
+            say(f"opening {name} by key")
+            show.press("Return")
+            show.until_text("PlayModeLabel", "再生中")
+            show.until_moving(DISPLAYS[1], PICTURES, seconds=20)
+            show.screen.picture.save_png(target)
+            show.close()
     say(f"picture of both displays: {target}")
 
 

@@ -89,58 +89,49 @@ class Screen:
 
     def turn_to_desktop(self, number):
         """One of the two virtual desktops, 0 or 1."""
-        event = Xlib.protocol.event.ClientMessage(
-            window=self._root, client_type=self._x.get_atom("_NET_CURRENT_DESKTOP"), data=(32, [number, 0, 0, 0, 0]))
-        self._root.send_event(event, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
-        self._x.flush()
+        self._tell(self._root, "_NET_CURRENT_DESKTOP", number,
+                   event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
 
     # Windows
 
     def windows(self):
         """Title to (x, y, width, height) of the content of all windows that can be seen."""
-        found = {}
-        self._collect(self._root, found)
-        return found
+        return {title: area for title, area, _ in self._seen(self._root)}
 
-    def _collect(self, window, found):
+    def _seen(self, window):
         for child in window.query_tree().children:
             try:
-                title = self._text(child, "_NET_WM_NAME")
+                title = self._text(child)
                 if title and child.get_attributes().map_state == X.IsViewable:
                     size = child.get_geometry()
                     place = self._root.translate_coords(child, 0, 0)
-                    found[title] = (place.x, place.y, size.width, size.height)
+                    yield title, (place.x, place.y, size.width, size.height), child
                 elif not title:
-                    self._collect(child, found)
+                    yield from self._seen(child)
             except (Xlib.error.BadWindow, Xlib.error.BadDrawable):
                 pass  # it went away meanwhile
 
-    def _text(self, window, name):
-        value = window.get_full_property(self._x.get_atom(name), X.AnyPropertyType)
+    def _find(self, title):
+        return next(window for name, _, window in self._seen(self._root) if name == title)
+
+    def _text(self, window):
+        value = window.get_full_property(self._x.get_atom("_NET_WM_NAME"), X.AnyPropertyType)
         return value.value.decode("utf-8", "replace") if value is not None and value.format == 8 else ""
 
-    def _find(self, title, window=None):
-        for child in (window or self._root).query_tree().children:
-            if self._text(child, "_NET_WM_NAME") == title:
-                return child
-            inner = self._find(title, child)
-            if inner is not None:
-                return inner
-        return None
-
     def active_title(self):
-        value = self._root.get_full_property(self._x.get_atom("_NET_ACTIVE_WINDOW"), Xatom.WINDOW)
-        if value is None or value.value[0] == X.NONE:
-            return ""
         try:
-            return self._text(self._x.create_resource_object("window", value.value[0]), "_NET_WM_NAME")
+            return "".join(self._titles("_NET_ACTIVE_WINDOW"))
         except Xlib.error.BadWindow:
             return ""
 
     def stacking(self):
         """The titles of the window manager's windows, from bottom to top."""
-        value = self._root.get_full_property(self._x.get_atom("_NET_CLIENT_LIST_STACKING"), Xatom.WINDOW)
-        return [self._text(self._x.create_resource_object("window", number), "_NET_WM_NAME") for number in value.value]
+        return self._titles("_NET_CLIENT_LIST_STACKING")
+
+    def _titles(self, name):
+        value = self._root.get_full_property(self._x.get_atom(name), Xatom.WINDOW)
+        return [self._text(self._x.create_resource_object("window", number))
+                for number in (value.value if value is not None else []) if number != X.NONE]
 
     def icon(self, title):
         """Words of the window's picture for the desktop: width, height, then 0xaarrggbb a pixel."""
@@ -149,11 +140,12 @@ class Screen:
 
     def ask_to_close(self, title):
         """What the close box of a window does, told to the program directly."""
-        window = self._find(title)
-        protocol = self._x.get_atom("WM_DELETE_WINDOW")
+        self._tell(self._find(title), "WM_PROTOCOLS", self._x.get_atom("WM_DELETE_WINDOW"))
+
+    def _tell(self, window, what, value, **options):
         event = Xlib.protocol.event.ClientMessage(
-            window=window, client_type=self._x.get_atom("WM_PROTOCOLS"), data=(32, [protocol, X.CurrentTime, 0, 0, 0]))
-        window.send_event(event)
+            window=window, client_type=self._x.get_atom(what), data=(32, [value, X.CurrentTime, 0, 0, 0]))
+        window.send_event(event, **options)
         self._x.flush()
 
     def put_panel(self, x, y, width, height, color):

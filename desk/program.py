@@ -11,7 +11,6 @@ from .processes import end
 
 SETTINGS = pathlib.PurePath("Library/Application Support/Kirolane/Setting/ES")
 LINES = 200
-LOGO_SIZE = (160, 120)
 NO_DEVICE = b"kirolane: sound: no device answers; the show goes on without, until one does"
 REPORT = re.compile("ERROR: [A-Za-z]+Sanitizer|: runtime error: ")  # what the sanitizers find ends the program
 
@@ -56,20 +55,14 @@ class Program:
 
 
 def settings_file(home, changes=None, folder=None):
-    """Writes a settings file as the preferences window saves it, with some lines changed."""
-    lines = ["nil"] * (LINES + 1)
-    lines[1:23] = ["// DisplayMode", "true", "// FullScreen", "false", "// WindowColor", "false", "// Window Hide",
-                   "false", "nil", "nil", "// FreeSeek", "3", "// -Sound", "3", "// FolderNumber", "1", "// - Sound",
-                   "1", "nil", "nil", "// Path", "nil"]
-    lines[22:32] = [colon_path(folder)] * 10
-    lines[32] = "***** Music *****"
-    lines[33:43] = [colon_path(folder)] * 10
-    lines[43:45] = ["Sfolder", "mSfolder"]
-    for number, text in (changes or {}).items():
-        lines[number] = text
+    """Writes a settings file of the first values, with some lines changed; what nobody reads is nil."""
+    lines = dict.fromkeys(range(1, LINES + 1), "nil")
+    lines |= {2: "true", 4: "false", 6: "false", 8: "false", 12: "3", 14: "3", 16: "1", 18: "1"}
+    lines |= dict.fromkeys([*range(22, 32), *range(33, 43)], colon_path(folder))
+    lines |= changes or {}
     path = home / SETTINGS
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text("".join(line + "\n" for line in lines[1:]), encoding="utf-8")
+    path.write_text("".join(line + "\n" for line in lines.values()), encoding="utf-8")
     return path
 
 

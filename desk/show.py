@@ -209,7 +209,7 @@ class Show:
         different = set()
 
         def moved():
-            different.add(self.screen.picture.few_pixels(*area))
+            different.add(hash(self.screen.picture.area(*area)))
             return len(different) > pictures
         self.until(moved, f"moving pictures at {area}", seconds)
 

@@ -52,6 +52,13 @@ class Case(unittest.TestCase):
         show.until(lambda: self.desk.screen.windows().get(MONITOR) == area,
                    f"the monitor on {area}, not {self.desk.screen.windows()}")
 
+    def until_below(self, show):
+        """The monitor of the smallest size, under the console."""
+        def below():
+            left, top, _, height = self.desk.screen.windows()[CONSOLE]
+            return self.desk.screen.windows()[MONITOR] == (left, top + height + 6, 320, 240)
+        show.until(below, f"the monitor under the console, not {self.desk.screen.windows()}")
+
     def until_in_front(self, show, title):
         show.until(lambda: self.desk.screen.active_title() == title, f"the keyboard in {title}")
 
@@ -63,11 +70,3 @@ class Case(unittest.TestCase):
         area = seen.area(show.control("DummyQTM", window))[:2]
         wanted = desks.pixels(LOGO, "rgb24", f"crop={width}:120:0:0")
         show.until(lambda: self.desk.screen.picture.area(*area, width, 120) == wanted, f"the logo in {window}")
-
-    def until_still(self, show):
-        """The codes of both windows once nothing moves any more."""
-        return self.desk.waiter.until_still(show.codes)
-
-
-__all__ = ["Case", "CLIPS", "CLIP_NAMES", "CONSOLE", "LOGO", "MONITOR", "NO_TIME", "SHOTS",
-           "desks", "seen", "unittest"]

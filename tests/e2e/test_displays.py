@@ -1,59 +1,19 @@
 """Where the monitor goes: one display or two, with and without a window manager, and displays that go away."""
 
-import itertools
 import pathlib
 
-from case import CLIP_NAMES, CONSOLE, MONITOR, Case, seen
+from case import CLIP_NAMES, CONSOLE, MONITOR, Case
 from desk import clips
 from desk.clips import FRAMES_PER_SECOND
 from desk.show import ABOUT, LEFT, PREFERENCES, RIGHT, inside
 from desk.display import MAIN, SECOND
 from desk.sound import FileDevice
 
-GAP = 6  # between the console and a monitor under it
 ONLY = (0, 0, 1280, 1024)
 
 
 class Displays(Case):
     monitors = None
-
-    def console_content(self, show):
-        """The console without its menu bar, as the box around all controls of the first list tells."""
-        x, y, _, _ = seen.area(show.control("GroupBox1"))
-        return x - 4, y - 5
-
-    def drag_console(self, show, right, down):
-        """By its title bar; where its content then is."""
-        screen = self.desk.screen
-        x, y, _, _ = screen.windows()[CONSOLE]
-        steps = itertools.chain([0.5], itertools.cycle([0.99, 1]))  # the first move seen begins the drag
-
-        def dragged():
-            step = next(steps)
-            screen.point(int(x + 400 + right * step), int(y - 8 + down * step))
-            now = screen.windows()[CONSOLE]
-            return abs(now[0] - x - right) + abs(now[1] - y - down) < 10
-        bar = self.console_content(show)[1] - y
-        with screen.dragging(x + 400, y - 8):
-            show.until(dragged, f"the console moved by {right}, {down}")
-        left, top = self.desk.waiter.until_still(lambda: screen.windows()[CONSOLE][:2])
-        show.until(lambda: self.console_content(show) == (left, top + bar), "the program told of it")
-        return left, top + bar
-
-    def test_one_display(self):
-        self.set_up([LEFT])
-        file = self.desk.settings({4: "false", 8: "false"})
-        before = file.read_bytes()
-        show = self.start()
-        left, top = self.console_content(show)
-        self.until_monitor(show, (left, top + 420 + GAP, 800, 600))
-        self.assertEqual(file.read_bytes(), before, "two displays are still wanted at the next start")
-        self.play_first(show)
-        self.shoot("playing")
-        self.assertEqual(show.picture_area(MONITOR), (left, top + 420 + GAP, 800, 600))
-        left, top = self.drag_console(show, 300, 90)  # the monitor comes along, beyond the edge, too
-        self.until_monitor(show, (left, top + 420 + GAP, 800, 600))
-        self.shoot("moved")
 
     def test_full_screen_on_the_only_display(self):
         self.set_up([ONLY])
@@ -74,7 +34,7 @@ class Displays(Case):
         show.until(lambda: not screen.pointer_is_seen(), "no pointer on the monitor")
         show.until(lambda: screen.active_title() == CONSOLE and screen.stacking().index(CONSOLE) >
                    screen.stacking().index(MONITOR), "the console before the monitor")
-        self.drag_console(show, 200, 300)
+        screen.move(CONSOLE, 200, 300)
         show.until(lambda: show.codes()[0], "the preview")
         self.shoot("moved")
         self.until_monitor(show, ONLY)
@@ -153,9 +113,7 @@ class Displays(Case):
                 show.open_preferences()
                 show.open_about()
                 for title in (PREFERENCES, ABOUT):
-                    _, _, width, height = windows()[title]
-                    middle = main[0] + (main[2] - width) // 2, main[1] + (main[3] - height) // 2, width, height
-                    show.until(lambda: windows()[title] == middle, f"{title} on {middle}, not {windows()[title]}")
+                    show.until(lambda: inside(windows()[title], main), f"{title} on {main}, not {windows()[title]}")
                 left, top, _, _ = windows()[CONSOLE]
                 self.assertLess(max(left - main[0], top - main[1]), 40)
                 show.until_playing(1, frame=20)  # nothing stands on any of it

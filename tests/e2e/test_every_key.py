@@ -2,7 +2,7 @@
 
 import functools
 
-from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen, unittest
+from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen
 from desk import clips, keys
 from desk.show import LEFT, RIGHT
 
@@ -142,8 +142,7 @@ class EveryKey(Case):
         show.forget(MONITOR)
         show.press("Return")  # needs the monitor, which is made anew as it was designed
         show.until(lambda: MONITOR in self.desk.screen.windows(), "the monitor")
-        left, top, _, height = self.desk.screen.windows()[CONSOLE]
-        self.until_monitor(show, (left, top + height + 6, 320, 240))
+        self.until_below(show)
         show.until(lambda: (self.code(CONSOLE, SHOWN) or (0, 0))[1] > LONG_RATE, "the preview playing")
 
 
@@ -155,7 +154,3 @@ for name in MODES:
     setattr(EveryKey, f"test_{name}", functools.partialmethod(EveryKey.in_console, name))
     if name != "hidden_monitor":
         setattr(EveryKey, f"test_{name}_from_the_monitor", functools.partialmethod(EveryKey.in_monitor, name))
-
-
-if __name__ == "__main__":
-    unittest.main()

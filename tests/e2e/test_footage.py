@@ -4,7 +4,7 @@ import os
 import pathlib
 from collections import namedtuple
 
-from case import CONSOLE, MONITOR, SHOTS, Case, seen, unittest
+from case import CONSOLE, MONITOR, SHOTS, Case, seen
 from desk.show import lay
 
 CORPUS = pathlib.Path(os.environ["KIROLANE_CORPUS"])
@@ -95,7 +95,3 @@ class Footage(Case):
 
     def test_turned(self):
         self.play_all(TURNED)
-
-
-if __name__ == "__main__":
-    unittest.main()

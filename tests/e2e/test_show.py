@@ -2,7 +2,7 @@
 
 import os
 
-from case import CLIP_NAMES, CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen, unittest
+from case import CLIP_NAMES, CLIPS, CONSOLE, LOGO, MONITOR, NO_TIME, Case, desks, seen
 from desk.clips import FRAMES_PER_SECOND
 from desk.show import RIGHT
 
@@ -25,8 +25,8 @@ class Show(Case):
         self.assertLess(max(left, top), 100)
         self.until_in_front(show, CONSOLE)
         self.assert_at_rest(show)
-        self.assertFalse(seen.enabled(show.control("QTM_PlayButton")))
-        show.until_text("FileNumberLabel", str(len(CLIP_NAMES)))
+        icon = desks.pixels(LOGO.with_name("Kirolane.png"), "bgra")
+        self.assertIn(icon, b"".join(word.to_bytes(4, "little") for word in self.desk.screen.icon(CONSOLE)))
         self.assertTrue(show.text("DirLabel").endswith(":program:"))
 
         show.press("Return")
@@ -42,9 +42,8 @@ class Show(Case):
             return code and code[0] == 2 and code[1] >= 5
         show.until(next_clip, "the second clip")
         self.assertLessEqual(seen_between, {1, 2, None}, "something else than the two clips was seen")
-        for label, wanted in {"PlayModeLabel": "再生中", "FileLabel": CLIP_NAMES[1], "MediaType": "MP4",
-                              "FileNumberLabel": f"2 / {len(CLIP_NAMES)}", "MaxTime": "00：00：20"}.items():
-            show.until_text(label, wanted)
+        show.until_text("MediaType", "MP4")
+        show.until_text("FileNumberLabel", f"2 / {len(CLIP_NAMES)}")
         self.assertEqual(show.rows(3, column=0), ["", "●", ""])
         self.assertEqual(show.rows(3, column=2), ["00：00：20", "00：00：20", ""])
         preview, stage = show.until_playing(2, frame=FRAMES_PER_SECOND)
@@ -80,7 +79,3 @@ class Show(Case):
         self.assert_curtain(show, MONITOR, 157)
         show.click_row(0, times=2)
         show.until_playing(1, frame=5)
-
-
-if __name__ == "__main__":
-    unittest.main()

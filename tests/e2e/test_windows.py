@@ -1,13 +1,14 @@
-"""The windows beside the console: sound, folder chooser."""
+"""The windows beside the console: sound, preferences, folder chooser."""
 
-from case import CLIPS, CONSOLE, NO_TIME, Case, seen, unittest
-from desk.show import CHOOSER, LEFT, inside, lay
+from case import CLIPS, CONSOLE, MONITOR, NO_TIME, Case, seen
+from desk.show import CHOOSER, LEFT, PREFERENCES, RIGHT, inside, lay
 from desk.program import colon_path
 
 LONG = "0 長.mp4"  # 150 s, 10 pictures a second
 SOUNDS = ["音.wav", "音２.wav"]
 BUTTONS = [*(f"Fold{n}" for n in range(1, 11)), "Fold99"]
 MANY = 30000
+FLAT = (0xB1, 0xB1, 0xB1)
 
 
 class Windows(Case):
@@ -35,8 +36,6 @@ class Windows(Case):
         show.until(lambda: inside(screen.windows().get(first, (-1, -1, 0, 0)), LEFT), "it on the operator's display")
         show.until(lambda: show.sound_window() == f"{NO_TIME} / {NO_TIME}", "the movie's times as the title")
         title = show.sound_window()
-        for name in ("PlayModeLabel", "PosTime", "FileLabel"):
-            show.control(name, title)  # before the window goes
         mode = lambda: show.text("PlayModeLabel", title)
         show.until(lambda: mode() == "再生中", "the sound playing")
         self.assertEqual(screen.active_title(), CONSOLE)
@@ -50,24 +49,49 @@ class Windows(Case):
         show.click_on("QTM_PlayButton", title)
         show.until(lambda: mode() == "一時停止", "a pause by its button")
         self.assertEqual(screen.active_title(), CONSOLE, "a click leaves the keyboard where it is")
-        show.press("Alt_L", "space")
-        show.until(lambda: mode() == "再生中", "the key")
-
         screen.ask_to_close(title)
         show.until_gone(title)
-        before = show.text("PosTime", title)
-        show.until(lambda: show.text("PosTime", title) != before, "the sound playing on")
-        self.assertEqual(show.rows(1, column=0, grid="mStrGrid"), ["●"])
-        show.press("Shift_L", "space")
-        show.until(lambda: mode() == "一時停止", "a pause by key")
+        self.assertEqual(show.rows(1, column=0, grid="mStrGrid"), ["●"], "the sound goes on")
+        show.press("Alt_L", "space")
         show.press("Down")
         show.press("Return")
-        show.until(show.sound_window, "the window of the next sound")
-        show.until(lambda: show.text("FileLabel", title) == SOUNDS[1], "its name")
         show.until(lambda: inside(screen.windows().get(show.sound_window(), (-1, -1, 0, 0)), LEFT),
-                   "it on the operator's display")
+                   "the window of the next sound on the operator's display")
         show.press("Control_L", "Shift_L", "n")
         show.until(lambda: not show.sound_window(), "the end of the window with its sound")
+
+    def test_preferences(self):
+        def pixel():
+            left, top, _, _ = screen.windows()[CONSOLE]
+            return screen.picture.pixel(left + 2, top + 62)
+        self.desk.settings()
+        screen = self.desk.screen
+        with self.desk.started() as show:
+            self.until_monitor(show, RIGHT)
+            show.open_preferences()
+            for name in ("DisplayMode_Check", "Hide_Check", "WindowColor_Check"):  # each frees the next
+                box = show.control(name, PREFERENCES)
+                show.until(lambda: seen.enabled(box), f"{name} free")
+                before = seen.checked(box)
+                show.click_on(name, PREFERENCES)
+                show.until(lambda: seen.checked(box) != before, f"{name} turned")
+            show.save_preferences()
+            self.shoot("saved")
+            show.close_preferences()
+            # The hiding acts at the next move of the console, its colour at the next start.
+            self.assertIn(MONITOR, screen.windows())
+            self.assertNotEqual(pixel(), FLAT)
+            screen.move(CONSOLE, 300, 200)
+            show.until_gone(MONITOR)
+            show.close()
+        with self.desk.started() as show:
+            show.until(lambda: show.rows(1)[0], "the list")
+            self.assertNotIn(MONITOR, screen.windows())
+            self.assertEqual(pixel(), FLAT)
+            show.press("Alt_L", "x")
+            show.press("Return")
+            show.until_text("PlayModeLabel", "再生中")
+            self.assertIn(CONSOLE, screen.windows(), "nothing would be left to see")
 
     def test_folder_buttons(self):
         folders = {}
@@ -111,14 +135,3 @@ class Windows(Case):
         show.until(lambda: show.text("PosTIme") != time, "the next tick")
         self.assertEqual(self.pressed(show), ["Fold2"], "cancelled")
         self.assertEqual(show.text("PlayModeLabel"), "再生中")
-
-        show.click_on("Fold99")
-        show.choose_folder(folders["few"])
-        show.until_rows(["0.mov", "1.mov", "2.mov"])
-        self.assertEqual(self.pressed(show), ["Fold99"])
-        self.assertEqual(show.text("DirLabel"), colon_path(folders["few"]))
-        show.until_playing(4, frame + 25)
-
-
-if __name__ == "__main__":
-    unittest.main()

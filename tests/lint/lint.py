@@ -1,17 +1,13 @@
 """lint.py RULE ROOT: checks one rule over the tree and prints a line "file:line: what" for each breach.
 
-Rules: layers, sleeps, words, format, twins. Status 0 without a breach, 1 with one, 77 where a rule's tool is absent.
+Rules: layers, sleeps, words, twins. Status 0 without a breach, 1 with one.
 """
 
 import pathlib
 import re
-import subprocess
 import sys
 
 from twins import twins
-
-SKIPPED = 77
-CLANG_FORMAT = "14"  # the layout of other versions differs
 
 # What the sources of a folder may include beside the standard headers and what lies in the folder itself: contract
 # and interfaces for all, and for a back end what its trade needs, but never another back end. A pattern of names
@@ -92,23 +88,7 @@ def words(root):
     yield from matches(root, files, f"{private}|{machine}|{hosts}", "not for this project")
 
 
-def layout(root):
-    try:
-        version = subprocess.run(["clang-format", "--version"], capture_output=True, text=True).stdout
-    except FileNotFoundError:
-        version = ""
-    if not re.search(rf"version {CLANG_FORMAT}\.", version):
-        print(f"skipped: clang-format {CLANG_FORMAT} is not here")
-        sys.exit(SKIPPED)
-    files = [p for p in tree(root) if p.suffix in SOURCES]
-    run = subprocess.run(["clang-format", "--dry-run", *map(str, files)], capture_output=True, text=True)
-    for line in run.stderr.splitlines():
-        found = re.match(r"(.+?):(\d+):\d+: warning", line)
-        if found:
-            yield f"{pathlib.Path(found.group(1)).relative_to(root)}:{found.group(2)}: layout; clang-format -i mends it"
-
-
-RULES = {"layers": layers, "sleeps": sleeps, "words": words, "format": layout, "twins": twins}
+RULES = {"layers": layers, "sleeps": sleeps, "words": words, "twins": twins}
 
 if __name__ == "__main__":
     breaches = list(RULES[sys.argv[1]](pathlib.Path(sys.argv[2]).resolve()))

@@ -3,76 +3,76 @@
 
 namespace kirolane::tests {
 
-class ListTest : public TwinTest {};
+/// A list's rows, and its folder buttons.
+class ListTest : public TwinTest {
+protected:
+    static std::int32_t& TheListOpenedLast() { return Console().GetListIndex_Flag; }
+    static void Press(std::int32_t n) { Own<BevelButton>("Fold" + Str(n))->ReportClick(); }
+    static void ExpectPressed(std::int32_t number) {
+        for (const std::int32_t n : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 99}) {
+            EXPECT_EQ(Own<BevelButton>("Fold" + Str(n))->Value(), n == number) << n;
+            EXPECT_EQ(Own<BevelButton>("Fold" + Str(n), !IsSound())->Value(), n == 1) << "the other list's";
+        }
+    }
+    using Files = std::vector<std::string>;
+};
 
 INSTANTIATE_TEST_SUITE_P(Of, ListTest, ::testing::Bool(), TwinName);
 
-TEST_P(ListTest, OpeningARowMarksItAndWritesItsDurationAndType) {
+TEST_P(ListTest, OpeningARowMarksItAndWritesItsDurationOrThatItFailed) {
     Script("a", {.length = 3725.9});
     Script("b", {.length = 59.99});
-    StartWithFiles({"a", "b"});
-    Act("open 0");
-    EXPECT_EQ(Counter(), "1 / 2 ●0");
-    EXPECT_EQ(List()->Cell(0, 2), "01：02：05");
-    EXPECT_EQ(Text("MediaType"), Either("QTM", "Wave"));
-    Act("open 1");
-    EXPECT_EQ(Counter(), "2 / 2 ●1");
-    EXPECT_EQ(List()->Cell(0, 2), "01：02：05") << "a row keeps what it was opened with";
-    EXPECT_EQ(List()->Cell(1, 2), "00：00：59");
-    Do([] { // as after opening a file of the other list
-        Console().GetListIndex_Flag = Either(1, 0);
-        Either(Console().mFileNumberLabel(), Console().FileNumberLabel())->SetCaption("1 / 1");
-    });
-    Act("CloseKey");
-    EXPECT_EQ(Counter(), "2 / 2") << "the label of the list opened last is reset, not this one";
-    EXPECT_EQ(Either(Console().mFileNumberLabel(), Console().FileNumberLabel())->Caption(), "2");
-}
-
-TEST_P(ListTest, ARowThatDoesNotOpenSaysSoAndLeavesNoMark) {
-    StartWithFiles({"a", "bad"});
     Script("bad", {.opens = false});
+    StartWithFiles({"a", "b", "bad"});
     Act("open 0");
     Scan(Console().Setting_Data(22));
-    Act("open 1");
-    EXPECT_EQ(List()->Cell(1, 2), kFailed);
-    EXPECT_EQ(Counter(), "2");
-    EXPECT_EQ(State(), "closed");
-    EXPECT_EQ(Text("MediaType"), Either("QTM", "Wave")) << "the type comes from the name alone";
+    Act("open 2");
+    EXPECT_EQ(List()->Cell(2, 2), kFailed);
+    EXPECT_EQ(Shown("list"), "3");
     Script("bad", {.length = 5.0}); // mended: it can be tried again
-    Act("open 1");
-    EXPECT_EQ(List()->Cell(1, 2), "00：00：05");
-    EXPECT_EQ(Counter(), "2 / 2 ●1");
+    Act("open 2; open 0; open 1");
+    EXPECT_EQ(List()->Cell(2, 2), "00：00：05");
+    EXPECT_EQ(List()->Cell(0, 2), "01：02：05") << "a row keeps what it was opened with";
+    EXPECT_EQ(List()->Cell(1, 2), "00：00：59");
+    const auto other = Own<StaticText>("FileNumberLabel", !IsSound());
+    Do([&] { // as after opening a file of the other list
+        TheListOpenedLast() = Either(1, 0);
+        other->SetCaption("1 / 1");
+    });
+    Act("CloseKey");
+    EXPECT_EQ(Shown("list"), "2 / 3") << "the label of the list opened last is reset, not this one";
+    EXPECT_EQ(other->Caption(), "3");
 }
 
 TEST_P(ListTest, BlankRowsAndNoSelectionStandForTheFirstRow) {
     StartWithFiles({"a", "b"});
-    Walk({{"open 1", "再生中 b 0 bar 0"}, {"open 20", "再生中 a 0 bar 0"}});
+    Act("open 1; open 20");
+    EXPECT_EQ(Shown("file"), "a");
     EXPECT_EQ(List()->ListIndex(), 0);
 
-    Scan(MakeFiles("one", {"c"}));
+    Act("list c");
     Do([] { List()->OnChange = nullptr; }); // else it never stays without a selection
-    List()->ReportSelection(-1);
-    List()->ReportDoubleClick();
+    Act("open -1");
+    EXPECT_EQ(Shown("file"), "c");
     EXPECT_EQ(List()->ListIndex(), 0);
-    EXPECT_EQ(State(), "再生中 c 0 bar 0");
 
-    Scan(MakeFiles("empty", {})); // where nothing can be opened
-    Do([] { Console().GetListIndex_Flag = Either(1, 0); });
+    Act("list"); // where nothing can be opened
+    Do([] { TheListOpenedLast() = Either(1, 0); });
     Media().ForgetOrders();
-    Walk({{"open 3", "再生中 c 0 bar 0"}});
-    EXPECT_EQ(Console().GetListIndex_Flag, Either(1, 0));
+    Walk({{"open 3", ""}});
+    EXPECT_EQ(TheListOpenedLast(), Either(1, 0));
     EXPECT_TRUE(Media().Orders().empty());
 }
 
 TEST_P(ListTest, ArrowsStepOneRowWithoutWrappingAndAClearedSelectionComesBackAtOneEnd) {
     StartWithFiles({"a", "b"});
-    const struct {
-        std::int32_t from;
-        int key;
-        std::int32_t to;
-    } rows[] = {{0, Keyboard::kLeftArrow, 0},  {0, Keyboard::kRightArrow, 1},
-                {1, Keyboard::kRightArrow, 2}, {1, Keyboard::kLeftArrow, 0},
-                {2, Keyboard::kLeftArrow, 1},  {25, Keyboard::kRightArrow, 25}}; // blank rows are rows
+    const std::tuple<std::int32_t, int, std::int32_t> rows[] = {{0, Keyboard::kLeftArrow, 0},
+                                                                {0, Keyboard::kRightArrow, 1},
+                                                                {1, Keyboard::kRightArrow, 2},
+                                                                {1, Keyboard::kLeftArrow, 0},
+                                                                {2, Keyboard::kLeftArrow, 1},
+                                                                {25, Keyboard::kRightArrow, 25},
+                                                                {25, 125, 25}}; // blank rows are rows
     for (const auto& [from, key, to] : rows) {
         List()->ReportSelection(from);
         Windows().HoldKey(key);
@@ -80,26 +80,56 @@ TEST_P(ListTest, ArrowsStepOneRowWithoutWrappingAndAClearedSelectionComesBackAtO
         Windows().ReleaseKey(key);
         EXPECT_EQ(List()->ListIndex(), to) << from;
     }
-    EXPECT_FALSE(List()->ReportKey("left")) << "no key is held";
-    EXPECT_EQ(List()->ListIndex(), 25);
-    List()->ReportSelection(-1);
+    Act("select -1");
     EXPECT_EQ(List()->ListIndex(), 0);
     List()->ReportScroll(3);
-    List()->ReportSelection(-1);
+    Act("select -1");
     EXPECT_EQ(List()->ListIndex(), 25);
 }
 
 TEST_P(ListTest, ASortMovesTheMarkAndTheListGoesOnFromTheRowSelectedBefore) {
     StartWithFiles({"a", "b", "c"});
-    Act("open 0");
-    List()->ReportSelection(2);
+    Act("open 0; select 2");
     List()->ReportHeadingClick(1);
-    List()->ReportHeadingClick(1); // c, b, a
-    EXPECT_EQ(Listed(), (std::vector<std::string>{"c", "b", "a"}));
-    EXPECT_EQ(Counter(), "1 / 3 ●2") << "until the next open";
+    List()->ReportHeadingClick(1);
+    EXPECT_EQ(Listed(), (Files{"c", "b", "a"}));
+    EXPECT_EQ(Shown("list"), "1 / 3 ●2") << "until the next open";
     EXPECT_EQ(Either(Console().File_Number, Console().mFile_Number), 2) << "the selection before, by number";
-    Walk({{"open 0", "再生中 c 0 bar 0"}});
-    EXPECT_EQ(Counter(), "1 / 3 ●0");
+    Act("open 0");
+    EXPECT_EQ(Shown("list") + Shown("file"), "1 / 3 ●0c");
+}
+
+TEST_P(ListTest, AButtonListsItsFolderAndStaysDownAndOfSeveralTheLastCounts) {
+    const std::string first = MakeFiles("first", {"a"});
+    const std::string third = MakeFiles("third", {"b", "c"});
+    WriteSettings({{22, first}, {24, third}, {33, first}, {35, third}});
+    Start();
+    Press(3);
+    ExpectPressed(3);
+    Settle();
+    EXPECT_EQ(Listed(), (Files{"b", "c"}));
+    EXPECT_EQ(Names(Own<Listbox>("StrGrid", !IsSound())), Files{Either("a.wav", "a.mov")});
+    MakeFiles("third", {"d"});
+    Press(3); // down already: lists anew
+    Settle();
+    EXPECT_EQ(Shown("list"), "3");
+    for (const std::int32_t n : {3, 10, 1, 3, 1})
+        Press(n);
+    Settle();
+    EXPECT_EQ(Listed(), Files{"a"});
+
+    // A folder that is chosen on the spot is remembered.
+    const std::string chosen = MakeFiles("chosen", {"x"});
+    Press(99); // cancelled
+    ExpectPressed(1);
+    Windows().PrepareFolder(Folder().Path("chosen"));
+    Press(99);
+    Settle();
+    ExpectPressed(99);
+    EXPECT_EQ(Console().Setting_Data(Either(43, 44)), chosen);
+    EXPECT_EQ(Console().Setting_Data(Either(44, 43)), Either("mSfolder", "Sfolder"));
+    EXPECT_EQ(Own<BevelButton>("Fold99")->HelpTag(), chosen);
+    EXPECT_EQ(Listed(), Files{"x"});
 }
 
 } // namespace kirolane::tests

@@ -42,22 +42,22 @@ void LogicTest::WriteSettings(const Lines& changed) {
     static_cast<void>(Folder().Write(kSettings, text));
 }
 
-void LogicTest::Start() {
+std::string LogicTest::Launch() {
     std::string failure;
-    EXPECT_TRUE(TheRuntime().Start([this] { m_app = StartKirolane(); }, failure)) << failure;
+    const bool started = TheRuntime().Start([this] { m_app = StartKirolane(); }, failure);
+    EXPECT_EQ(started, failure.empty());
+    return failure;
+}
+
+void LogicTest::Start() {
+    EXPECT_EQ(Launch(), "");
     Settle();
 }
 
-void LogicTest::StartWithMedia(std::initializer_list<std::string_view> movies,
-                               std::initializer_list<std::string_view> sounds) {
-    WriteSettings({{22, MakeMedia("movies", movies)}, {33, MakeMedia("sounds", sounds)}});
+void LogicTest::StartWithFiles(std::initializer_list<std::string> names, Lines lines) {
+    lines[22] = lines[33] = MakeFiles("media", names);
+    WriteSettings(lines);
     Start();
-}
-
-std::string LogicTest::StartFailure() {
-    std::string failure;
-    EXPECT_FALSE(TheRuntime().Start([this] { m_app = StartKirolane(); }, failure));
-    return failure;
 }
 
 void LogicTest::End() {

@@ -38,11 +38,10 @@ protected:
 
     /// Starts the program and lets its first scans end.
     void Start();
-    /// Starts it with a movie folder and a sound folder as number 1.
-    void StartWithMedia(std::initializer_list<std::string_view> movies,
-                        std::initializer_list<std::string_view> sounds = {});
-    /// Starts it, expecting a failure; its text.
-    std::string StartFailure();
+    /// The same, with a folder of such files in both lists, and other lines changed.
+    void StartWithFiles(std::initializer_list<std::string> names, Lines lines = {});
+    /// Starts it and waits for nothing; why it did not start, "" if it did.
+    std::string Launch();
     /// Ends the program and readies for another start.
     void End();
     void SetScreens(int count, int height = 1200);

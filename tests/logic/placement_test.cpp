@@ -5,43 +5,63 @@ namespace kirolane::tests {
 
 class PlacementTest : public LogicTest {
 protected:
-    static void ExpectSize(const auto& thing, std::int32_t width, std::int32_t height) {
-        EXPECT_EQ(thing->Width(), width);
-        EXPECT_EQ(thing->Height(), height);
+    static void ExpectSize(const auto& thing, Point size) {
+        EXPECT_EQ((Point{thing.Width(), thing.Height()}), size);
     }
 };
 
-TEST_F(PlacementTest, TheSettingsPickOneOfThePlacements) {
+TEST_F(PlacementTest, TheSettingsPickThePlaceAndEveryOpenTheSizeAnew) {
     const Rect second = {1600, 100, 1920, 1}; // as left, top, width of the player, full screen or not
     const Rect first = {0, 0, 1600, 1};
-    const Rect windowed = {0, 426, 640, 0};
     const Rect design = {0, 0, 320, 0};
-    const std::tuple<int, std::string, const char*, std::string, Rect, bool> cases[] = {
-        {2, "true", "false", "false", second, true},
-        {2, "true", "true", "true", second, false}, // dual display wins, then line 8 hides
-        {2, "TRUE", "", "false", second, true},
-        {1, "true", "false", "false", windowed, true},
-        {1, "true", "true", "true", windowed, false},
-        {2, "false", "true", "true", first, false},
-        {1, "false", "true", "false", first, true},
-        {1, "false", "false", "true", design, false},
-        {1, "false", "false", "false", windowed, true},
-        {2, "false", "false", "x", windowed, false},
-        {1, "false", "", "false", design, true},
-        {2, "yes", "true", "false", design, true},
-        {2, "", "true", "", design, false},
+    const auto windowed = [](std::int32_t width) { return Rect{0, 426, width, 0}; };
+    const Point asItIs = {123, 45};
+    const std::tuple<int, int, const char*, const char*, std::string, Rect, bool, Point> cases[] = {
+        {2, 1200, "true", "false", "false", second, true, {1920, 1096}},
+        {2, 1200, "true", "true", "true", second, false, {1920, 1096}}, // dual display wins, then line 8
+                                                                        // hides
+        {2, 1200, "TRUE", "", "false", second, true, {1920, 1096}},
+        {1, 1025, "true", "false", "false", windowed(640), true, {800, 616}},
+        {1, 1024, "true", "true", "true", windowed(640), false, {640, 496}},
+        {1, 1023, "true", "", "false", windowed(320), true, {320, 256}},
+        {2, 1200, "false", "true", "true", first, false, {1600, 1216}},
+        {1, 1199, "false", "true", "false", first, true, {1600, 1215}},
+        {1, 1200, "false", "false", "true", design, false, {800, 616}},
+        {1, 1200, "false", "false", "false", windowed(800), true, {800, 616}},
+        {2, 1199, "false", "false", "x", windowed(640), false, {640, 496}},
+        {1, 1024, "false", "false", "false", windowed(640), true, {640, 496}},
+        {2, 1023, "false", "false", "false", windowed(320), true, {320, 256}},
+        {1, 1200, "false", "", "false", design, true, asItIs},
+        {2, 1200, "yes", "true", "false", design, true, asItIs},
+        {2, 1200, "", "true", "", design, false, asItIs},
     };
-    for (const auto& [screens, dual, full, hide, place, visible] : cases) {
+    for (const auto& [screens, height, dual, full, hide, place, visible, opened] : cases) {
         SCOPED_TRACE(std::to_string(screens) + " " + dual + " " + full + " " + hide);
-        SetScreens(screens, 1199);
-        WriteSettings({{2, dual}, {4, full}, {8, hide}});
-        Start();
+        SetScreens(screens, height);
+        StartWithFiles({"a"}, {{2, dual}, {4, full}, {8, hide}});
         const MonitorForm& monitor = Monitor();
         EXPECT_EQ(monitor.Visible(), visible);
         EXPECT_EQ(Console().AltX_Key()->AutoEnable(), hide == "false");
         EXPECT_EQ((Rect{monitor.Left(), monitor.Top(), monitor.QTM()->Width(), monitor.FullScreen() ? 1 : 0}),
                   place);
-        EXPECT_EQ(Console().Setting_Data(2), screens == 1 && dual == "true" ? "false" : dual);
+        EXPECT_EQ(Console().Setting_Data(2), screens == 1 && dual == std::string("true") ? "false" : dual);
+        EXPECT_TRUE(SettingsText().starts_with(std::string("// DualDisplayMode\n") + dual)) << "as a wish";
+        if (place.top == 426) {
+            const Point size = {place.width, place.width * 3 / 4};
+            ExpectSize(monitor, size);
+            ExpectSize(*monitor.DummyBack(), size);
+            ExpectSize(*monitor.QTM(), {size.left, size.top + 16});
+            EXPECT_EQ((Point{monitor.DummyQTM()->Left(), monitor.DummyQTM()->Top()}),
+                      (Point{size.left / 2 - 80, size.top / 2 - 60}));
+        }
+        Do([dual = dual] { // as a save in the run does
+            Console().Setting_Data.Set(2, dual);
+            Monitor().QTM()->SetWidth(123);
+            Monitor().QTM()->SetHeight(45);
+        });
+        Open(0);
+        ExpectSize(*Console().QTM(), {320, 256});
+        ExpectSize(*monitor.QTM(), opened);
         End();
     }
 }
@@ -65,10 +85,9 @@ TEST_F(PlacementTest, TheDisplaysMayStandInAnyOrderAndChange) {
                 << own->Name();
         // The curtain has one more, the player the hidden strip.
         EXPECT_EQ(place(*Monitor().DummyBack()), (Rect{0, 0, stage.width + 1, stage.height + 1}));
-        const auto& logo = Monitor().DummyQTM(); // by the console's width of 160, not its own of 157
-        EXPECT_EQ(logo->Left(), stage.width / 2 - 80);
-        EXPECT_EQ(logo->Top(), stage.height / 2 - 60);
-        ExpectSize(Monitor().QTM(), stage.width, stage.height + 16);
+        const auto& logo = *Monitor().DummyQTM(); // by the console's width of 160, not its own of 157
+        EXPECT_EQ((Point{logo.Left(), logo.Top()}), (Point{stage.width / 2 - 80, stage.height / 2 - 60}));
+        ExpectSize(*Monitor().QTM(), {stage.width, stage.height + 16});
     };
     for (const auto& [main, stage] : layouts) {
         Windows().SetScreens({main, stage});
@@ -86,47 +105,6 @@ TEST_F(PlacementTest, TheDisplaysMayStandInAnyOrderAndChange) {
             expect(newMain, newStage);
         }
         End();
-    }
-}
-
-TEST_F(PlacementTest, TheWindowedMonitorGrowsWithTheScreen) {
-    const std::tuple<int, std::int32_t, std::int32_t> cases[] = {
-        {1023, 320, 240}, {1024, 640, 480}, {1199, 640, 480}, {1200, 800, 600}};
-    for (const auto& [screen, width, height] : cases) {
-        SCOPED_TRACE(screen);
-        SetScreens(1, screen);
-        Start();
-        ExpectSize(&Monitor(), width, height);
-        ExpectSize(Monitor().DummyBack(), width, height);
-        ExpectSize(Monitor().QTM(), width, height + 16);
-        EXPECT_EQ(Monitor().DummyQTM()->Left(), width / 2 - 80);
-        EXPECT_EQ(Monitor().DummyQTM()->Top(), height / 2 - 60);
-        EXPECT_EQ(SettingsText().substr(0, 24), "// DualDisplayMode\ntrue\n") << "the wish stays in the file";
-        End();
-    }
-}
-
-TEST_F(PlacementTest, EveryOpenSizesThePlayersAnew) {
-    const std::tuple<const char*, const char*, int, int, std::int32_t, std::int32_t> cases[] = {
-        {"true", "false", 2, 1200, 1920, 1096}, {"true", "true", 1, 1025, 800, 616},
-        {"true", "", 1, 1024, 640, 496},        {"true", "false", 1, 1023, 320, 256},
-        {"false", "true", 2, 1200, 1600, 1216}, {"false", "false", 1, 1200, 800, 616},
-        {"false", "false", 1, 1199, 640, 496},  {"false", "false", 1, 1024, 640, 496},
-        {"false", "false", 2, 1023, 320, 256},  {"false", "x", 1, 1200, 123, 45},
-        {"", "true", 2, 1200, 123, 45}};
-    StartWithMedia({"a.mov"});
-    for (const auto& [dual, full, screens, screen, width, height] : cases) {
-        SCOPED_TRACE(std::string(dual) + full + std::to_string(screen));
-        SetScreens(screens, screen);
-        Console().Setting_Data.Set(2, dual); // as a save in the run does
-        Console().Setting_Data.Set(4, full);
-        Do([] {
-            Monitor().QTM()->SetWidth(123);
-            Monitor().QTM()->SetHeight(45);
-        });
-        Open(0);
-        ExpectSize(Console().QTM(), 320, 256);
-        ExpectSize(Monitor().QTM(), width, height);
     }
 }
 

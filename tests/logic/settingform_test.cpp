@@ -2,6 +2,7 @@
 #include "logic/about/verform.h"
 #include "logic_test.h"
 #include "support/captured_stderr.h"
+#include "support/child_process.h"
 
 #include <filesystem>
 #include <tuple>
@@ -27,12 +28,29 @@ protected:
     }
 };
 
-TEST_F(SettingFormTest, ASaveOfTheDefaultsChangesFourMarkersAndTheFile) {
+TEST_F(SettingFormTest, TheFirstStartWritesTheDefaultsTheNextReadsThemAndASaveChangesFourMarkers) {
+    const std::string own = ToColonPath(Folder().Path("application"), true);
+    const auto text = [&](const char* dual, const char* full, const char* sound, const char* path) {
+        std::string lines = std::string(dual) + "\ntrue\n" + full +
+                            "\nfalse\n// WindowColor\nfalse\n// Window Hide\nfalse\nnil\nnil\n"
+                            "// FreeSeek\n3\n" +
+                            sound + "\n3\n// FolderNumber\n1\n// - Sound\n1\nnil\nnil\n" + path + "\n";
+        for (int n = 22; n <= 200; ++n)
+            lines += (n == 32   ? "***** Music *****"
+                      : n <= 42 ? own
+                      : n == 43 ? "Sfolder"
+                      : n == 44 ? "mSfolder"
+                                : "nil") +
+                     std::string("\n");
+        return lines;
+    };
+    const std::string written = text("// DualDisplayMode", "FullScreen", "// - Sound", "// Folder - URL");
     SetScreens(2);
     Start();
-    std::map<std::int32_t, std::string> lines;
-    for (std::int32_t n = 1; n <= 200; ++n)
-        lines[n] = Line(n);
+    EXPECT_EQ(SettingsText(), written);
+    End();
+    Start();
+    EXPECT_EQ(SettingsText(), written);
     Show();
     EXPECT_TRUE(Console().SettingForm_Flag);
     EXPECT_EQ(Form().FreeSeek_Popup()->Rows().size(), 19U);
@@ -40,15 +58,36 @@ TEST_F(SettingFormTest, ASaveOfTheDefaultsChangesFourMarkersAndTheFile) {
     EXPECT_EQ(Form().FreeSeek_Popup()->ListIndex(), 2);
     Save();
     EXPECT_TRUE(Form().Visible());
-    for (const auto& [n, marker] :
-         Lines{{1, "// DisplayMode"}, {3, "// FullScreen"}, {13, "// -Sound"}, {21, "// Path"}})
-        lines[n] = marker;
-    std::string text;
-    for (const auto& [n, line] : lines) {
-        EXPECT_EQ(Line(n), line) << n;
-        text += line + "\n";
+    EXPECT_EQ(SettingsText(), text("// DisplayMode", "// FullScreen", "// -Sound", "// Path"));
+    EXPECT_EQ(Line(1) + Line(21) + Line(200), "// DisplayMode// Pathnil") << "in memory, too";
+}
+
+TEST_F(SettingFormTest, AnEmptyFirstLineGivesTheDefaultsInMemoryAloneAndAShortFileEmptyLines) {
+    for (const std::string text : {"", "\nfalse\nx\ntrue\n", "\r\n", "x"}) {
+        SCOPED_TRACE(text);
+        const bool isShort = text == "x";
+        WriteSettings({});
+        static_cast<void>(Folder().Write(kSettings, text));
+        SetScreens(2);
+        Start();
+        EXPECT_EQ(Line(1) + Line(2) + Line(200), isShort ? "x" : "// DualDisplayModetruenil");
+        EXPECT_EQ(Console().FoldNumber, isShort ? 0 : 1);
+        EXPECT_EQ(Monitor().FullScreen(), !isShort) << "no placement";
+        EXPECT_EQ(Monitor().Visible(), !isShort) << "a bad line 8 hides it";
+        EXPECT_EQ(SettingsText(), text);
+        End();
     }
-    EXPECT_EQ(SettingsText(), text);
+}
+
+TEST_F(SettingFormTest, AFileThatIsNotThereOrMayNotBeReadFailsTheStartAndIsNamed) {
+    WriteSettings({});
+    const std::string file = Folder().Path(kSettings);
+    std::filesystem::permissions(Folder().Path("home"), std::filesystem::perms::all);
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    RunAsOrdinaryUser(Folder().Path(), [&] { EXPECT_NE(Launch().find(file), std::string::npos); });
+    std::filesystem::remove(file); // in a folder that is there: somebody's settings are gone
+    EXPECT_NE(Launch().find(file), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(file)) << "it is not made anew";
 }
 
 TEST_F(SettingFormTest, TheBoxesShowTheFourModesAndKeepThemApart) {
@@ -56,42 +95,38 @@ TEST_F(SettingFormTest, TheBoxesShowTheFourModesAndKeepThemApart) {
         {"true", "false", "false", "x(-)(-)"},
         {"false", "true", "false", "-x(-)"},
         {"false", "false", "true", "--x"},
-        {"false", "false", "false", "---"},
         {"true", "true", "true", "x(x)(x)"}, // by hand; the file wins until a box is pressed
         {"", "x", "0", "x(-)(-)"},
-    };
+        {"false", "false", "false", "---"}};
     for (const auto& [dual, full, hide, boxes] : modes) {
+        End();
         SetScreens(2);
         WriteSettings({{2, dual}, {4, full}, {8, hide}});
         Start();
         Show();
         EXPECT_EQ(Boxes(), boxes) << dual << full << hide;
-        End();
     }
-    WriteSettings({{2, "false"}});
-    Start();
-    Show();
     const auto dual = Form().DisplayMode_Check();
     const auto full = Form().FullScreen_Check();
     const auto hide = Form().Hide_Check();
-    const std::pair<Ref<CheckBox>, const char*> presses[] = {
-        {hide, "--x"},   {full, "-x(-)"}, {dual, "x(-)(-)"}, {dual, "---"},
-        {full, "-x(-)"}, {full, "---"},   {dual, "x(-)(-)"}, {Form().WindowColor_Check(), "x(-)(-)"},
-        {dual, "---"},   {hide, "--x"}};
-    for (const auto& [box, boxes] : presses) {
-        Save();
-        const std::string saved = Line(2) + Line(4) + Line(6) + Line(8);
-        EXPECT_EQ(Message(), "設定を確定しました");
+    const std::tuple<Ref<CheckBox>, const char*, const char*> presses[] = {
+        // and what the next save writes
+        {hide, "--x", "falsefalsetrue"},     {full, "-x(-)", "falsetruefalse"},
+        {dual, "x(-)(-)", "truefalsefalse"}, {dual, "---", "falsefalsefalse"},
+        {full, "-x(-)", "falsetruefalse"},   {full, "---", "falsefalsefalse"},
+        {dual, "x(-)(-)", "truefalsefalse"}, {Form().WindowColor_Check(), "x(-)(-)", "truefalsefalse"},
+        {dual, "---", "falsefalsefalse"},    {hide, "--x", "falsefalsetrue"}};
+    std::string saved = "falsefalsefalse";
+    for (const auto& [box, boxes, lines] : presses) {
         box->ReportClick();
         EXPECT_EQ(Boxes(), boxes);
         EXPECT_EQ(Message(), "");
-        EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), saved) << "until the save";
+        EXPECT_EQ(Line(2) + Line(4) + Line(8), saved) << "until the save";
+        Save();
+        EXPECT_EQ(Message(), "設定を確定しました");
+        EXPECT_EQ(Line(2) + Line(4) + Line(8), saved = lines);
     }
-    Save();
-    EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), "falsefalsetruetrue");
-    full->ReportClick();
-    Save();
-    EXPECT_EQ(Line(2) + Line(4) + Line(6) + Line(8), "falsetruetruefalse");
+    EXPECT_EQ(Line(6), "true");
 }
 
 TEST_F(SettingFormTest, ArrowsStepTheFolderNumberWithinOneAndTenAndStepsAreChosen) {
@@ -100,14 +135,12 @@ TEST_F(SettingFormTest, ArrowsStepTheFolderNumberWithinOneAndTenAndStepsAreChose
     Show();
     const auto movie = Form().UpDownArrow();
     const auto sound = Form().mUpDownArrow();
-    const std::tuple<Ref<UpDownArrows>, void (UpDownArrows::*)(), const char*> presses[] = {
-        {movie, &UpDownArrows::ReportUp, "10 2"},  {movie, &UpDownArrows::ReportUp, "10 2"},
-        {movie, &UpDownArrows::ReportDown, "9 2"}, {sound, &UpDownArrows::ReportUp, "9 3"},
-        {sound, &UpDownArrows::ReportDown, "9 2"}, {sound, &UpDownArrows::ReportDown, "9 1"},
-        {sound, &UpDownArrows::ReportDown, "9 1"}};
-    for (const auto& [arrows, press, numbers] : presses) {
+    const std::tuple<Ref<UpDownArrows>, bool, const char*> presses[] = {
+        {movie, true, "10 2"}, {movie, true, "10 2"}, {movie, false, "9 2"}, {sound, true, "9 3"},
+        {sound, false, "9 2"}, {sound, false, "9 1"}, {sound, false, "9 1"}};
+    for (const auto& [arrows, up, numbers] : presses) {
         Save();
-        ((*arrows).*press)();
+        up ? arrows->ReportUp() : arrows->ReportDown();
         EXPECT_EQ(Form().FolderNumber_Edit()->Text() + " " + Form().mFolderNumber_Edit()->Text(), numbers);
         EXPECT_EQ(Message(), "");
     }
@@ -125,21 +158,19 @@ TEST_F(SettingFormTest, ArrowsStepTheFolderNumberWithinOneAndTenAndStepsAreChose
 }
 
 TEST_F(SettingFormTest, AChosenFolderActsOnceItIsSaved) {
-    StartWithMedia({"a.mov"});
+    StartWithFiles({"a"});
     const std::string chosen = MakeMedia("chosen", {"x.mov"});
     Show();
     Save();
     Form().Folder_Bevel(2)->ReportClick(); // cancelled
     EXPECT_EQ(Message(), "設定を確定しました");
-    const Ref<EditField> fields[] = {Form().Folder_Edit(1), Form().mFolder_Edit(10)};
     for (const auto& bevel : {Form().Folder_Bevel(1), Form().mFolder_Bevel(10)}) {
         Windows().PrepareFolder(Folder().Path("chosen"), [] { EXPECT_FALSE(Form().Visible()); });
         bevel->ReportClick();
         EXPECT_TRUE(Form().Visible());
         EXPECT_EQ(Message(), "");
     }
-    for (const auto& field : fields)
-        EXPECT_EQ(field->Text(), chosen);
+    EXPECT_EQ(Form().Folder_Edit(1)->Text() + Form().mFolder_Edit(10)->Text(), chosen + chosen);
     EXPECT_NE(Line(22), chosen);
 
     Do([] { Console().Setting_Data.Set(43, "Root:x:"); });
@@ -164,10 +195,10 @@ TEST_F(SettingFormTest, AChosenFolderActsOnceItIsSaved) {
 }
 
 TEST_F(SettingFormTest, AFolderGoneAtTheSaveBecomesTheOwnOneAndASaveThatFailsSaysSoInOneLine) {
-    StartWithMedia({"a.mov"});
+    StartWithFiles({"a"});
     Show();
     const std::string gone = Line(22);
-    std::filesystem::remove_all(Folder().Path("movies"));
+    std::filesystem::remove_all(Folder().Path("media"));
     Save();
     EXPECT_EQ(Line(22), ToColonPath(Folder().Path("application"), true));
     EXPECT_EQ(Form().Folder_Edit(1)->Text(), gone) << "until it is shown again";

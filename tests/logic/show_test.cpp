@@ -19,27 +19,24 @@ protected:
     }
 };
 
-TEST_F(ShowTest, EveryCommandIsHarmlessWithNothingOpenAndDuringAScan) {
+TEST_F(ShowTest, EightHoursOfRandomCommandsKeepTheRecordWhole) {
+    const std::vector<std::string_view> keys = Keys();
     CapturedStderr captured;
     Start();
-    for (const std::string_view key : Keys())
+    for (const std::string_view key : keys) // while there is nothing to open
         Choose(key);
     EXPECT_TRUE(Media().Loads("Mainform.QTM").empty());
     ExpectWhole();
-
     ScanUntil(MakeMany("many", 40), 5, false);
-    for (const std::string_view key : Keys()) {
+    for (const std::string_view key : keys) {
         Choose(key);
         TheRuntime().Threads().OneTurnEach();
     }
     Settle();
-    EXPECT_EQ(Media().Loads("Mainform.QTM").size(), 2U) << "return, twice";
     EXPECT_EQ(Names(Console().StrGrid()).size(), 40U);
     ExpectWhole();
-    EXPECT_TRUE(captured.Lines().empty());
-}
+    End();
 
-TEST_F(ShowTest, EightHoursOfRandomCommandsKeepTheRecordWhole) {
     std::string media[3];
     for (const int folder : {0, 1, 2}) {
         const std::string name = "show" + std::to_string(folder);
@@ -54,11 +51,9 @@ TEST_F(ShowTest, EightHoursOfRandomCommandsKeepTheRecordWhole) {
     Media().SetDefaultMovie({.length = 37.4, .seekDelay = 80});
     WriteSettings(
         {{2, "false"}, {22, media[1]}, {23, media[2]}, {24, media[0]}, {33, media[1]}, {34, media[2]}});
-    CapturedStderr captured;
     Start();
     Media().SetDrift("MonitorForm.QTM", {.rate = 1.0005, .startLag = 5});
 
-    const std::vector<std::string_view> keys = Keys();
     std::mt19937 random(20261122);
     const auto pick = [&](std::size_t below) { return static_cast<std::int32_t>(random() % below); };
     const auto anyKey = [&] { return keys[static_cast<std::size_t>(pick(keys.size()))]; };

@@ -7,8 +7,8 @@ class SoundTest : public LogicTest {
 protected:
     void SetUp() override {
         Media().Script("a.mov", {.length = 100.5});
-        Media().Script("s.wav", {.length = 200.5});
-        StartWithMedia({"a.mov", "b.mov"}, {"s.wav", "x.au"});
+        Media().Script("a.wav", {.length = 200.5});
+        StartWithFiles({"a", "b"});
     }
 };
 
@@ -26,7 +26,7 @@ TEST_F(SoundTest, ASoundHasAWindowOnlyWhileItIsOpen) {
     EXPECT_FALSE(Sound().QTM()->Visible());
     EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
 
-    Media().Script("x.au", {.opens = false});
+    Media().Script("b.wav", {.opens = false});
     OpenSound(0);
     Sound().ReportMenuChosen("mPlayStatusChangeKey"); // it binds no key
     Sound().ReportCloseRequested();                   // its close box: the sound plays on
@@ -39,11 +39,6 @@ TEST_F(SoundTest, ASoundHasAWindowOnlyWhileItIsOpen) {
 }
 
 TEST_F(SoundTest, MovieAndSoundRunBesideEachOther) {
-    const auto running = [](bool movie, bool sound) {
-        EXPECT_EQ(Console().QTM()->Running(), movie);
-        EXPECT_EQ(Sound().QTM()->Running(), sound);
-        ExpectWhole();
-    };
     OpenSound(0);
     Advance(3000);
     EXPECT_EQ(Sound().Title(), "00：00：00 / 00：00：00") << "the movie's times";
@@ -51,17 +46,13 @@ TEST_F(SoundTest, MovieAndSoundRunBesideEachOther) {
     Advance(90000);
     EXPECT_EQ(Sound().Title(), "00：01：30 / 00：01：40");
     EXPECT_EQ(Sound().PosTime()->Caption(), "00：01：33");
-    running(true, true);
-    Choose("mPlayStatusChangeKey");
-    running(true, false);
-    Choose("mPlayStatusChangeKey");
-    Monitor().ReportMenuChosen("PlayStatusChangeKey");
-    running(false, true);
+    EXPECT_TRUE(Console().QTM()->Running());
     OpenSound(0);
     Choose("CloseKey");
-    running(false, true);
+    EXPECT_TRUE(Sound().QTM()->Running());
     EXPECT_EQ(Console().FileNumberLabel()->Caption(), "1 / 2") << "the flag names the sound list";
     EXPECT_EQ(Console().mFileNumberLabel()->Caption(), "2");
+    ExpectWhole();
 }
 
 } // namespace kirolane::tests

@@ -2,10 +2,9 @@
 #include "logic/about/verform.h"
 #include "logic_test.h"
 #include "support/captured_stderr.h"
-#include "support/silent_mount.h"
 
 #include <chrono>
-#include <optional>
+#include <functional>
 
 namespace kirolane::tests {
 
@@ -42,15 +41,10 @@ TEST_F(StartTest, LinesChooseFirstScansColourAndFolders) {
     const std::string own = ToColonPath(Folder().Path("application"), true);
     for (const auto& [number, folder, colour, flat] : cases) {
         SCOPED_TRACE(std::string(number) + colour);
-        WriteSettings({{6, colour},
-                       {16, number},
-                       {18, number},
-                       {22, media},
-                       {24, "Root:gone:"},
-                       {31, media},
-                       {33, media},
-                       {35, "Root:gone:"},
-                       {42, media}});
+        Lines lines = {{6, colour}, {16, number}, {18, number}};
+        for (const int first : {22, 33})
+            lines.insert({{first, media}, {first + 2, "Root:gone:"}, {first + 9, media}});
+        WriteSettings(lines);
         const std::string before = SettingsText();
         Start();
         for (const std::int32_t chosen : {Console().FoldNumber, Console().mFoldNumber})
@@ -69,29 +63,16 @@ TEST_F(StartTest, LinesChooseFirstScansColourAndFolders) {
     }
 }
 
-TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
-    const TemporaryFolder folder;
-    SilentMount files(folder.MakeFolder("home"), folder.MakeFolder("application"));
-    files.Answers().Close("/dead/");
-    ASSERT_EQ(files.Prepare(), "");
-    headless::Headless headless;
-    std::optional<Runtime> runtime;
-    std::unique_ptr<App> app;
-    const auto start = [&] {
-        app.reset();
-        runtime.emplace(headless.windows, headless.media, files);
-        std::string failure;
-        ASSERT_TRUE(runtime->Start([&] { app = StartKirolane(); }, failure)) << failure;
-    };
+TEST_F(StartTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
+    Files().Answers().Close("/dead/");
     const auto secondsOf = [](const std::function<void()>& work) {
         const auto begin = std::chrono::steady_clock::now();
         work();
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     };
-    start();
-    ASSERT_TRUE(headless.windows.RunUntilIdle());
+    Start();
     auto form = Instance<SettingForm>();
-    Instance<Mainform>()->SettingFormShow_Action();
+    Choose("Shortcut_Setting");
     for (std::int32_t n = 1; n <= 10; ++n) {
         form->Folder_Edit(n)->SetText("Root:dead:" + std::to_string(n) + ":");
         form->mFolder_Edit(n)->SetText(n < 10 ? "Root:dead:s" + std::to_string(n) + ":" : "Root:gone:");
@@ -101,13 +82,12 @@ TEST(DeadMountTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
     EXPECT_EQ(form->MessageLabel()->Caption(), "設定を確定しました");
     EXPECT_EQ(captured.Lines().size(), 19U) << "one a folder";
     form = nullptr;
+    End();
 
-    EXPECT_LT(secondsOf(start), 1.5);
-    const Mainform& console = *Instance<Mainform>();
-    EXPECT_TRUE(console.Visible());
-    EXPECT_EQ(console.Setting_Data(31), "Root:dead:10:") << "it counts as there";
-    EXPECT_NE(console.Setting_Data(42), "Root:gone:") << "a disk that is well is still asked";
-    files.Answers().Open();
+    EXPECT_LT(secondsOf([this] { Launch(); }), 1.5);
+    EXPECT_TRUE(Console().Visible());
+    EXPECT_EQ(Console().Setting_Data(31), "Root:dead:10:") << "it counts as there";
+    EXPECT_NE(Console().Setting_Data(42), "Root:gone:") << "a disk that is well is still asked";
 }
 
 } // namespace kirolane::tests

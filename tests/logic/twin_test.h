@@ -8,44 +8,52 @@ namespace kirolane::tests {
 /// named without their tails: of each there are a movie and a sound.
 class TwinTest : public LogicTest, public ::testing::WithParamInterface<bool> {
 protected:
-    /// What is done, and the State behind it; the sound's where it is another.
+    /// What a person sees of a transport, by name:
+    /// file, mode, time and max (its read-outs), bar (the position slider), loop and type (their labels);
+    /// at: the position in seconds, behind a slash the audience's where it is another;
+    /// rate: the slider, its text, the player's, behind a slash the audience's where it is another;
+    /// vol: the label, the bar, what is heard, "muted" where both are disabled;
+    /// list: the counter below it, and the numbers of the marked rows, as "2 / 3 ●1".
+    using Seen = std::map<std::string, std::string>;
+    /// What is done, and what that changes: "mode 再生中, at 0". All else must stay as it was. The sound's
+    /// changes where they are others.
     struct Step {
-        std::string_view act;
-        std::string state;
-        std::string sound = state;
+        std::string act;
+        std::string changes;
+        std::string ofSound = changes;
     };
 
     static bool IsSound() { return GetParam(); }
     template <class T> static T Either(T movie, T sound) { return IsSound() ? sound : movie; }
 
-    /// Starts with a folder of such files in both lists.
-    void StartWithFiles(std::initializer_list<std::string> names);
     void Script(const std::string& name, const headless::ScriptedMovie& movie);
 
-    static Window& Form();
+    static Window& Form(bool sound = IsSound());
     template <class T> static Ref<T> In(std::string_view control) { return Form().Control<T>(control); }
-    static std::string Text(std::string_view label) { return In<StaticText>(label)->Caption(); }
     static Ref<MoviePlayer> Player() { return In<MoviePlayer>("QTM"); }
     /// A control of the console that has a twin, whose name begins with "m".
-    template <class T> static Ref<T> Own(const std::string& name) {
-        return Console().Control<T>((IsSound() ? "m" : "") + name);
+    template <class T> static Ref<T> Own(const std::string& name, bool sound = IsSound()) {
+        return Console().Control<T>((sound ? "m" : "") + name);
     }
     static Ref<Listbox> List() { return Own<Listbox>("StrGrid"); }
     static std::vector<std::string> Listed();
-    static std::int32_t Count() { return Either(Console().File_Count, Console().mFile_Count); }
-    /// The counter below the list, and the numbers of the marked rows: "2 / 3 ●1".
-    static std::string Counter();
-    /// As "再生中 a 5.7 bar 5", or "closed"; behind a slash the audience's position where it is another.
-    static std::string State();
 
-    /// "open 2" (a row), "wait 1500" (ms), "at 5.5 6.5" (puts the console's player, and the audience's, or
-    /// the sound's), "drag 20" (the position slider), "button", or a command, with "monitor" before it or
-    /// not.
-    void Act(std::string_view act);
+    static Seen State(bool sound = IsSound());
+    static std::string Shown(const std::string& name) { return State().at(name); }
+
+    /// Acts, with "; " between them: "open 2" (a row), "select 2", "wait 1500" (ms), "at 5.5 6.5" (puts the
+    /// console's player, and the audience's, or the sound's), "drag 20" (the position slider), "rate 9"
+    /// (its slider), "level 55" (the volume), "point 66" (over its bar), "list a b" (scans a new folder of
+    /// such files), "button", or a command, with "monitor" before it or not.
+    void Act(const std::string& acts);
     void Walk(std::initializer_list<Step> steps);
 
     /// Lists the folder, and waits for the end of it.
     void Scan(const std::string& folder);
+
+private:
+    void ActOnce(const std::string& act);
+    int m_folders = 0;
 };
 
 inline std::string TwinName(const ::testing::TestParamInfo<bool>& info) {

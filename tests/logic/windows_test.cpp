@@ -6,22 +6,16 @@ namespace kirolane::tests {
 
 class WindowsTest : public LogicTest {
 protected:
-    void StartWith(Lines lines, int screens = 1) {
+    void StartWith(const Lines& lines, int screens = 1) {
         SetScreens(screens);
-        lines[22] = MakeMedia("media", {"a.mov", "s.wav"});
-        lines[33] = lines[22];
-        WriteSettings(lines);
-        Start();
+        StartWithFiles({"a"}, lines);
     }
     /// What is on the screen: C console, M monitor, S sound window, B the menu bars of the first two.
     static std::string Shown() {
-        std::string text;
-        text += Console().Visible() ? "C" : "";
-        text += Monitor().Visible() ? "M" : "";
-        text += Sound().Visible() ? "S" : "";
-        text += Console().MenuBarVisible() ? "B" : "";
-        text += Monitor().MenuBarVisible() ? "B" : "";
-        return text;
+        const auto mark = [](bool shown, const char* sign) { return std::string(shown ? sign : ""); };
+        return mark(Console().Visible(), "C") + mark(Monitor().Visible(), "M") +
+               mark(Sound().Visible(), "S") + mark(Console().MenuBarVisible(), "B") +
+               mark(Monitor().MenuBarVisible(), "B");
     }
 };
 
@@ -45,40 +39,34 @@ TEST_F(WindowsTest, OneKeyHidesTheConsoleAndBringsItBack) {
 
 TEST_F(WindowsTest, MovesOfTheConsoleTakeTheWindowedMonitorAlong) {
     const struct {
-        Lines lines;
+        Lines atTheStart;
         int screens;
-        bool follows;
-        bool visible;
+        Lines saved = {}; // after the start
+        int screensThen = screens;
+        bool follows = true;
+        bool visible = true;
     } cases[] = {
-        {{{2, "false"}}, 1, true, true},
-        {{{2, "false"}}, 2, true, true},
-        {{{2, "false"}, {4, "true"}}, 1, true, true}, // as values; the window covers its screen
-        {{{2, "true"}}, 2, false, true},
-        {{{2, "x"}}, 1, false, true},
-        {{{2, "false"}, {8, "true"}}, 1, false, false},
+        {{{2, "false"}}, 1},
+        {{{2, "false"}}, 2},
+        {{{2, "false"}, {4, "true"}}, 1}, // as values; the window covers its screen
+        {.atTheStart = {{2, "true"}}, .screens = 2, .follows = false},
+        {{{2, "true"}}, 2, {}, 1}, // the second display has gone
+        {.atTheStart = {{2, "x"}}, .screens = 1, .follows = false},
+        {{{2, "false"}, {8, "true"}}, 1, {}, 1, false, false},
+        {{{2, "true"}}, 2, {{8, "true"}}, 1, false, false},
     };
     for (const auto& c : cases) {
-        StartWith(c.lines, c.screens);
+        StartWith(c.atTheStart, c.screens);
         const Point before = {Monitor().Left(), Monitor().Top()};
+        SetScreens(c.screensThen);
+        for (const auto& [n, text] : c.saved)
+            Console().Setting_Data.Set(n, text);
         Console().ReportMoved(-300, 900);
-        const Point after = {Monitor().Left(), Monitor().Top()};
-        EXPECT_EQ(after, c.follows ? (Point{-300, 900 + 420 + 6}) : before);
+        EXPECT_EQ((Point{Monitor().Left(), Monitor().Top()}),
+                  c.follows ? (Point{-300, 900 + 420 + 6}) : before);
         EXPECT_EQ(Monitor().Visible(), c.visible);
         End();
     }
-}
-
-TEST_F(WindowsTest, SavedLinesAndScreensActAtTheNextMove) {
-    StartWith({{2, "true"}}, 2);
-    Do([] { Sound().SetWidth(-5); });
-    EXPECT_EQ(Sound().Width(), 0) << "no window is less than none";
-    SetScreens(1);
-    Console().ReportMoved(10, 20);
-    EXPECT_EQ(Monitor().Left(), 10) << "the second display has gone";
-    Do([] { Console().Setting_Data.Set(8, "true"); });
-    Console().ReportMoved(30, 40);
-    EXPECT_FALSE(Monitor().Visible());
-    EXPECT_EQ(Monitor().Left(), 10);
 }
 
 TEST_F(WindowsTest, PagesAndActivationPutTheFocusOnTheListInFront) {
@@ -116,8 +104,8 @@ TEST_F(WindowsTest, QuittingTheMonitorClosesItAloneAndTheNextUseMakesItAnew) {
     Open(0);
     Monitor().ReportMenuChosen("FileQuit");
     EXPECT_FALSE(TheRuntime().Ended());
-    EXPECT_EQ(TheRuntime().Forms().All().size(), 4U);
     EXPECT_TRUE(Console().QTM()->Running());
+    EXPECT_EQ(TheRuntime().Forms().All().size(), 4U);
     Advance(1000); // the tick names it
     EXPECT_EQ(TheRuntime().Forms().All().size(), 5U);
     EXPECT_EQ(Monitor().Width(), 320);

@@ -2,11 +2,6 @@
 
 namespace kirolane {
 
-namespace {
-constexpr std::int32_t kMovieList = 0;
-constexpr std::int32_t kSoundList = 1;
-} // namespace
-
 // The flag tells the list last opened from, not the transport that calls: closing a movie after a sound was
 // opened resets the sound list's label, and the reverse.
 

@@ -53,13 +53,14 @@ void Mainform::StrGridDblClick_Action() {
     const auto list = StrGrid();
     if (list->Cell(0, 1).empty())
         return;
-    GetListIndex_Flag = 0;
+    GetListIndex_Flag = kMovieList;
     if (list->Cell(list->ListIndex(), 1).empty())
         list->SetListIndex(0); // a blank row stands for the first; the list advance wraps by this
     QTMPlay_Func();
 
     TakeNameTails(file->Name());
-    if (const auto* type = FindByTail(kMovieTypes, MaxText_A, MaxText_B, MaxText_C))
+    if (const auto* type = FindByTail(kMovieTypes, MaxText_A, MaxText_B, MaxText_C);
+        type != nullptr && !type->caption.empty())
         MediaType()->SetCaption(std::string(type->caption));
     const auto player = QTM();
     if (!player->Movie().IsNil())

@@ -49,7 +49,7 @@ void Mainform::mStrGridDblClick_Action() {
     const auto list = mStrGrid();
     if (list->Cell(0, 1).empty())
         return;
-    GetListIndex_Flag = 1;
+    GetListIndex_Flag = kSoundList;
     if (list->Cell(list->ListIndex(), 1).empty())
         list->SetListIndex(0); // a blank row stands for the first; the list advance wraps by this
     mQTMPlay_Func();

@@ -143,9 +143,11 @@ public:
     bool MusicForm_Flag = false;
     Ref<FolderItem> mfolder;
     Ref<FolderItem> mfile;
-    /// Whose counter label the shared label routines write: 0 the movie list's, 1 the sound list's. By the
-    /// two double-click actions and the two end-of-file tests.
-    std::int32_t GetListIndex_Flag = 0;
+    static constexpr std::int32_t kMovieList = 0;
+    static constexpr std::int32_t kSoundList = 1;
+    /// Whose counter label the shared label routines write. By the two double-click actions and the two
+    /// end-of-file tests.
+    std::int32_t GetListIndex_Flag = kMovieList;
     /// The folder last picked by the `?` button. By Fold99_Action.
     Ref<FolderItem> Sfolder;
     Ref<FolderItem> mSfolder;

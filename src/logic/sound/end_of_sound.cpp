@@ -43,7 +43,7 @@ void Mainform::mPlayNextRow() {
     } else {
         list->SetListIndex(mFile_Number + 1);
     }
-    GetListIndex_Flag = 1;
+    GetListIndex_Flag = kSoundList;
     mStrGridDblClick_Action();
 }
 

@@ -52,7 +52,7 @@ void Mainform::PlayNextRow() {
     } else {
         list->SetListIndex(File_Number + 1);
     }
-    GetListIndex_Flag = 0;
+    GetListIndex_Flag = kMovieList;
     StrGridDblClick_Action();
 }
 

@@ -29,10 +29,8 @@ void Mainform::TimeTimer_Action() {
 
 /// Each read-out comes from its own player.
 void Mainform::QTM_PosTime_Func() {
-    const std::string console = TimeText(ToInteger(QTM()->Position()));
-    const std::string monitor = TimeText(ToInteger(Instance<MonitorForm>()->QTM()->Position()));
-    PosTIme()->SetCaption(console);
-    MonitorPosTime()->SetCaption(monitor);
+    PosTIme()->SetCaption(TimeText(ToInteger(QTM()->Position())));
+    MonitorPosTime()->SetCaption(TimeText(ToInteger(Instance<MonitorForm>()->QTM()->Position())));
 }
 
 /// Fixes the movie's length, once after it was opened.

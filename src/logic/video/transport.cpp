@@ -46,11 +46,13 @@ void Mainform::QTM_Pause_Action() {
 void Mainform::QTM_Stop_Action() {
     if (QTM()->Movie().IsNil())
         return;
-    for (const auto& player : {QTM(), Instance<MonitorForm>()->QTM()}) {
-        player->Stop();
-        player->SetPosition(0.0);
-        player->Refresh(true);
-    }
+    QTM()->Stop();
+    QTM()->SetPosition(0.0);
+    QTM()->Refresh(true);
+    const auto monitor = Instance<MonitorForm>();
+    monitor->QTM()->Stop();
+    monitor->QTM()->SetPosition(0.0);
+    monitor->QTM()->Refresh(true);
     QTM_PosBar()->SetValue(0);
     Play_Flag = false;
     PlayModeLabel()->SetCaption("停止");
