@@ -167,7 +167,7 @@ class OneDisplay(Guide):
                 self.picture(picture)
                 if picture == "under":
                     self.until_below(show)
-                    self.desk.screen.move(CONSOLE, 300, 590)  # the monitor comes along, beyond the edge, too
-                    show.until(lambda: self.desk.screen.windows()[CONSOLE][1] > 500, "the console moved")
+                    self.desk.screen.move(CONSOLE, 300, 300)  # the monitor comes along, beyond the edge, too
+                    show.until(lambda: self.desk.screen.windows()[CONSOLE][1] > 200, "the console moved")
                     self.until_below(show)
                 show.close()
