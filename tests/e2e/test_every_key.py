@@ -142,7 +142,8 @@ class EveryKey(Case):
         show.forget(MONITOR)
         show.press("Return")  # needs the monitor, which is made anew as it was designed
         show.until(lambda: MONITOR in self.desk.screen.windows(), "the monitor")
-        self.until_below(show)
+        left, top, _, height = self.desk.screen.windows()[CONSOLE]
+        self.until_monitor(show, (left, top + height + 6, 320, 240))
         show.until(lambda: (self.code(CONSOLE, SHOWN) or (0, 0))[1] > LONG_RATE, "the preview playing")
 
 
