@@ -101,8 +101,7 @@ protected:
         for (PlayerEngine* engine : {&Preview(), &Stage()})
             EXPECT_TRUE(WaitUntil([&] { return Looks(*engine, seconds, 7.0); }, 2.0))
                 << "at " << seconds << " in the " << (engine == &Stage() ? "stage" : "preview") << ": "
-                << Grey(*engine).value_or(-1) << (engine->Frames()->HasFrame() ? "" : ", no frame")
-                << (engine->Frames()->HasPicture() ? "" : ", no picture");
+                << Grey(*engine);
     }
 };
 

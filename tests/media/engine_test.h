@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -30,10 +29,10 @@ inline double SecondsOf(const std::function<void()>& work) {
 /// The engines of libmpv by themselves, without the contract's players above them: the twins and the sound's.
 class EngineTest : public ::testing::Test {
 protected:
-    EngineTest() { MakePlayers({.audioOutput = "null"}); }
+    EngineTest() { MakePlayers(); }
 
     /// What is not given is as the program has it, but for the roles, which belong to the paths used here.
-    void MakePlayers(mpv::MpvOptions options) {
+    void MakePlayers(mpv::MpvOptions options = {.audioOutput = "null"}) {
         EndPlayers();
         options.roles = {{"preview", mpv::Role::Preview, "Preview"},
                          {"stage", mpv::Role::Stage, "Stage"},
@@ -82,9 +81,9 @@ protected:
         engine.Frames()->Visit([&](const FrameView& view) { seen = view; });
         return seen;
     }
-    /// The grey level of the middle of the newest picture, 0 to 255; nothing if there is none.
-    static std::optional<int> Grey(PlayerEngine& engine) {
-        std::optional<int> grey;
+    /// The grey level of the middle of the newest picture, 0 to 255; -9 if there is none.
+    static int Grey(PlayerEngine& engine) {
+        int grey = -9;
         engine.Frames()->Visit([&](const FrameView& view) { grey = GreenAt(view, 0.5, 0.5); });
         return grey;
     }
@@ -96,7 +95,7 @@ protected:
     /// That level in the clips of make_clips.sh, so many seconds from the start.
     static double GreyAt(double seconds) { return (20.0 + 40.0 * seconds - 16.0) * 255.0 / 219.0; }
     bool Shows(PlayerEngine& engine, double seconds) {
-        return WaitUntil([&] { return std::abs(Grey(engine).value_or(-9) - GreyAt(seconds)) < 5.0; }, 3.0);
+        return WaitUntil([&] { return std::abs(Grey(engine) - GreyAt(seconds)) < 5.0; }, 3.0);
     }
 
 private:

@@ -41,7 +41,7 @@ TEST_F(Lifetime, PlayersThatGoWhilePlayingLeaveNoThread) {
     ASSERT_TRUE(WaitUntil([] { return Threads() <= 2; })) << Threads();
     const auto threads = Threads();
     for (int round = 0; round < 5; ++round) {
-        MakePlayers({.audioOutput = "null"});
+        MakePlayers();
         Stage().Frames()->SetListener([] {});
         PlayTwins(ClipPath("clip.mp4"));
         EXPECT_TRUE(round % 2 == 0 || Reaches(Stage(), 0.1)); // they go while they start, too

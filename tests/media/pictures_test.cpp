@@ -39,14 +39,14 @@ TEST_F(Pictures, AreStretchedToTheSizeAskedForAlsoWhileHaltedAndTheListenerIsTol
 
 TEST_F(Pictures, FromOneFileToTheNextTheOldOneStaysUntilTheNewIsThere) {
     PlayTwins(ClipPath("clip.mp4"), 3.0);
-    ASSERT_TRUE(WaitUntil([&] { return *Grey(Stage()) > GreyAt(2.9) && *Grey(Preview()) > GreyAt(2.9); }));
+    ASSERT_TRUE(WaitUntil([&] { return Grey(Stage()) > GreyAt(2.9) && Grey(Preview()) > GreyAt(2.9); }));
     pictureGate.Close(); // one of the first is under way while the second is opened
     ASSERT_TRUE(pictureGate.Holds(1));
     std::atomic<int> pictures = 0;
     for (PlayerEngine* engine : {&Preview(), &Stage()})
         engine->Frames()->SetListener([&pictures, engine] {
             const bool current = engine->Frames()->HasFrame(); // first: it may come true in between
-            const int grey = *Grey(*engine);
+            const int grey = Grey(*engine);
             EXPECT_TRUE((!current && grey > GreyAt(2.9)) || std::abs(grey - GreyAt(0.0)) < 5.0)
                 << grey << (current ? ": the file before, as the new one" : ": black, or the file before");
             ++pictures;
@@ -102,7 +102,7 @@ TEST_F(Pictures, ALoadOfOneTwinLeavesTheOtherAloneAndAnEmptiedOneHasNone) {
     EXPECT_EQ(Stage().Duration(), 0.0);
     EXPECT_TRUE(stageHasNone());
     Order(Preview(), {.running = true, .seekTo = 2.0});
-    EXPECT_TRUE(WaitUntil([&] { return *Grey(Preview()) > GreyAt(2.1); })) << "alone it decodes for itself";
+    EXPECT_TRUE(WaitUntil([&] { return Grey(Preview()) > GreyAt(2.1); })) << "alone it decodes for itself";
 }
 
 TEST_F(Pictures, HoldUpNoPositionWhereTheyAreInterlacedFromTheMiddleOnOrSecondsApart) {

@@ -123,7 +123,7 @@ TEST_F(HeardPlayer, TwinsStayTogetherWhenTheirServerHangs) {
     ASSERT_TRUE(Reaches(Stage(), 1.0));
     kill(m_server, SIGSTOP);
     const auto shows = [&](PlayerEngine& engine) {
-        return std::abs(*Grey(engine) - GreyAt(engine.Position())) < 8.0;
+        return std::abs(Grey(engine) - GreyAt(engine.Position())) < 8.0;
     };
     ASSERT_TRUE(WaitUntil([&] { return !shows(Stage()); })) << "pictures stand";
     EXPECT_TRUE(Reaches(Stage(), 2.5));
