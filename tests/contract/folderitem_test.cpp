@@ -1,5 +1,3 @@
-// Folders, their items, and what is read from and written to files.
-
 #include "contract/folderitem.h"
 
 #include "backends/posix/posix_folders.h"
@@ -23,7 +21,6 @@ namespace kirolane::tests {
 using namespace std::string_view_literals;
 class FolderItemTest : public ConsoleTest {
 protected:
-    /// The colon path of a name in the temporary folder.
     [[nodiscard]] std::string Colon(const std::string& name, bool folder = false) const {
         return ToColonPath(Folder().Path(name), folder);
     }
@@ -141,7 +138,6 @@ TEST_F(FolderItemTest, TextIsReadByLinesWithEitherEndingAndWrittenInOnePieceByCl
     EXPECT_EQ(Folder().Read("text"), "映画\n\n");
 }
 
-/// Folders read by a worker while a thread waits.
 class FolderReadingTest : public FolderItemTest {
 protected:
     FolderReadingTest() {

@@ -1,5 +1,3 @@
-// The players on the scripted engine.
-
 #include "backends/headless/headless.h"
 #include "support/player_suite.h"
 

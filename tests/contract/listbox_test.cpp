@@ -1,5 +1,3 @@
-// What is told of the list to its window: tests/qt/list_test.cpp.
-
 #include "contract/listbox.h"
 
 #include "support/console_test.h"
@@ -9,7 +7,6 @@ namespace kirolane::tests {
 class ListboxTest : public ConsoleTest {
 protected:
     Listbox& Grid() { return Get<Listbox>("Grid"); }
-    /// Rows with these names in column 1.
     void Fill(const Names& names) {
         for (const auto& name : names) {
             Grid().AddRow("");

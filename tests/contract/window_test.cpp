@@ -1,8 +1,5 @@
-// Forms, the windows they are, and who has the keyboard.
-
 #include "contract/window.h"
 
-#include "contract/rectcontrol.h"
 #include "support/console_test.h"
 
 #include <sstream>
@@ -61,16 +58,6 @@ TEST_F(WindowTest, EachHandlerEndsWithTheKeyboardWhereItBelongs) {
     }
 }
 
-TEST_F(WindowTest, AWindowComesToTheScreenAtItsFirstShowingAndThatIsToldLater) {
-    Act("+Tool -Tool");
-    EXPECT_EQ(Windows().RecordOf("Tool").updates, 0);
-    Act("+Tool");
-    EXPECT_TRUE(Windows().RecordOf("Tool").visible);
-    EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Open"});
-    Settle();
-    EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Activate"});
-}
-
 TEST_F(WindowTest, AClosedFormStaysClosedAndHearsNothingAndItsNameMakesANewOne) {
     const auto form = Instance<AudienceForm>();
     Do([&] {
@@ -85,22 +72,6 @@ TEST_F(WindowTest, AClosedFormStaysClosedAndHearsNothingAndItsNameMakesANewOne) 
     EXPECT_EQ(form->TakeLog(), (Names{"Open", "Close"}));
     EXPECT_EQ(Instance<AudienceForm>()->TakeLog(), Names{"Open"});
     EXPECT_TRUE(Windows().RecordOf("Audience").visible);
-}
-
-TEST_F(WindowTest, ChangesOfOneHandlerAreShownOnceAtItsEnd) {
-    const auto before = Windows().RecordOf("Console");
-    Do([&] {
-        for (int i = 0; i < 10; ++i) {
-            Get<RectControl>("Bar").SetLeft(i);
-            Form().SetTitle(std::to_string(i));
-        }
-        Get<RectControl>("Grid").SetFocus();
-        EXPECT_EQ(Windows().RecordOf("Console").updates, before.updates);
-    });
-    const auto& after = Windows().RecordOf("Console");
-    EXPECT_EQ(after.updates, before.updates + 1);
-    EXPECT_EQ(after.lastControls, Names{"Bar"});
-    EXPECT_EQ(Windows().TakeRaised(), Names()) << "focus neither raises nor activates";
 }
 
 } // namespace kirolane::tests

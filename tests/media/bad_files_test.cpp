@@ -3,7 +3,6 @@
 #include "engine_test.h"
 #include "gates.h"
 #include "support/captured_stderr.h"
-#include "support/child_process.h"
 
 #include <random>
 #include <sys/stat.h>
@@ -39,19 +38,9 @@ TEST_F(BadFiles, WhatCannotBePlayedIsRefusedWithOneLineAndTheNextPlays) {
     ExpectRefused(m_folder.Path("missing.mov"));
     ASSERT_EQ(mkfifo(m_folder.Path("fifo.mov").c_str(), 0600), 0);
     EXPECT_LT(SecondsOf([&] { ExpectRefused(m_folder.Path("fifo.mov")); }), 1.0) << "it must not be opened";
+    MakePlayers({.audioOutput = "null", .soundFont = "/nowhere/none.sf2"});
+    ExpectRefused(ClipPath("clip.mid"));
     ExpectPlays();
-}
-
-TEST(BadFile, WithoutReadPermissionIsRefused) {
-    const TemporaryFolder folder;
-    const std::string path = folder.Write("secret.mp4", Content("clip.mp4"));
-    std::filesystem::permissions(path, std::filesystem::perms::none);
-    RunAsOrdinaryUser(folder.Path(), [&] {
-        mpv::MpvMedia media({});
-        CapturedStderr lines;
-        EXPECT_FALSE(media.MakePlayer("player")->Load(path));
-        EXPECT_EQ(lines.Lines(), std::vector<std::string>{"kirolane: " + path + ": Permission denied"});
-    });
 }
 
 TEST_F(BadFiles, HolesAndFlipsNeitherCrashNorHang) {
@@ -107,7 +96,6 @@ protected:
         m_folder.MakeFolder("stick");
     }
     ~SlowFiles() override { mediumGate.Open(); }
-    /// On a medium that can stop answering.
     std::string OnStick() { return m_folder.Write("stick/clip.dv", Content("clip.dv")); }
 };
 

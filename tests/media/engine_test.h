@@ -51,13 +51,10 @@ protected:
     PlayerEngine& Stage() { return *m_players[1]; }
     PlayerEngine& Sound() { return *m_players[2]; }
 
-    /// The file in both twins.
     bool LoadTwins(const std::string& path) { return Preview().Load(path) && Stage().Load(path); }
-    /// The orders of one handler.
     void Order(std::initializer_list<EngineOrder> orders) { m_media->Apply(orders); }
     void Order(PlayerEngine& engine, const PlayerOrder& order) { Order({{&engine, order}}); }
     void OrderTwins(const PlayerOrder& order) { Order({{&Preview(), order}, {&Stage(), order}}); }
-    /// Empties all players.
     void Unload() {
         const PlayerOrder order{.unload = true, .seekTo = {}};
         Order({{&Preview(), order}, {&Stage(), order}, {&Sound(), order}});

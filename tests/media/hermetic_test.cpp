@@ -80,7 +80,6 @@ const struct {
 
 class Hermetic : public EngineTest {
 protected:
-    /// Loads and plays the file in all three players.
     void Open(const std::string& path) {
         CapturedStderr lines;
         const bool twins = LoadTwins(path);

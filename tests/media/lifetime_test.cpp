@@ -15,7 +15,6 @@ protected:
             Unload();
         }
     }
-    /// The threads of this program.
     static auto Threads() {
         return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
     }

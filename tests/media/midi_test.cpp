@@ -1,8 +1,5 @@
-// MIDI files: read with care, rendered ahead.
-
 #include "backends/mpv/midi_song.h"
 #include "engine_test.h"
-#include "support/captured_stderr.h"
 
 namespace kirolane::tests {
 
@@ -108,15 +105,6 @@ TEST_F(MidiPlaying, ACrowdOfNotesIsNotWaitedFor) {
     ExpectOpens(File(900, {track + kEnd}), 3.0);
     Order(Sound(), {.running = true, .seekTo = {}});
     EXPECT_TRUE(Reaches(Sound(), 0.3));
-}
-
-TEST_F(MidiPlaying, WithoutASoundFontIsRefusedWithOneLine) {
-    MakePlayers({.audioOutput = "null", .soundFont = "/nowhere/none.sf2"});
-    CapturedStderr lines;
-    EXPECT_FALSE(Sound().Load(ClipPath("clip.mid")));
-    EXPECT_EQ(lines.Lines(), std::vector<std::string>{"kirolane: " + ClipPath("clip.mid") +
-                                                      ": the SoundFont /nowhere/none.sf2 cannot be used"});
-    EXPECT_TRUE(Sound().Load(ClipPath("clip.wav")));
 }
 
 } // namespace kirolane::tests

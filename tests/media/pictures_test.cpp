@@ -1,5 +1,3 @@
-// The pictures as the windows get them.
-
 #include "backends/mpv/picture_path.h"
 #include "backends/mpv/scale_down.h"
 #include "engine_test.h"

@@ -1,17 +1,13 @@
-// The position between libmpv's reports.
-
 #include "backends/mpv/play_clock.h"
 
 #include <gtest/gtest.h>
 
 namespace kirolane::tests {
 
-namespace {
-mpv::TimePoint At(double seconds) {
+static mpv::TimePoint At(double seconds) {
     return mpv::TimePoint(
         std::chrono::duration_cast<mpv::Clock::duration>(std::chrono::duration<double>(seconds)));
 }
-} // namespace
 
 class PlayClock : public ::testing::Test {
 protected:

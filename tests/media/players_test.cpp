@@ -1,5 +1,3 @@
-// The players on libmpv.
-
 #include "engine_test.h"
 #include "support/player_suite.h"
 

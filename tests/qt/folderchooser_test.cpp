@@ -1,5 +1,3 @@
-// The folder dialog, with the program going on behind it.
-
 #include "qt_test.h"
 
 #include <filesystem>
@@ -57,19 +55,6 @@ TEST_F(FolderChooserTest, AChosenFolderComesBackAndStartsTheNextChoice) {
                   chosen)
             << text;
     EXPECT_FALSE(QFile::exists(QSettings(QSettings::UserScope, "QtProject").fileName()));
-}
-
-TEST_F(FolderChooserTest, AWindowMovedBehindItStaysWhereItWasMoved) {
-    MoveConsole({300, 200});
-    Choose([&](QFileDialog& dialog) {
-        Find("Mainform")->move(400, 300);
-        EXPECT_TRUE(Until([&] { return Find("Mainform")->pos() == QPoint(400, 300); }));
-        dialog.reject();
-    });
-    Do([&] { m_console->SetTitle("another"); });
-    Settle();
-    EXPECT_EQ(Find("Mainform")->pos(), QPoint(400, 300));
-    EXPECT_EQ(m_console->Left(), 400);
 }
 
 } // namespace

@@ -1,5 +1,3 @@
-// Each window of the program, widget by widget, against the rows of its design.
-
 #include "backends/qt/convert.h"
 #include "contract/movieplayer.h"
 #include "contract/popupmenu.h"
@@ -28,7 +26,6 @@ bool IsSeen(const ControlDesign& row) {
     return row.kind != ControlKind::Timer && row.kind != ControlKind::Thread;
 }
 
-/// What a widget has of its row as properties of its class.
 std::vector<std::pair<const char*, QVariant>> Properties(const ControlDesign& row) {
     using enum ControlKind;
     const QString name = qt::ToText(row.name);

@@ -13,7 +13,6 @@ namespace {
 
 class FullScreenTest : public QtTest {
 protected:
-    /// Opens the audience's window over the display at the right.
     Ref<MonitorShow> CoverStage() {
         Do([&] {
             auto monitor = Instance<MonitorShow>();

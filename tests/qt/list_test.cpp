@@ -1,5 +1,3 @@
-// The list as it stands in the console.
-
 #include "backends/qt/convert.h"
 #include "qt_test.h"
 

@@ -24,7 +24,6 @@ public:
 
     /// What the next Load gives: a file with pictures, or sound alone.
     void SetNextHasPicture(bool has) { m_nextHasPicture = has; }
-    /// A new picture of the size that was asked for.
     void MakePicture(QColor color) {
         m_picture = QImage(m_size, QImage::Format_RGB32);
         m_picture.fill(color.rgb());
@@ -38,7 +37,6 @@ public:
     [[nodiscard]] QSize AskedSize() const { return m_size; }
     [[nodiscard]] bool Watched() const { return m_listener != nullptr; }
 
-    // PlayerEngine.
     bool Load(const std::string& /*nativePath*/) override {
         m_hasPicture = m_nextHasPicture;
         m_hasFrame = false; // the old picture stays to be visited
@@ -50,7 +48,6 @@ public:
     [[nodiscard]] FrameSource* Frames() override { return this; }
 
 private:
-    // FrameSource.
     void SetSize(std::int32_t width, std::int32_t height) override { m_size = {width, height}; }
     void SetListener(std::function<void()> listener) override { m_listener = std::move(listener); }
     [[nodiscard]] bool HasFrame() const override { return m_hasFrame; }

@@ -81,15 +81,6 @@ void QtTest::SetScreens(const std::vector<TestScreen>& screens) {
     set(Describe(screens), native);
 }
 
-void QtTest::MoveConsole(QPoint place) {
-    // Until a placing of the program's own has settled, moves are taken for the window manager's answer.
-    ASSERT_TRUE(Until([&] {
-        Find("Mainform")->move(place);
-        Settle();
-        return m_console->Left() == place.x();
-    }));
-}
-
 QWidget* QtTest::FindWidget(const std::string& window, const std::string& name) {
     for (QWidget* top : QApplication::topLevelWidgets()) {
         if (top->objectName().toStdString() != window)

@@ -20,7 +20,6 @@
 
 namespace kirolane::tests {
 
-/// A display of the test's desktop.
 struct TestScreen {
     std::string name;
     Rect rect;
@@ -55,9 +54,6 @@ protected:
     static void Settle();
     /// Displays come, go or change, as the desktop tells it.
     static void SetScreens(const std::vector<TestScreen>& screens);
-
-    /// Moves the console as a person does.
-    void MoveConsole(QPoint place);
 
     /// The widget of that name in the window of that name; the window itself for "".
     template <class Widget = QWidget>

@@ -10,7 +10,6 @@ namespace kirolane::tests {
 
 namespace {
 
-/// A screen saver service that writes down what it is asked.
 class ScreenSaverService : public QDBusVirtualObject {
 public:
     Names log;
@@ -27,7 +26,6 @@ public:
     }
 };
 
-/// On a session bus of the test's own.
 class SleepTest : public QtTest {
 protected:
     void SetUp() override {

@@ -1,10 +1,7 @@
-// Frames, places, the keyboard between windows, and the event loop.
-
 #include "backends/qt/formwindow.h"
 #include "contract/pushbutton.h"
 #include "contract/thread.h"
 #include "qt_test.h"
-#include "support/captured_stderr.h"
 
 #include <clocale>
 
@@ -46,7 +43,12 @@ TEST_F(WindowsTest, ConsoleStandsAtTheTopLeftOfTheMainScreenAndThePaletteBesideI
 
 TEST_F(WindowsTest, AMoveByHandIsReportedAndAWriteOfTheLogicIsNot) {
     auto monitor = ShowForm<MonitorShow>();
-    MoveConsole({300, 200});
+    // Until a placing of the program's own has settled, moves are taken for the window manager's answer.
+    ASSERT_TRUE(Until([&] {
+        Find("Mainform")->move(300, 200);
+        Settle();
+        return m_console->Left() == 300;
+    }));
     EXPECT_EQ(Place(*m_console), Content("Mainform"));
     EXPECT_EQ(m_console->TakeLog().back(), "Moved");
     monitor->TakeLog();
@@ -85,13 +87,6 @@ TEST_F(WindowsTest, AMinimisedConsoleTellsOfItsReturn) {
         return std::find(log.begin(), log.end(), "Restore") != log.end();
     }));
     EXPECT_FALSE(Find("Mainform")->isMinimized());
-}
-
-TEST_F(WindowsTest, AFailureInAHandlerOfTheToolkitEndsNothing) {
-    CapturedStderr captured;
-    QTimer::singleShot(0, [] { throw std::runtime_error("test failure"); });
-    Settle();
-    EXPECT_EQ(captured.Lines(), Names{"kirolane: event: test failure"});
 }
 
 TEST_F(WindowsTest, IdleSlicesLeaveRoomForEvents) {

@@ -22,7 +22,6 @@ inline constexpr WindowDesign kPaletteDesign{
 
 inline constexpr ControlDesign kConsoleControls[] = {
     {.name = "Grid", .kind = ControlKind::Listbox, .columnWidths = "18,348,50"},
-    {.name = "Bar", .kind = ControlKind::Slider, .minimum = 2, .maximum = 10, .value = 5},
     {.name = "Push", .kind = ControlKind::PushButton},
     {.name = "A", .kind = ControlKind::MoviePlayer},
     {.name = "B", .kind = ControlKind::MoviePlayer},
@@ -50,7 +49,6 @@ private:
     Names m_log;
 };
 
-/// The console of the tests, to be made first.
 class ConsoleForm : public TestForm {
 public:
     ConsoleForm() : TestForm("Console", kConsoleDesign) {}

@@ -48,7 +48,6 @@ public:
         std::filesystem::create_directories(Path(name));
         return Path(name);
     }
-    /// "" for a file that is not there.
     [[nodiscard]] std::string Read(std::string_view name) const { return ReadFile(Path(name)); }
 
 private:
