@@ -120,4 +120,16 @@ TEST_P(ScanTest, ARowMayBeOpenedAndAFileGoDuringTheScanAndARescanClearsTheMark) 
     EXPECT_EQ(Shown("list"), "30");
 }
 
+TEST_P(ScanTest, MoreItemsThanTheBuffersHoldEndTheScan) {
+    Start();
+    Files().crowd = 100000;
+    CapturedStderr captured;
+    Scan(MakeMedia("full", {}));
+    EXPECT_EQ(Count(), 99999);
+    EXPECT_EQ(List()->ListCount(), 99999);
+    const auto lines = captured.Lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("OutOfBoundsException"), std::string::npos) << lines[0];
+}
+
 } // namespace kirolane::tests

@@ -12,6 +12,7 @@ public:
     using PosixFileSystem::PosixFileSystem;
 
     Gate& Answers() { return m_answers; }
+    int crowd = 0; ///< files "1.asf", "2.asf" and so on that every folder has besides its own
 
     FileKind Kind(const std::string& path) const override {
         m_answers.Pass(path);
@@ -19,6 +20,8 @@ public:
     }
     bool ReadFolder(const std::string& path, const FolderVisitor& visit, std::string& cause) const override {
         m_answers.Pass(path + "/*");
+        for (int n = 1; n <= crowd; ++n)
+            visit(std::to_string(n) + ".asf", false);
         return PosixFileSystem::ReadFolder(path, visit, cause);
     }
 
