@@ -58,6 +58,16 @@ TEST_F(WindowTest, EachHandlerEndsWithTheKeyboardWhereItBelongs) {
     }
 }
 
+TEST_F(WindowTest, AWindowComesToTheScreenAtItsFirstShowingAndThatIsToldLater) {
+    Act("+Tool -Tool");
+    EXPECT_EQ(Windows().RecordOf("Tool").updates, 0);
+    Act("+Tool");
+    EXPECT_TRUE(Windows().RecordOf("Tool").visible);
+    EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Open"});
+    Settle();
+    EXPECT_EQ(Instance<ToolForm>()->TakeLog(), Names{"Activate"});
+}
+
 TEST_F(WindowTest, AClosedFormStaysClosedAndHearsNothingAndItsNameMakesANewOne) {
     const auto form = Instance<AudienceForm>();
     Do([&] {

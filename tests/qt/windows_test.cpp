@@ -2,6 +2,7 @@
 #include "contract/pushbutton.h"
 #include "contract/thread.h"
 #include "qt_test.h"
+#include "support/captured_stderr.h"
 
 #include <clocale>
 
@@ -87,6 +88,13 @@ TEST_F(WindowsTest, AMinimisedConsoleTellsOfItsReturn) {
         return std::find(log.begin(), log.end(), "Restore") != log.end();
     }));
     EXPECT_FALSE(Find("Mainform")->isMinimized());
+}
+
+TEST_F(WindowsTest, AFailureInAHandlerOfTheToolkitEndsNothing) {
+    CapturedStderr captured;
+    QTimer::singleShot(0, [] { throw std::runtime_error("test failure"); });
+    Settle();
+    EXPECT_EQ(captured.Lines(), Names{"kirolane: event: test failure"});
 }
 
 TEST_F(WindowsTest, IdleSlicesLeaveRoomForEvents) {
