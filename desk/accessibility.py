@@ -86,10 +86,6 @@ def cell(table, row, column):
     return Atspi.Table.get_accessible_at(table, row, column)
 
 
-def column_texts(table, column, rows):
-    return [cell(table, row, column).get_name() for row in range(rows)]
-
-
 def number(control):
     return Atspi.Value.get_current_value(control)
 

@@ -21,10 +21,6 @@ def make_movie(path, clip, seconds=20, tone=440, rate=FRAMES_PER_SECOND):
          "-t", str(seconds))
 
 
-def make_sound(path, seconds=20, tone=440):
-    make(path, "-f", "lavfi", "-i", f"sine=frequency={tone}:sample_rate=48000", "-t", str(seconds))
-
-
 def make(path, *arguments):
     """A file is there under its name only when it is whole."""
     if path.exists():
@@ -57,7 +53,7 @@ if __name__ == "__main__":
     for number in (1, 2, 3):
         make_movie(folder / f"{number} 番.mp4", number, tone=200 * number)
     make_movie(folder / "0 長.mp4", 4, seconds=150, rate=10)
-    make_sound(folder / "音.wav")
+    make(folder / "音.wav", "-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000", "-t", "20")
     make_movie(folder / "長編.mp4", 5, seconds=900, rate=2)
     samples = folder / "samples"
     samples.mkdir(exist_ok=True)

@@ -19,20 +19,15 @@ class FrameBuffer:
 
     def pixel(self, x, y):
         """(red, green, blue)"""
-        at = self._start + y * self._row_bytes + x * 4
-        blue, green, red = self._memory[at:at + 3]
-        return red, green, blue
-
-    def row(self, x, y, width):
-        """The bytes red, green, blue of a stretch of one row."""
-        at = self._start + y * self._row_bytes + x * 4
-        source = self._memory[at:at + width * 4]
-        pixels = bytearray(width * 3)
-        pixels[0::3], pixels[1::3], pixels[2::3] = source[2::4], source[1::4], source[0::4]
-        return bytes(pixels)
+        return tuple(self.area(x, y, 1, 1))
 
     def area(self, x, y, width, height):
-        return b"".join(self.row(x, y + line, width) for line in range(height))
+        """The bytes red, green, blue, row by row."""
+        starts = (self._start + (y + line) * self._row_bytes + x * 4 for line in range(height))
+        source = b"".join(self._memory[at:at + width * 4] for at in starts)
+        pixels = bytearray(width * height * 3)
+        pixels[0::3], pixels[1::3], pixels[2::3] = source[2::4], source[1::4], source[0::4]
+        return bytes(pixels)
 
     def save_png(self, path, x=0, y=0, width=None, height=None):
         width = width or self.width

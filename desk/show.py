@@ -60,7 +60,10 @@ class Desk:
         """The program up to the showing of its console; its list may still be filling."""
         with self.launched(environment, prefix) as running:
             show = Show(self.screen, self.waiter, running)
-            show.until_started()
+            show.until(lambda: CONSOLE in self.screen.windows() or not running.alive(), "the console")
+            if not running.alive():
+                raise AssertionError(f"ended at its start: {running.exit_status()} {running.errors}")
+            show.until(lambda: show.control("StrGrid"), "the controls")
             yield show
 
     def launched(self, environment=None, prefix=()):
@@ -82,12 +85,6 @@ class Show:
             return self.waiter.until(condition, what, seconds)
         except AssertionError as missed:
             raise AssertionError(f"{missed}; standard error: {self.program.errors}") from None
-
-    def until_started(self):
-        self.until(lambda: CONSOLE in self.screen.windows() or not self.program.alive(), "the console")
-        if not self.program.alive():
-            raise AssertionError(f"ended at its start: {self.program.exit_status()} {self.program.errors}")
-        self.until(lambda: self.control("StrGrid"), "the controls")
 
     def press(self, *keys):
         self.screen.press(*keys)
@@ -153,9 +150,15 @@ class Show:
         self.forget(PREFERENCES)
 
     def choose_for(self, button, folder):
-        """A folder in the preferences."""
+        """A folder in the preferences, by the chooser."""
         self.click_on(button, PREFERENCES)
-        self.choose_folder(folder)
+        chooser = self.window(CHOOSER)
+        field = self.until(lambda: seen.of_role(chooser, seen.ROLE.TEXT), "the field of the chooser")
+        seen.write(field, str(folder))
+        self.until(lambda: seen.enabled(seen.named(chooser, "選択")), "a choice")
+        seen.act(seen.named(chooser, "選択"))
+        self.until_gone(CHOOSER)
+        self.until(lambda: self.screen.active_title() not in ("", CHOOSER), "the keyboard where it was")
         field = self.control(button.replace("Bevel", "Edit"), PREFERENCES)
         self.until(lambda: seen.content(field) == program.colon_path(folder), f"{folder} beside {button}")
 
@@ -172,20 +175,10 @@ class Show:
         seen.act(seen.named(self.window(CONSOLE), ABOUT))
         self.window(ABOUT)
 
-    def choose_folder(self, folder):
-        """Answers the folder chooser that is up or coming."""
-        chooser = self.window(CHOOSER)
-        field = self.until(lambda: seen.of_role(chooser, seen.ROLE.TEXT), "the field of the chooser")
-        seen.write(field, str(folder))
-        self.until(lambda: seen.enabled(seen.named(chooser, "選択")), "a choice")
-        seen.act(seen.named(chooser, "選択"))
-        self.until_gone(CHOOSER)
-        self.until(lambda: self.screen.active_title() not in ("", CHOOSER), "the keyboard where it was")
-
     # The list in front
 
     def rows(self, count, column=1, grid="StrGrid"):
-        return seen.column_texts(self.control(grid), column, count)
+        return [seen.text(seen.cell(self.control(grid), row, column)) for row in range(count)]
 
     def until_rows(self, names):
         self.until(lambda: self.rows(len(names)) == names and not self.rows(len(names) + 1)[-1],

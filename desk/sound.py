@@ -1,20 +1,18 @@
 """A sound device that takes all that it is given at once and keeps it in a file."""
 
-RATE = 48000
-CHANNELS = 2
-SAMPLE_BYTES = 2
+BYTES_A_SECOND = 48000 * 2 * 2  # two channels of two bytes
 HEADER_BYTES = 44
 
 CONFIGURATION = """pcm.!default {{
     type plug
     slave {{
         pcm {{ type file slave.pcm null file "{file}" format wav }}
-        rate %d
-        channels %d
+        rate 48000
+        channels 2
         format S16_LE
     }}
 }}
-""" % (RATE, CHANNELS)
+"""
 
 
 class FileDevice:
@@ -29,4 +27,4 @@ class FileDevice:
     def seconds(self):
         """Of sound played so far."""
         size = self.file.stat().st_size if self.file.exists() else 0
-        return max(0, size - HEADER_BYTES) / (RATE * CHANNELS * SAMPLE_BYTES)
+        return max(0, size - HEADER_BYTES) / BYTES_A_SECOND

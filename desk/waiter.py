@@ -8,10 +8,6 @@ LOOK_AGAIN = 1.0  # seconds, as the program's own tick: what a hidden window wri
 PATIENCE = float(os.environ.get("KIROLANE_PATIENCE", 1))  # by which a build is slower
 
 
-class DeadlineMissed(AssertionError):
-    pass
-
-
 class Waiter:
     """Holds the descriptors that tell of an event, each with the call that takes the event in."""
 
@@ -51,7 +47,7 @@ class Waiter:
                 return answer
             left = deadline - time.monotonic()
             if left <= 0:
-                raise DeadlineMissed(f"not within {seconds:g} s: {what}")
+                raise AssertionError(f"not within {seconds:g} s: {what}")
             self._next(min(left, LOOK_AGAIN))
 
     def until_still(self, look, still=0.7, seconds=10.0):
@@ -60,7 +56,7 @@ class Waiter:
         seen = look()
         while (now := time.monotonic()) < since + still:
             if now > begin + seconds * PATIENCE:
-                raise DeadlineMissed(f"never still for {still:g} s: {seen}")
+                raise AssertionError(f"never still for {still:g} s: {seen}")
             self._next(since + still - now)
             if look() != seen:
                 seen, since = look(), time.monotonic()

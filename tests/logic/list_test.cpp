@@ -6,7 +6,6 @@ namespace kirolane::tests {
 /// A list's rows, and its folder buttons.
 class ListTest : public TwinTest {
 protected:
-    static std::int32_t& TheListOpenedLast() { return Console().GetListIndex_Flag; }
     static void Press(std::int32_t n) { Own<BevelButton>("Fold" + Str(n))->ReportClick(); }
     static void ExpectPressed(std::int32_t number) {
         for (const std::int32_t n : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 99}) {
@@ -34,26 +33,12 @@ TEST_P(ListTest, OpeningARowMarksItAndWritesItsDurationOrThatItFailed) {
     EXPECT_EQ(List()->Cell(2, 2), "00：00：05");
     EXPECT_EQ(List()->Cell(0, 2), "01：02：05") << "a row keeps what it was opened with";
     EXPECT_EQ(List()->Cell(1, 2), "00：00：59");
-    const auto other = Own<StaticText>("FileNumberLabel", !IsSound());
-    Do([&] { // as after opening a file of the other list
-        TheListOpenedLast() = Either(1, 0);
-        other->SetCaption("1 / 1");
-    });
-    Act("CloseKey");
-    EXPECT_EQ(Shown("list"), "2 / 3") << "the label of the list opened last is reset, not this one";
-    EXPECT_EQ(other->Caption(), "3");
 }
 
-TEST_P(ListTest, BlankRowsAndNoSelectionStandForTheFirstRow) {
+TEST_P(ListTest, BlankRowsStandForTheFirstRow) {
     StartWithFiles({"a", "b"});
     Act("open 1; open 20");
     EXPECT_EQ(Shown("file"), "a");
-    EXPECT_EQ(List()->ListIndex(), 0);
-
-    Act("list c");
-    Do([] { List()->OnChange = nullptr; }); // else it never stays without a selection
-    Act("open -1");
-    EXPECT_EQ(Shown("file"), "c");
     EXPECT_EQ(List()->ListIndex(), 0);
 
     Act("list"); // where nothing can be opened
@@ -127,7 +112,6 @@ TEST_P(ListTest, AButtonListsItsFolderAndStaysDownAndOfSeveralTheLastCounts) {
     Settle();
     ExpectPressed(99);
     EXPECT_EQ(Console().Setting_Data(Either(43, 44)), chosen);
-    EXPECT_EQ(Console().Setting_Data(Either(44, 43)), Either("mSfolder", "Sfolder"));
     EXPECT_EQ(Own<BevelButton>("Fold99")->HelpTag(), chosen);
     EXPECT_EQ(Listed(), Files{"x"});
 }

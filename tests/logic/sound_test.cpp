@@ -16,15 +16,8 @@ TEST_F(SoundTest, ASoundHasAWindowOnlyWhileItIsOpen) {
     EXPECT_FALSE(Sound().Visible());
     OpenSound(0);
     EXPECT_TRUE(Sound().Visible());
-    EXPECT_TRUE(Sound().QTM()->Visible()) << "below the window's edge";
-    EXPECT_EQ(Sound().QTM_PosBar()->Maximum(), 200);
-    EXPECT_EQ(Sound().MaxTime()->Caption(), "00：03：20");
-    EXPECT_EQ(Console().FocusControl()->Name(), "mStrGrid");
-    Console().ListTab()->ReportPage(0);
     Choose("mCloseKey");
     EXPECT_FALSE(Sound().Visible());
-    EXPECT_FALSE(Sound().QTM()->Visible());
-    EXPECT_EQ(Console().FocusControl()->Name(), "StrGrid");
 
     Media().Script("b.wav", {.opens = false});
     OpenSound(0);

@@ -13,10 +13,8 @@ TEST(TimeTextTest, HasTwoDigitsAFieldAndWrapsHoursAt60) {
 
 TEST(DriftTextTest, CutsToTwoDecimals) {
     const std::pair<float, const char*> rows[] = {
-        {0.004F, "±0"},    {0.00001F, "±0"},    {0.5F, "+0.50"},   {0.9F, "+0.90"},     {0.1234F, "+0.12"},
-        {0.999F, "+0.99"}, {1.25F, "+1.25"},    {1.0F, "+1"},      {1.5F, "+1.5"},      {12.345F, "+12.3"},
-        {123.4F, "+123."}, {-0.004F, "±0"},     {-0.3F, "-0.30"},  {-0.1234F, "-0.12"}, {-0.9F, "-0.90"},
-        {-1.0F, "-1"},     {-12.345F, "-12.3"}, {-123.4F, "-123."}};
+        {0.004F, "±0"},  {0.00001F, "±0"}, {0.9F, "+0.90"},  {1.0F, "+1"},        {12.345F, "+12.3"},
+        {-0.004F, "±0"}, {-0.1F, "-0.10"}, {-0.9F, "-0.90"}, {-0.1234F, "-0.12"}, {-123.4F, "-123."}};
     for (const auto& [drift, text] : rows)
         EXPECT_EQ(drift > 0 ? DriftAheadText(drift) : DriftBehindText(drift),
                   std::string(text) + "秒：Timing");
@@ -32,11 +30,6 @@ protected:
 };
 
 TEST_F(TickTest, EachReadOutComesFromItsOwnPlayer) {
-    Do([] { Console().PosTIme()->SetCaption("x"); });
-    Advance(3000);
-    EXPECT_EQ(Console().PosTIme()->Caption(), "x") << "with nothing open it is left alone";
-    EXPECT_EQ(Timing(), "±0秒： Timing") << "the design's text";
-
     Open(0);
     Do([] { Monitor().QTM()->SetPosition(59.5); });
     Advance(1000);

@@ -37,6 +37,7 @@ protected:
     }
     static Ref<Listbox> List() { return Own<Listbox>("StrGrid"); }
     static std::vector<std::string> Listed();
+    static std::int32_t& TheListOpenedLast() { return Console().GetListIndex_Flag; }
 
     static Seen State(bool sound = IsSound());
     static std::string Shown(const std::string& name) { return State().at(name); }
