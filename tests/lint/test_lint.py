@@ -1,7 +1,7 @@
-"""Each rule finds a breach that is planted in a small tree, and leaves its neighbour alone.
-That of the twins has its list to show that it sees."""
+"""Each rule finds a breach that is planted in a small tree, and leaves its neighbour alone."""
 
 import pathlib
+import re
 import tempfile
 import unittest
 
@@ -50,6 +50,19 @@ class Lint(unittest.TestCase):
             "build/x.h": f"// {word}\n",
         })
         self.assertEqual(sorted(breaches), ["README.md:1:", f"docs/{word}.md:", "src/a.h:1:", "src/a.h:3:"])
+
+    def test_twins(self):
+        movie = "void Mainform::A() {\n    QTM()->Stop();\n    Beep();\n    File_Number = kMovieStep;\n}\n"
+        other = "void Mainform::B() {\n    File_Number = QTM()->Position();\n}\n"
+        sound = ("void Mainform::mA() {\n    const auto form = Instance<MusicForm>();\n    form->QTM()->Stop();\n"
+                 "    mFile_Number = kSoundStep;\n}\n")
+        sound += re.sub("(?=B|File)", "m", other).replace("QTM", "Instance<MusicForm>()->QTM")
+        tree = {"src/logic/steps.h": "int kSoundStep = 1;\n", "src/logic/video/a.cpp": movie + other,
+                "tests/lint/twins.diff": "A\n- Beep();\n"}
+        for right, slip in [("", ""), ("Stop", "Play"), ("form->QTM", "QTM"), ("mFile_", "File_"),
+                            ("kSound", "kMovie"), ("kSound", "k"), ("mA", "mNew")]:
+            breaches = found("twins", {**tree, "src/logic/sound/a.cpp": sound.replace(right, slip, 1)})
+            self.assertEqual(bool(breaches), right != slip, slip)
 
 
 if __name__ == "__main__":

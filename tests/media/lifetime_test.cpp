@@ -1,5 +1,3 @@
-// Many openings and many players leave nothing behind.
-
 #include "engine_test.h"
 
 #include <malloc.h>

@@ -1,11 +1,8 @@
-// Each class of control: what it shows as it changes, what it reports, and what assistive tools read.
-
 #include "contract/bevelbutton.h"
 #include "contract/checkbox.h"
 #include "contract/editfield.h"
 #include "contract/popupmenu.h"
 #include "contract/progressbar.h"
-#include "contract/statictext.h"
 #include "contract/tabpanel.h"
 #include "contract/updownarrows.h"
 #include "qt_test.h"
@@ -27,19 +24,6 @@ protected:
         actions->doAction(actions->actionNames().constFirst());
     }
 };
-
-TEST_F(ControlsTest, ALongPathIsCutBeforeTheSignThatStandsInItsBox) {
-    const std::string path(300, 'W');
-    const auto look = [&](const char* sign, const std::string& text) {
-        Do([&] {
-            Get<StaticText>("LoopLabel")->SetText(sign);
-            Get<StaticText>("DirLabel")->SetText(text);
-        });
-        return Look("Mainform", "LoopLabel");
-    };
-    EXPECT_EQ(look("1", path), look("1", ""));
-    EXPECT_NE(look("", path), look("", "")) << "without the sign the whole box is the path's";
-}
 
 TEST_F(ControlsTest, APressByHandOrByAToolIsReportedOnceAndTheLookIsTheControls) {
     Names log;
