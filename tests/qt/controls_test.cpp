@@ -18,10 +18,11 @@ protected:
         ShowForm<SettingShow>();
     }
     template <class T> static Ref<T> Setting(std::string_view name) { return Get<T, SettingShow>(name); }
-    /// What an assistive tool offers first for the widget.
+    /// What an assistive tool offers first for the widget, or a press though a disabled one offers nothing.
     static void PressByTool(QWidget* widget) {
         auto* actions = QAccessible::queryAccessibleInterface(widget)->actionInterface();
-        actions->doAction(actions->actionNames().constFirst());
+        const QStringList names = actions->actionNames();
+        actions->doAction(names.isEmpty() ? QAccessibleActionInterface::pressAction() : names.constFirst());
     }
 };
 
