@@ -59,8 +59,7 @@ void Mainform::StrGridDblClick_Action() {
     QTMPlay_Func();
 
     TakeNameTails(file->Name());
-    if (const auto* type = FindByTail(kMovieTypes, MaxText_A, MaxText_B, MaxText_C);
-        type != nullptr && !type->caption.empty())
+    if (const auto* type = FindByTail(kMovieTypes, MaxText_A, MaxText_B, MaxText_C))
         MediaType()->SetCaption(std::string(type->caption));
     const auto player = QTM();
     if (!player->Movie().IsNil())
