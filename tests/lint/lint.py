@@ -25,7 +25,10 @@ LAYERS = {
     "src/contract/core/*": [CONTRACT, INTERFACES, CORE, r"<utf8proc\.h>"],
     "src/backends/headless/*": [CONTRACT, INTERFACES],
     "src/backends/posix/*": [CONTRACT, INTERFACES, SYSTEM],
-    "src/backends/mpv/*": [CONTRACT, INTERFACES, r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", SYSTEM],
+    "src/wire/*": [INTERFACES, SYSTEM],
+    "src/engine/*": [INTERFACES, r'"wire/\w+\.h"', r'"backends/mpv/mpv_media\.h"', SYSTEM],
+    "src/backends/remote/*": [INTERFACES, r'"wire/\w+\.h"', SYSTEM],
+    "src/backends/mpv/*": [CONTRACT, INTERFACES, r'"wire/\w+\.h"', r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", SYSTEM],
     "src/backends/qt/*": [CONTRACT, INTERFACES, r"<Q\w+>", r"<X11/[\w/]+\.h>"],
 }
 

@@ -22,10 +22,10 @@ using namespace kirolane::tests;
 
 // The C library's own and libmpv's, which this program and the libraries call by these names.
 
-extern "C" ssize_t read(int descriptor, void* buffer, size_t size) {
+extern "C" ssize_t pread(int descriptor, void* buffer, size_t size, off_t from) {
     std::error_code none;
     mediumGate.Pass(std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor), none));
-    return ::syscall(SYS_read, descriptor, buffer, size);
+    return ::syscall(SYS_pread64, descriptor, buffer, size, from);
 }
 
 extern "C" int stat(const char* path, struct stat* status) noexcept {

@@ -14,7 +14,8 @@ namespace {
 constexpr std::chrono::milliseconds kBurialLimit{500};
 } // namespace
 
-Conductor::Conductor(MpvOptions options) : m_options(std::move(options)), m_listener([this] { Run(); }) {}
+Conductor::Conductor(MpvOptions options, std::function<void()> onTurn)
+    : m_options(std::move(options)), m_onTurn(std::move(onTurn)), m_listener([this] { Run(); }) {}
 
 void Conductor::Prepare() {
     std::vector<std::packaged_task<std::unique_ptr<Deck>()>> tasks;
@@ -126,6 +127,8 @@ void Conductor::Run() {
             deadline = NextDeadline();
         }
         m_loadWait->Ring();
+        if (m_onTurn)
+            m_onTurn();
     }
 }
 

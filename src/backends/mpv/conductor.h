@@ -1,12 +1,12 @@
 #pragma once
 
 #include "backends/mpv/duration_probe.h"
-#include "backends/mpv/load_wait.h"
-#include "backends/mpv/midi_shelf.h"
 #include "backends/mpv/mpv_media.h"
 #include "backends/mpv/player.h"
 #include "backends/mpv/preparation.h"
+#include "backends/mpv/shelf.h"
 #include "backends/mpv/sound_return.h"
+#include "wire/load_wait.h"
 
 #include <condition_variable>
 #include <functional>
@@ -21,11 +21,13 @@
 
 namespace kirolane::mpv {
 
+using wire::LoadWait;
+
 /// Leads the players of one MpvMedia: listens to libmpv on a thread of its own, so that a busy event loop
 /// delays no start, and lets those that start in one handler start together.
 class Conductor {
 public:
-    explicit Conductor(MpvOptions options);
+    Conductor(MpvOptions options, std::function<void()> onTurn);
     ~Conductor();
     Conductor(const Conductor&) = delete;
     Conductor& operator=(const Conductor&) = delete;
@@ -44,7 +46,7 @@ public:
 
     /// Makes the decks of the roles that have none in the background, one after the other.
     void Prepare();
-    bool Load(Player& player, const std::string& nativePath);
+    bool Load(Player& player, const LoadRequest& request);
     void Apply(std::span<const EngineOrder> orders);
 
     /// Under the lock: a line about a file that is playing, one for both twins.
@@ -55,8 +57,8 @@ public:
 
 private:
     struct Look {
-        std::optional<MediaFile> file;
-        Preparation preparation; ///< with the cause if there is no file
+        MediumPointer medium;
+        Preparation preparation; ///< with the cause if there is no medium
     };
     struct Measurement {
         MediaFile file;
@@ -75,8 +77,8 @@ private:
     /// The deck made ready for that role, or a new one. Throws RuntimeException.
     std::unique_ptr<Deck> TakeDeck(const PlayerRole& role);
     void Furnish(Player& player);
-    /// LookAt and PrepareFile, within the deadline.
-    Look Looked(const std::string& nativePath);
+    /// Its medium, opened, and what PrepareFile finds, within the deadline.
+    Look Looked(const LoadRequest& request);
     /// Under the lock.
     void Advance(TimePoint now);
     void ShareDecoding(TimePoint now);
@@ -94,17 +96,18 @@ private:
     void SettleOutputs(Player& player, bool hangs);
     /// Under the lock: has a player that waits for such a server go on without it.
     void GoOnWithoutDevice(Player& player, TimePoint now);
-    Length Measured(const MediaFile& file, const std::string& format, double told);
+    Length Measured(const MediumPointer& medium, const std::string& format, double told);
     /// Wakes whoever rests at a player that is about to change its file, or to go.
     void Forsake(const Player& lead, TimePoint now);
     void Abandon(Player& player, TimePoint now);
     /// Sets one of the twins, or both, to load the file that `player` is to hold. Returns the one whose
     /// libmpv tells whether it plays.
-    Player& Open(Player& player, const MediaFile& file, const Preparation& preparation);
+    Player& Open(Player& player, const Look& look, double from);
     bool Fail(Player& player, const std::string& path, const std::string& cause);
 
     const MpvOptions m_options;
-    const std::shared_ptr<MidiShelf> m_shelf = std::make_shared<MidiShelf>();
+    const std::function<void()> m_onTurn; ///< called without a lock
+    const std::shared_ptr<Shelf> m_shelf = std::make_shared<Shelf>();
     const std::shared_ptr<LoadWait> m_loadWait = std::make_shared<LoadWait>();
 
     mutable std::mutex m_mutex;

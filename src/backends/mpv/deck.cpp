@@ -1,7 +1,7 @@
 #include "backends/mpv/deck.h"
 
 #include "backends/mpv/deck_options.h"
-#include "backends/mpv/midi_shelf.h"
+#include "backends/mpv/shelf.h"
 #include "contract/exceptions.h"
 
 #include <cstdio>
@@ -47,14 +47,14 @@ std::string Graph(const std::string& filters) {
 
 } // namespace
 
-Deck::Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<MidiShelf> shelf)
+Deck::Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<Shelf> shelf)
     : m_shelf(std::move(shelf)), m_handle(mpv_create()) {
     if (m_handle == nullptr)
         throw RuntimeException("libmpv does not start (it needs the numeric locale C)");
     try {
         ApplyOptions(m_handle, role, options);
         Check(mpv_initialize(m_handle), "start");
-        Check(OpenFromShelf(m_handle, *m_shelf), "MIDI");
+        Check(OpenFromShelf(m_handle, *m_shelf), "media");
         for (const Observed& observed : kObserved)
             Check(mpv_observe_property(m_handle, Id(observed.topic), observed.name, observed.format),
                   observed.name);

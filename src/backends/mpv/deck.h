@@ -35,14 +35,14 @@ enum class Topic : std::uint64_t {
     Unpause,
 };
 
-class MidiShelf;
+class Shelf;
 
 /// One warm libmpv player: the handle and its software renderer. The calls after the making never wait. Any
 /// thread, but Next on one only.
 class Deck {
 public:
     /// Throws RuntimeException.
-    Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<MidiShelf> shelf);
+    Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<Shelf> shelf);
     /// May take long if the file does not answer. The callbacks must have been cleared.
     ~Deck();
     Deck(const Deck&) = delete;
@@ -74,7 +74,7 @@ public:
 private:
     void SetText(const char* property, const char* value);
 
-    std::shared_ptr<MidiShelf> m_shelf;
+    std::shared_ptr<Shelf> m_shelf;
     mpv_handle* m_handle = nullptr;
     mpv_render_context* m_renderer = nullptr;
     std::function<void()> m_wakeUp;

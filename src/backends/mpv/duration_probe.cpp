@@ -27,14 +27,15 @@ bool KnowsLength(const std::string& format, double told) {
     return told > 0.0 && std::isfinite(told) && !guessed;
 }
 
-Length MeasureLength(const MediaFile& file, double told) {
-    const PacketScan scan = ScanPackets(file.path, kMeasureLimit);
+Length MeasureLength(const MediumPointer& medium, double told) {
+    const PacketScan scan = ScanPackets(medium, kMeasureLimit);
     if (scan.headerSeconds > 0.0)
         return {scan.headerSeconds, true};
     if (scan.complete && scan.seconds > 0.0)
         return {scan.seconds, true};
     if (scan.seconds > 0.0 && scan.bytesRead > 0) {
-        const double whole = scan.seconds * static_cast<double>(std::max(file.size, scan.bytesRead)) /
+        const double whole = scan.seconds *
+                             static_cast<double>(std::max(medium->File().size, scan.bytesRead)) /
                              static_cast<double>(scan.bytesRead);
         const bool agrees = scan.hasTimeStamps && std::abs(told - whole) < whole * kAgrees;
         return {agrees ? told : whole, false};

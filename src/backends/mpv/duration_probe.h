@@ -18,7 +18,7 @@ struct Length {
 bool KnowsLength(const std::string& format, double told);
 
 /// Reads the packets, for at most kMeasureLimit; after that the share read is extrapolated.
-Length MeasureLength(const MediaFile& file, double told);
+Length MeasureLength(const MediumPointer& medium, double told);
 inline constexpr std::chrono::milliseconds kMeasureLimit{500};
 
 /// What a file that cannot be measured is taken for.

@@ -1,9 +1,8 @@
 #include "backends/mpv/media_input.h"
 
-#include "backends/mpv/media_file.h"
-
-#include <sys/stat.h>
-#include <unistd.h>
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
 
 namespace kirolane::mpv {
 
@@ -18,12 +17,8 @@ int RefuseToOpen(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary
 
 } // namespace
 
-MediaInput::MediaInput(const std::string& path, const char* formats, std::chrono::milliseconds limit)
-    : m_file(OpenRegular(path)), m_deadline(std::chrono::steady_clock::now() + limit) {
-    struct stat info {};
-    if (m_file < 0 || fstat(m_file, &info) != 0)
-        return;
-    m_size = info.st_size;
+MediaInput::MediaInput(MediumPointer medium, const char* formats, std::chrono::milliseconds limit)
+    : m_medium(std::move(medium)), m_deadline(std::chrono::steady_clock::now() + limit) {
     m_io = avio_alloc_context(static_cast<unsigned char*>(av_malloc(kBufferSize)), kBufferSize, 0, this,
                               &MediaInput::Read, nullptr, &MediaInput::Seek);
     m_context = avformat_alloc_context();
@@ -44,21 +39,28 @@ MediaInput::~MediaInput() {
     if (m_io != nullptr)
         av_freep(static_cast<void*>(&m_io->buffer));
     avio_context_free(&m_io);
-    if (m_file >= 0)
-        close(m_file);
 }
 
 int MediaInput::Read(void* self, std::uint8_t* buffer, int size) {
-    const auto* input = static_cast<MediaInput*>(self);
+    auto* input = static_cast<MediaInput*>(self);
     if (input->Expired())
         return AVERROR_EXIT;
-    const auto count = read(input->m_file, buffer, static_cast<std::size_t>(size));
+    const auto count = input->m_medium->Read(buffer, static_cast<std::size_t>(size), input->m_position);
+    input->m_position += std::max<std::int64_t>(count, 0);
     return count > 0 ? static_cast<int>(count) : AVERROR_EOF;
 }
 
 std::int64_t MediaInput::Seek(void* self, std::int64_t offset, int whence) {
-    const auto* input = static_cast<MediaInput*>(self);
-    return (whence & AVSEEK_SIZE) != 0 ? input->m_size : lseek(input->m_file, offset, whence & ~AVSEEK_FORCE);
+    auto* input = static_cast<MediaInput*>(self);
+    const std::int64_t size = input->m_medium->File().size;
+    if ((whence & AVSEEK_SIZE) != 0)
+        return size;
+    const int from = whence & ~AVSEEK_FORCE;
+    const std::int64_t base = from == SEEK_CUR ? input->m_position : from == SEEK_END ? size : 0;
+    if (offset < -base)
+        return AVERROR(EINVAL);
+    input->m_position = base + offset;
+    return input->m_position;
 }
 
 const std::int32_t* DisplayMatrix(const AVStream& stream) {

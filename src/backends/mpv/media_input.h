@@ -1,22 +1,22 @@
 #pragma once
 
+#include "backends/mpv/media_file.h"
+
 extern "C" {
 #include <libavformat/avformat.h>
 }
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
-#include <string>
 
 namespace kirolane::mpv {
 
-/// A regular file as libavformat reads it, and nothing else, whatever it says. After the deadline it has
+/// A file as libavformat reads it, and nothing else, whatever it says. After the deadline it has
 /// nothing more: a single call of libavformat's may look for a packet through gigabytes.
 class MediaInput {
 public:
-    /// Opens what is a regular file of one of the formats, libavformat's names, comma-separated.
-    MediaInput(const std::string& path, const char* formats, std::chrono::milliseconds limit);
+    /// Of one of the formats, libavformat's names, comma-separated.
+    MediaInput(MediumPointer medium, const char* formats, std::chrono::milliseconds limit);
     ~MediaInput();
     MediaInput(const MediaInput&) = delete;
     MediaInput& operator=(const MediaInput&) = delete;
@@ -29,9 +29,9 @@ private:
     static int Read(void* self, std::uint8_t* buffer, int size);
     static std::int64_t Seek(void* self, std::int64_t offset, int whence);
 
-    int m_file;
+    const MediumPointer m_medium;
+    std::int64_t m_position = 0;
     std::chrono::steady_clock::time_point m_deadline;
-    std::int64_t m_size = 0;
     AVIOContext* m_io = nullptr;
     AVFormatContext* m_context = nullptr;
 };

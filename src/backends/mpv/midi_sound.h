@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backends/mpv/byte_stream.h"
 #include "backends/mpv/midi_song.h"
 
 #include <atomic>
@@ -15,31 +16,30 @@ namespace kirolane::mpv {
 
 /// A MIDI file rendered to PCM behind a WAV header, as a file that libmpv reads. A worker renders ahead of
 /// the reader; twins share one.
-class MidiSound {
+class MidiSound : public ByteSource, public std::enable_shared_from_this<MidiSound> {
 public:
     /// Begins rendering, on a thread of the caller's niceness. Nothing with a cause if the SoundFont cannot
     /// be used. A short piece is waited for, so that its end can be cut where the sound has died away; a long
     /// one, and one that is not rendered in a moment, gets an end of fixed length.
     static std::shared_ptr<MidiSound> Render(MidiSong song, const std::string& soundFont, std::string& cause);
 
-    ~MidiSound();
+    ~MidiSound() override;
     MidiSound(const MidiSound&) = delete;
     MidiSound& operator=(const MidiSound&) = delete;
 
     [[nodiscard]] std::int64_t Size() const { return m_size; } ///< bytes, the header's with them
 
-    /// One reader's view.
-    class Stream {
+    std::unique_ptr<ByteStream> Open() override { return std::make_unique<Stream>(shared_from_this()); }
+
+    /// Its reads wait for the bytes to be rendered.
+    class Stream : public ByteStream {
     public:
         explicit Stream(std::shared_ptr<MidiSound> sound) : m_sound(std::move(sound)) {}
 
-        /// Waits for the bytes to be rendered. Their number, 0 at the end, -1 if cancelled.
-        std::int64_t Read(char* buffer, std::uint64_t size);
-        /// -1 outside the sound.
-        std::int64_t Seek(std::int64_t offset);
-        [[nodiscard]] std::int64_t Size() const { return m_sound->Size(); }
-        /// Any thread: ends waits now and to come.
-        void Cancel();
+        std::int64_t Read(char* buffer, std::uint64_t size) override;
+        std::int64_t Seek(std::int64_t offset) override;
+        [[nodiscard]] std::int64_t Size() const override { return m_sound->Size(); }
+        void Cancel() override;
 
     private:
         std::shared_ptr<MidiSound> m_sound;

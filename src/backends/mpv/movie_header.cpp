@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
-#include <unistd.h>
 
 namespace kirolane::mpv {
 
@@ -18,14 +17,9 @@ namespace {
 constexpr const char* kCapable = "mov,matroska";
 
 /// Whether the first bytes are those of such a container: a look that costs others next to nothing.
-bool IsCapable(const std::string& path) {
+bool IsCapable(const Medium& medium) {
     std::array<char, 8> front{};
-    const int file = OpenRegular(path);
-    if (file < 0)
-        return false;
-    const auto count = read(file, front.data(), front.size());
-    close(file);
-    if (count != static_cast<ssize_t>(front.size()))
+    if (medium.Read(front.data(), front.size(), 0) != static_cast<std::int64_t>(front.size()))
         return false;
     if (std::memcmp(front.data(), "\x1A\x45\xDF\xA3", 4) == 0)
         return true;
@@ -90,11 +84,11 @@ double LongestTrack(const AVFormatContext& context) {
 
 } // namespace
 
-MovieHeader ReadMovieHeader(const std::string& path, std::chrono::milliseconds limit) {
+MovieHeader ReadMovieHeader(const MediumPointer& medium, std::chrono::milliseconds limit) {
     MovieHeader header;
-    if (!IsCapable(path))
+    if (!IsCapable(*medium))
         return header;
-    const MediaInput input(path, kCapable, limit);
+    const MediaInput input(medium, kCapable, limit);
     if (input.Context() == nullptr)
         return header;
     header.seconds = LongestTrack(*input.Context());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "backends/mpv/media_file.h"
+
 #include <chrono>
 #include <string>
 
@@ -22,6 +24,6 @@ struct MovieHeader {
 };
 
 /// Reads the header alone, for at most that long. Of other files than movies nothing is said.
-MovieHeader ReadMovieHeader(const std::string& path, std::chrono::milliseconds limit);
+MovieHeader ReadMovieHeader(const MediumPointer& medium, std::chrono::milliseconds limit);
 
 } // namespace kirolane::mpv

@@ -19,12 +19,12 @@ namespace {
 constexpr std::size_t kLargestBlock = 192U << 20;
 } // namespace
 
-MpvMedia::MpvMedia(MpvOptions options) {
+MpvMedia::MpvMedia(MpvOptions options, std::function<void()> onTurn) {
     QuietLibraries();
     LimitMemoryRegions();
     av_max_alloc(kLargestBlock);
     std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe): at the start of the process
-    m_conductor = std::make_shared<Conductor>(std::move(options));
+    m_conductor = std::make_shared<Conductor>(std::move(options), std::move(onTurn));
 }
 
 MpvMedia::~MpvMedia() = default;
@@ -44,6 +44,18 @@ void MpvMedia::Prepare() {
 
 void MpvMedia::Apply(std::span<const EngineOrder> orders) {
     m_conductor->Apply(orders);
+}
+
+bool MpvMedia::Load(PlayerEngine& player, const LoadRequest& request) {
+    return static_cast<Player&>(player).Load(request);
+}
+
+wire::Motion MpvMedia::MotionOf(const PlayerEngine& player) {
+    return static_cast<const Player&>(player).GetMotion();
+}
+
+void MpvMedia::SetSurface(PlayerEngine& player, std::shared_ptr<wire::SurfaceWriter> surface) {
+    static_cast<Player&>(player).Pictures().SetSurface(std::move(surface));
 }
 
 } // namespace kirolane::mpv

@@ -1,44 +1,31 @@
 #pragma once
 
 #include "contract/backend/mediaengine.h"
+#include "wire/board.h"
+#include "wire/engine_options.h"
+#include "wire/medium.h"
+#include "wire/surface.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace kirolane::mpv {
 
-/// What a player is there for. Preview and Stage are twins: they open the same file, one for the operator,
-/// one for the audience.
-enum class Role : std::uint8_t {
-    Preview, ///< always silent, decoded at the least cost
-    Stage,   ///< the audience's picture and sound
-    Sound,   ///< sound alone; pictures, which nobody sees, only where there is no sound
-};
+using wire::PlayerRole;
+using wire::Role;
+using MpvOptions = wire::EngineOptions;
 
-struct PlayerRole {
-    std::string path; ///< the player's own, as in "MonitorForm.QTM"
-    Role role = Role::Stage;
-    std::string streamName; ///< what the desktop's mixer shows
-};
-
-struct MpvOptions {
-    /// Players of another path are of role Stage.
-    std::vector<PlayerRole> roles = {};
-    /// libmpv's names of the outputs to try in turn. The last keeps the show going without a sound device.
-    std::string audioOutput = "pipewire,pulse,alsa,null";
-    /// For the Preview role, which is muted besides.
-    std::string previewOutput = "null";
-    /// Where the output "pcm" writes: this, a point, the player's path, ".wav".
-    std::string audioFileBase = {};
-    /// For all loads of one handler together.
-    std::chrono::milliseconds loadLimit{5000};
-    /// How long a start waits for the pictures of its players.
-    std::chrono::milliseconds seekLimit{1000};
-    /// For MIDI files; "" is the first one that the system has.
-    std::string soundFont = {};
+/// A file to be opened, and how.
+struct LoadRequest {
+    std::string path;
+    std::shared_ptr<const wire::Medium> medium = nullptr; ///< null: it is still to be opened
+    double from = 0.0;                                    ///< seconds at which it is to stand
+    /// For all loads of one handler, of which this may be the first.
+    std::optional<std::chrono::milliseconds> limit = {};
 };
 
 class Conductor;
@@ -48,7 +35,9 @@ class Conductor;
 /// numbers.
 class MpvMedia : public MediaEngine {
 public:
-    explicit MpvMedia(MpvOptions options);
+    /// `onTurn` is called on a thread of the engine's after whatever may have moved a player; must not wait
+    /// long.
+    explicit MpvMedia(MpvOptions options, std::function<void()> onTurn = {});
     ~MpvMedia() override;
     MpvMedia(const MpvMedia&) = delete;
     MpvMedia& operator=(const MpvMedia&) = delete;
@@ -57,6 +46,14 @@ public:
     std::unique_ptr<PlayerEngine> MakePlayer(std::string_view path) override;
     void Prepare() override;
     void Apply(std::span<const EngineOrder> orders) override;
+
+    // For whoever shows the players in another process. Of players of this one's making.
+
+    static bool Load(PlayerEngine& player, const LoadRequest& request);
+    /// Any thread.
+    static wire::Motion MotionOf(const PlayerEngine& player);
+    /// The pictures to come go there, in its size; null for nowhere. In place of Frames().SetSize.
+    static void SetSurface(PlayerEngine& player, std::shared_ptr<wire::SurfaceWriter> surface);
 
 private:
     std::shared_ptr<Conductor> m_conductor;

@@ -64,12 +64,13 @@ void Conductor::ShowPictures() {
         player->Pictures().Paint();
 }
 
-bool Conductor::Load(Player& player, const std::string& nativePath) {
+bool Conductor::Load(Player& player, const LoadRequest& request) {
+    const std::string& nativePath = request.path;
     if (!m_loadDeadline)
-        m_loadDeadline = Clock::now() + m_options.loadLimit;
+        m_loadDeadline = Clock::now() + request.limit.value_or(m_options.loadLimit);
     // What has been opened ahead has been looked at in this handler.
     const bool opened = player.Ahead() && player.File().path == AbsolutePath(nativePath);
-    Look look = opened ? Look{player.File(), {}} : Looked(nativePath);
+    Look look = opened ? Look{player.GetMedium(), {}} : Looked(request);
     Player* twin = TwinOf(player);
     std::string cause = look.preparation.cause;
     try {
@@ -90,7 +91,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     if (!cause.empty())
         return Fail(player, nativePath, cause);
 
-    Player& opener = Open(player, *look.file, look.preparation);
+    Player& opener = Open(player, look, request.from);
     lock.unlock();
 
     const auto taken = [&] {
@@ -101,7 +102,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
         // In a player of its own, then; the other comes to its end when its medium lets it.
         try {
             if (opened)
-                look = Looked(nativePath);
+                look = Looked(request);
             if (!look.preparation.cause.empty())
                 throw RuntimeException(look.preparation.cause);
             auto deck = MakeDeck(opener.GetRole());
@@ -115,7 +116,7 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
                 lock.lock();
             return Fail(player, nativePath, e.what());
         }
-        opener.Open(*look.file, look.preparation, &opener != &player);
+        opener.Open(look.medium, look.preparation, request.from, &opener != &player);
         for (Player* other : m_players)
             if (other->RestsAt(opener))
                 opener.Pictures().Lead(other->Pictures());
@@ -148,8 +149,8 @@ bool Conductor::Load(Player& player, const std::string& nativePath) {
     const std::string format = opener.Format();
     const double told = opener.ContainerDuration();
     lock.unlock(); // measuring takes its time
-    if (m_measured.file != *look.file || m_measured.length.seconds <= 0.0)
-        m_measured = {*look.file, Measured(*look.file, format, told)};
+    if (m_measured.file != look.medium->File() || m_measured.length.seconds <= 0.0)
+        m_measured = {look.medium->File(), Measured(look.medium, format, told)};
     lock.lock();
     player.Opened(format, m_measured.length.seconds, m_measured.length.exact, Clock::now());
     lock.unlock();
@@ -178,13 +179,14 @@ void Conductor::SettleOutputs(Player& player, bool hangs) {
     player.SetOutputs(hangs ? std::string(kNoOutput) : m_options.audioOutput);
 }
 
-Conductor::Look Conductor::Looked(const std::string& nativePath) {
+Conductor::Look Conductor::Looked(const LoadRequest& request) {
     const auto limit = std::chrono::duration_cast<std::chrono::milliseconds>(*m_loadDeadline - Clock::now());
-    const auto work = [nativePath, limit, shelf = m_shelf, font = m_options.soundFont] {
+    const auto work = [request, limit, shelf = m_shelf, font = m_options.soundFont] {
         Look look;
-        look.file = LookAt(nativePath, look.preparation.cause);
-        if (look.file)
-            look.preparation = PrepareFile(*look.file, *shelf, font, limit);
+        look.medium =
+            request.medium != nullptr ? request.medium : Medium::Open(request.path, look.preparation.cause);
+        if (look.medium != nullptr)
+            look.preparation = PrepareFile(look.medium, *shelf, font, limit);
         return look;
     };
     Look unanswered;
@@ -192,32 +194,33 @@ Conductor::Look Conductor::Looked(const std::string& nativePath) {
     return Await<Look>(work, *m_loadDeadline).value_or(unanswered);
 }
 
-Length Conductor::Measured(const MediaFile& file, const std::string& format, double told) {
+Length Conductor::Measured(const MediumPointer& medium, const std::string& format, double told) {
     if (KnowsLength(format, told))
         return {told, true};
-    const auto work = [file, told] { return MeasureLength(file, told); };
+    const auto work = [medium, told] { return MeasureLength(medium, told); };
     const TimePoint deadline = std::max(*m_loadDeadline, Clock::now() + kMeasureLimit + kMeasureGrace);
     return Await<Length>(work, deadline).value_or(GuessLength(told));
 }
 
-Player& Conductor::Open(Player& player, const MediaFile& file, const Preparation& preparation) {
+Player& Conductor::Open(Player& player, const Look& look, double from) {
+    const MediaFile& file = look.medium->File();
     Player* twin = TwinOf(player);
     if (player.GetRole().role == Role::Preview && twin != nullptr) {
         const bool free = twin->Free() && !twin->Ahead(); // it is about to be given the same file
         if (free) {
             player.Unload(); // it may rest there still
-            twin->Open(file, preparation, true);
+            twin->Open(look.medium, look.preparation, from, true);
             m_takeOver = Clock::now() + kTakeOver;
             m_toldOf = {};
         }
-        if (free || StandsAtBeginning(*twin, file)) {
-            player.OpenAtRest(file, preparation, *twin);
+        if (free || StandsThere(*twin, file, from)) {
+            player.OpenAtRest(look.medium, look.preparation, *twin, from);
             return *twin;
         }
     }
     if (!player.Ahead() || player.File() != file) {
         Forsake(player, Clock::now());
-        player.Open(file, preparation, false);
+        player.Open(look.medium, look.preparation, from, false);
         m_takeOver = Clock::now() + kTakeOver;
         m_toldOf = {};
     }

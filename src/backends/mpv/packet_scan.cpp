@@ -46,9 +46,9 @@ struct Track {
 
 } // namespace
 
-PacketScan ScanPackets(const std::string& path, std::chrono::milliseconds limit) {
+PacketScan ScanPackets(const MediumPointer& medium, std::chrono::milliseconds limit) {
     PacketScan scan;
-    const MediaInput file(path, kFormats, limit);
+    const MediaInput file(medium, kFormats, limit);
     AVFormatContext* input = file.Context();
     if (input == nullptr || avformat_find_stream_info(input, nullptr) < 0)
         return scan;

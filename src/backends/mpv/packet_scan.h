@@ -1,8 +1,9 @@
 #pragma once
 
+#include "backends/mpv/media_file.h"
+
 #include <chrono>
 #include <cstdint>
-#include <string>
 
 namespace kirolane::mpv {
 
@@ -15,8 +16,8 @@ struct PacketScan {
     bool hasTimeStamps = false; ///< of the container's own
 };
 
-/// Reads for at most that long. Opens that one regular file and nothing else, whatever it says. All 0 if it
+/// Reads for at most that long. Reads that one file and nothing else, whatever it says. All 0 if it
 /// cannot be read.
-PacketScan ScanPackets(const std::string& path, std::chrono::milliseconds limit);
+PacketScan ScanPackets(const MediumPointer& medium, std::chrono::milliseconds limit);
 
 } // namespace kirolane::mpv

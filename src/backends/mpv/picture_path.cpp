@@ -17,6 +17,24 @@ constexpr std::size_t kAlignment = 64;
 std::int32_t Clamped(std::int32_t size) {
     return std::clamp(size, kLeastSize, kGreatestSize);
 }
+
+/// A slot of the surface with that picture, in the surface's size; null if there is none.
+std::shared_ptr<wire::Slot> Drawn(wire::SurfaceWriter& surface, const FrameView& picture) {
+    auto slot = surface.Take();
+    if (slot == nullptr || picture.pixels == nullptr)
+        return nullptr;
+    const FrameView layout = slot->View();
+    if (IsFarSmaller(layout.width, layout.height, picture))
+        ScaleDown(picture, slot->Pixels(), layout);
+    else
+        Stretch(picture, slot->Pixels(), layout);
+    return slot;
+}
+
+void DrawOn(wire::SurfaceWriter& surface, const FrameView& picture) {
+    if (const auto slot = Drawn(surface, picture))
+        slot->Show();
+}
 } // namespace
 
 PicturePath::PicturePath(int niceness, std::function<void()> onPicture)
@@ -127,6 +145,18 @@ void PicturePath::LeaveBehind(const PicturePath& follower) {
     m_rested.wait(lock, [this] { return !m_busy; }); // one that Expect let go may still be being shown to
 }
 
+void PicturePath::SetSurface(std::shared_ptr<wire::SurfaceWriter> surface) {
+    Size size;
+    if (surface != nullptr)
+        size = {surface->Layout().width, surface->Layout().height};
+    {
+        const std::lock_guard lock(m_mutex);
+        m_surface = std::move(surface);
+        m_size = size;
+    }
+    DrawAgain();
+}
+
 void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
     {
         const std::lock_guard lock(m_mutex);
@@ -197,6 +227,8 @@ void PicturePath::Forget() {
         m_rested.wait(lock, [this] { return !m_busy; });
         m_back = {};
         m_small = {};
+        if (m_surface != nullptr)
+            m_surface->Clear();
     }
     const std::lock_guard front(m_frontMutex); // on its own: a leader's worker takes this one first
     m_front = {};
@@ -224,10 +256,11 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
         mpv_render_context* renderer = m_renderer;
         const Size size = SizeToDraw();
         const unsigned epoch = m_epoch;
+        const auto surface = m_surface;
         m_busy = true;
         lock.unlock();
         bool fresh = false;
-        const bool rendered = Render(renderer, size, again, m_back, fresh);
+        const bool rendered = Render(renderer, size, again, m_back, fresh, surface.get());
         lock.lock();
 
         const bool ours = rendered && epoch == m_epoch && m_progress >= Progress::Started &&
@@ -235,7 +268,7 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
         m_own = m_own || ours;
         if (rendered && m_following != Following::Rests && (m_own || m_progress != Progress::Shown)) {
             lock.unlock();
-            Publish(m_back);
+            Publish(m_back, surface.get());
             lock.lock();
             published = true;
         }
@@ -253,7 +286,8 @@ void PicturePath::Turn(std::unique_lock<std::mutex>& lock) {
     }
 }
 
-bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, Buffer& buffer, bool& fresh) {
+bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, Buffer& buffer, bool& fresh,
+                         wire::SurfaceWriter* surface) {
     const bool update = (mpv_render_context_update(renderer) & MPV_RENDER_UPDATE_FRAME) != 0;
     if (!update && !again)
         return false;
@@ -263,16 +297,18 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
     const bool redraw = (info.flags & MPV_RENDER_FRAME_INFO_REDRAW) != 0;
     fresh = present && !redraw && (info.flags & MPV_RENDER_FRAME_INFO_REPEAT) == 0;
 
-    const bool fits = Fit(buffer, asked);
+    const bool fits = Fit(buffer, asked, surface);
     int size[2] = {buffer.view.width, buffer.view.height};
     auto stride = static_cast<std::size_t>(buffer.view.stride);
     int wait = 0;                                              // libmpv gives a picture at its time
     int skip = !fits || (present && redraw && !again) ? 1 : 0; // drawn already
+    if (surface != nullptr && !present)
+        skip = 1; // black; what is there in the other process stays
     mpv_render_param params[] = {
         {MPV_RENDER_PARAM_SW_SIZE, size},
         {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
         {MPV_RENDER_PARAM_SW_STRIDE, &stride},
-        {MPV_RENDER_PARAM_SW_POINTER, buffer.pixels.get()},
+        {MPV_RENDER_PARAM_SW_POINTER, buffer.slot != nullptr ? buffer.slot->Pixels() : buffer.pixels.get()},
         {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &wait},
         {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
         {MPV_RENDER_PARAM_INVALID, nullptr},
@@ -280,8 +316,20 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
     return mpv_render_context_render(renderer, params) >= 0 && skip == 0;
 }
 
-bool PicturePath::Fit(Buffer& buffer, Size asked) {
+bool PicturePath::Fit(Buffer& buffer, Size asked, wire::SurfaceWriter* surface) {
     const Size size{Clamped(asked.width), Clamped(asked.height)};
+    if (surface != nullptr && surface->Layout().width == size.width &&
+        surface->Layout().height == size.height) {
+        if (buffer.slot != nullptr && buffer.slot->IsOpenOf(*surface))
+            return true;
+        buffer = {};
+        buffer.slot = surface->Take();
+        if (buffer.slot != nullptr)
+            buffer.view = buffer.slot->View();
+        return buffer.slot != nullptr;
+    }
+    if (buffer.slot != nullptr)
+        buffer = {};
     const std::size_t stride =
         (static_cast<std::size_t>(size.width) * 4 + kAlignment - 1) / kAlignment * kAlignment;
     const std::size_t bytes = stride * static_cast<std::size_t>(size.height);
@@ -307,7 +355,11 @@ void PicturePath::AddSmall(Buffer& picture, Size size) {
     picture.small = small.view;
 }
 
-void PicturePath::Publish(Buffer& buffer) {
+void PicturePath::Publish(Buffer& buffer, wire::SurfaceWriter* surface) {
+    if (buffer.slot != nullptr)
+        buffer.slot->Show();
+    else if (surface != nullptr)
+        DrawOn(*surface, buffer.view);
     const std::lock_guard lock(m_frontMutex);
     std::swap(m_front, buffer);
     if (buffer.lent)
@@ -323,22 +375,37 @@ void PicturePath::ShowToFollower(std::unique_lock<std::mutex>& lock) {
         const std::lock_guard front(m_frontMutex);
         picture = m_front;
     }
-    AddSmall(picture, follower->WantedSize());
+    if (!follower->HasSurface())
+        AddSmall(picture, follower->WantedSize());
     const bool follows = follower->TakeLead(picture, lead);
     lock.lock();
     if (!follows && m_follower == follower && m_followerLead == lead)
         m_follower = nullptr;
 }
 
+bool PicturePath::HasSurface() const {
+    const std::lock_guard lock(m_mutex);
+    return m_surface != nullptr;
+}
+
 bool PicturePath::TakeLead(const Buffer& picture, unsigned lead) {
     Buffer shared = picture;
     shared.lent = true;
+    std::shared_ptr<wire::SurfaceWriter> surface;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (lead == m_lead && m_following != Following::Nobody && !m_own)
+            surface = m_surface;
+    }
+    const auto slot = surface != nullptr ? Drawn(*surface, picture.view) : nullptr;
     {
         // Both: no other file may come in between.
         const std::lock_guard front(m_frontMutex);
         const std::lock_guard lock(m_mutex);
         if (lead != m_lead || m_following == Following::Nobody || m_own)
             return false;
+        if (slot != nullptr)
+            slot->Show();
         std::swap(m_front, shared);
         m_progress = Progress::Shown;
     }

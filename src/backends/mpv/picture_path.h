@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/backend/framesource.h"
+#include "wire/surface.h"
 
 #include <mpv/render.h>
 
@@ -16,8 +17,8 @@
 namespace kirolane::mpv {
 
 /// The pictures of one player: a worker takes each from libmpv's renderer, looked at or not (a player whose
-/// pictures nobody takes falls behind), into the back one of two buffers. Calls beyond FrameSource come from
-/// the engine, on any thread.
+/// pictures nobody takes falls behind), into the back one of two buffers, or into a surface that another
+/// process shows. Calls beyond FrameSource come from the engine, on any thread.
 class PicturePath : public FrameSource {
 public:
     /// `niceness` of the worker, 0 for that of the program. `onPicture` is called by it after each new
@@ -50,6 +51,7 @@ public:
     /// Main thread, while the event loop is held up.
     void Paint() const;
     struct Buffer {
+        std::shared_ptr<wire::Slot> slot;     ///< of the surface; else it has pixels of its own:
         std::shared_ptr<std::uint8_t> pixels; ///< a follower's and a visitor's too
         bool lent = false;                    ///< by the leader
         std::size_t bytes = 0;
@@ -59,6 +61,10 @@ public:
     };
     /// The follower's: the leader's new picture, of that lead. False if there is no use for it.
     bool TakeLead(const Buffer& picture, unsigned lead);
+
+    /// The pictures to come go there, in its size; null: none are asked for.
+    void SetSurface(std::shared_ptr<wire::SurfaceWriter> surface);
+    [[nodiscard]] bool HasSurface() const;
 
     // FrameSource.
     void SetSize(std::int32_t width, std::int32_t height) override;
@@ -100,11 +106,12 @@ private:
     void Turn(std::unique_lock<std::mutex>& lock);
     /// Has the renderer draw its picture. With `again` false only if it has one that it has not drawn yet.
     /// `fresh` tells whether it was a new one. False if nothing was drawn.
-    static bool Render(mpv_render_context* renderer, Size size, bool again, Buffer& buffer, bool& fresh);
-    void Publish(Buffer& buffer);
-    /// Has the buffer hold a picture of that size, in memory that nobody else looks at. False if there is
-    /// none; what was in it is gone.
-    static bool Fit(Buffer& buffer, Size size);
+    static bool Render(mpv_render_context* renderer, Size size, bool again, Buffer& buffer, bool& fresh,
+                       wire::SurfaceWriter* surface);
+    void Publish(Buffer& buffer, wire::SurfaceWriter* surface);
+    /// Has the buffer hold a picture of that size, in memory that nobody else looks at: the surface's, if it
+    /// is of that size. False if there is none; what was in it is gone.
+    static bool Fit(Buffer& buffer, Size size, wire::SurfaceWriter* surface = nullptr);
     /// Adds the picture in a follower's size, if that is far smaller.
     void AddSmall(Buffer& picture, Size size);
     /// The worker's; entered and left with the lock.
@@ -130,6 +137,7 @@ private:
     unsigned m_lead = 0; ///< counts the leads: a picture may be under way from one that is over
     PicturePath* m_follower = nullptr;
     unsigned m_followerLead = 0; ///< the follower's number of this lead
+    std::shared_ptr<wire::SurfaceWriter> m_surface;
     Work m_todo;
     bool m_busy = false; ///< the worker uses the renderer or the follower
 

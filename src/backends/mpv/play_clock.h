@@ -32,6 +32,8 @@ public:
 
     [[nodiscard]] double Read(TimePoint now) const;
     [[nodiscard]] bool Running() const { return m_running; }
+    /// While it runs: from then on the reading stands, unless a report comes.
+    [[nodiscard]] TimePoint StandsFrom() const { return m_standsFrom; }
 
 private:
     [[nodiscard]] double Raw(TimePoint now) const;

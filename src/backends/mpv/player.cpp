@@ -49,7 +49,11 @@ void Player::Furnish(std::unique_ptr<Deck> deck) {
 }
 
 bool Player::Load(const std::string& nativePath) {
-    return m_conductor->Load(*this, nativePath);
+    return Load(LoadRequest{.path = nativePath});
+}
+
+bool Player::Load(const LoadRequest& request) {
+    return m_conductor->Load(*this, request);
 }
 
 void Player::Release() {
@@ -80,6 +84,26 @@ double Player::AimAt(TimePoint now) const {
     if (Rests() && !AtEndAt(now))
         return std::clamp(RestAim(now), 0.0, m_duration);
     return AtEndAt(now) ? m_duration : std::clamp(m_clock.Read(now), 0.0, m_duration);
+}
+
+wire::Motion Player::GetMotion() const {
+    const std::lock_guard lock(m_conductor->Mutex());
+    const TimePoint now = Clock::now();
+    const auto number = [](TimePoint time) {
+        return std::chrono::duration_cast<std::chrono::nanoseconds>(time.time_since_epoch()).count();
+    };
+    wire::Motion motion;
+    motion.asOf = number(now);
+    if (m_phase != Phase::Open)
+        return motion;
+    motion.position = AimAt(now);
+    motion.atEnd = AtEndAt(now) ? 1 : 0;
+    const Player& mover = Rests() ? *static_cast<const Player*>(m_rest->lead) : *this;
+    if (!mover.m_flight && !mover.m_nextSeek && motion.atEnd == 0 && mover.m_clock.Running()) {
+        motion.rate = mover.m_told.rate;
+        motion.until = number(mover.m_clock.StandsFrom());
+    }
+    return motion;
 }
 
 bool Player::AtEnd() const {
@@ -119,29 +143,30 @@ void Player::Empty() {
     m_clock.Set(0.0);
 }
 
-void Player::Open(const MediaFile& file, const Preparation& preparation, bool ahead) {
+void Player::Open(const MediumPointer& medium, const Preparation& preparation, double from, bool ahead) {
     Reset();
     m_phase = Phase::Opening;
-    m_file = file;
     m_demand = ahead ? Demand::Ahead : Demand::Asked;
-    TakePreparation(preparation);
-    LoadFrom(0.0, Clock::now());
+    TakeFile(medium, preparation);
+    LoadFrom(from, Clock::now());
     m_flight->limit = TimePoint::max();
 }
 
-void Player::TakePreparation(const Preparation& preparation) {
-    m_midi = preparation.midi.sound;
-    m_uri = m_midi == nullptr ? m_file.path : preparation.midi.uri;
+void Player::TakeFile(const MediumPointer& medium, const Preparation& preparation) {
+    m_file = medium->File();
+    m_medium = medium;
+    m_item = preparation.item;
+    m_midi = preparation.midi;
     m_header = preparation.header;
     m_withPictures = m_role.role != Role::Sound;
 }
 
-void Player::OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead) {
+void Player::OpenAtRest(const MediumPointer& medium, const Preparation& preparation, Player& lead,
+                        double from) {
     Unload();
     m_phase = Phase::Opening;
-    m_file = file;
-    TakePreparation(preparation);
-    m_rest = Rest{&lead, 0.0, 0.0};
+    TakeFile(medium, preparation);
+    m_rest = Rest{&lead, from, lead.AimAt(Clock::now())};
     lead.m_pictures.Lead(m_pictures);
 }
 
@@ -159,7 +184,7 @@ void Player::LoadFile(bool pictures, double from) {
     m_held = Held::Awaited;
     ++m_loadsUnderWay;
     const bool seeks = from > 0.0 || m_header.leadIn;
-    m_deck->Load(m_uri, pictures, Filters(), seeks ? std::optional(from) : std::nullopt);
+    m_deck->Load(m_item.uri, pictures, Filters(), seeks ? std::optional(from) : std::nullopt);
 }
 
 std::string Player::Filters() const {
@@ -181,7 +206,12 @@ void Player::Unload() {
     if (m_phase != Phase::Empty)
         m_deck->Stop();
     Reset();
-    m_midi.reset();
+    LetGo();
+}
+
+void Player::LetGo() {
+    m_medium.reset();
+    m_item = {};
     m_phase = Phase::Empty;
 }
 
@@ -201,7 +231,7 @@ std::unique_ptr<Deck> Player::Exchange(std::unique_ptr<Deck> deck) {
 std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     std::unique_ptr<Deck> old = Exchange(std::move(deck));
     Reset();
-    m_phase = Phase::Empty;
+    LetGo();
     return old;
 }
 

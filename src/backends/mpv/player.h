@@ -2,10 +2,12 @@
 
 #include "backends/mpv/deck.h"
 #include "backends/mpv/media_file.h"
+#include "backends/mpv/mpv_media.h"
 #include "backends/mpv/picture_path.h"
 #include "backends/mpv/play_clock.h"
 #include "backends/mpv/preparation.h"
 #include "contract/backend/mediaengine.h"
+#include "wire/board.h"
 
 #include <memory>
 #include <optional>
@@ -30,6 +32,9 @@ public:
 
     // PlayerEngine.
     bool Load(const std::string& nativePath) override;
+    bool Load(const LoadRequest& request);
+    /// What its Position is, and how that goes on.
+    [[nodiscard]] wire::Motion GetMotion() const;
     void Release() override;
     [[nodiscard]] double Duration() const override;
     [[nodiscard]] double Position() const override;
@@ -44,18 +49,19 @@ public:
     [[nodiscard]] const PlayerRole& GetRole() const { return m_role; }
     [[nodiscard]] Phase GetPhase() const { return m_phase; }
     [[nodiscard]] const MediaFile& File() const { return m_file; }
+    /// Null while it is empty.
+    [[nodiscard]] const MediumPointer& GetMedium() const { return m_medium; }
 
     // Opening.
 
     /// Before the first file it needs no libmpv.
     [[nodiscard]] bool HasDeck() const { return m_deck != nullptr; }
     void Furnish(std::unique_ptr<Deck> deck);
-    /// Sets libmpv to load the file, halted: itself, or the MIDI sound made of it. `ahead`: before anyone has
-    /// asked for it.
-    void Open(const MediaFile& file, const Preparation& preparation, bool ahead);
-    /// Opens it without libmpv, to rest at `lead`, which stands at the beginning of the same file or is about
-    /// to.
-    void OpenAtRest(const MediaFile& file, const Preparation& preparation, Player& lead);
+    /// Sets libmpv to load the file, halted there, in seconds: itself, or the MIDI sound made of it. `ahead`:
+    /// before anyone has asked for it.
+    void Open(const MediumPointer& medium, const Preparation& preparation, double from, bool ahead);
+    /// Opens it without libmpv, to rest at `lead`, which stands about there in the same file or is about to.
+    void OpenAtRest(const MediumPointer& medium, const Preparation& preparation, Player& lead, double from);
     /// It is what a Load asked for.
     void Claim() { m_demand = Demand::Asked; }
     [[nodiscard]] bool Ahead() const { return m_demand == Demand::Ahead; }
@@ -195,8 +201,10 @@ private:
     void TakeProperty(Topic topic, const mpv_event_property& property, TimePoint now);
     void TakeReply(Topic topic, const mpv_event& event, TimePoint now);
     void TakeEnd(const mpv_event_end_file& end);
+    /// Of its file.
+    void LetGo();
     std::unique_ptr<Deck> Exchange(std::unique_ptr<Deck> deck);
-    void TakePreparation(const Preparation& preparation);
+    void TakeFile(const MediumPointer& medium, const Preparation& preparation);
     void LoadFile(bool pictures, double from);
     void LoadFrom(double seconds, TimePoint now);
     void TryOtherWay();
@@ -227,8 +235,9 @@ private:
 
     Phase m_phase = Phase::Empty;
     MediaFile m_file;
-    std::string m_uri;                 ///< what libmpv loads in its name
-    std::shared_ptr<MidiSound> m_midi; ///< what the file has been made into, if it is one
+    MediumPointer m_medium;
+    Shelf::Item m_item;  ///< what libmpv loads in its name
+    bool m_midi = false; ///< which is the sound of a MIDI file
     MovieHeader m_header;
     Demand m_demand = Demand::Asked;
     double m_duration = 0.0;

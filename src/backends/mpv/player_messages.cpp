@@ -250,7 +250,7 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
         return;
     m_held = Held::Nothing;
     const std::string cause = CauseOf(end.error);
-    if (m_phase != Phase::Empty && !m_found.decoded && !m_lastTry && m_midi == nullptr &&
+    if (m_phase != Phase::Empty && !m_found.decoded && !m_lastTry && !m_midi &&
         (end.error == MPV_ERROR_NOTHING_TO_PLAY || end.error == MPV_ERROR_GENERIC)) {
         TryOtherWay();
     } else if (m_phase == Phase::Opening) {

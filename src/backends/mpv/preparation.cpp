@@ -2,13 +2,16 @@
 
 namespace kirolane::mpv {
 
-Preparation PrepareFile(const MediaFile& file, MidiShelf& shelf, const std::string& soundFont,
+Preparation PrepareFile(const MediumPointer& medium, Shelf& shelf, const std::string& soundFont,
                         std::chrono::milliseconds limit) {
     Preparation preparation;
-    if (IsMidiFile(file))
-        preparation.midi = shelf.Get(file, soundFont, preparation.cause);
-    else
-        preparation.header = ReadMovieHeader(file.path, limit);
+    preparation.midi = IsMidiFile(*medium);
+    if (preparation.midi) {
+        preparation.item = shelf.GetMidi(medium, soundFont, preparation.cause);
+    } else {
+        preparation.item = shelf.Put(medium);
+        preparation.header = ReadMovieHeader(medium, limit);
+    }
     return preparation;
 }
 

@@ -1,6 +1,9 @@
 #include "backends/mpv/scale_down.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <vector>
 
 namespace kirolane::mpv {
 
@@ -34,6 +37,37 @@ void ScaleDown(const FrameView& picture, std::uint8_t* to, const FrameView& layo
         for (std::int32_t x = 0; x < layout.width; ++x, middle += step) {
             const std::size_t before = (middle >> 32U) - 1;
             row[x] = Mean(Mean(upper[before], upper[before + 1]), Mean(lower[before], lower[before + 1]));
+        }
+    }
+}
+
+void Stretch(const FrameView& picture, std::uint8_t* to, const FrameView& layout) {
+    if (picture.width == layout.width && picture.height == layout.height) {
+        for (std::int32_t y = 0; y < layout.height; ++y)
+            std::memcpy(to + static_cast<std::ptrdiff_t>(y) * layout.stride,
+                        picture.pixels + static_cast<std::ptrdiff_t>(y) * picture.stride,
+                        static_cast<std::size_t>(layout.width) * 4);
+        return;
+    }
+    struct Pair {
+        std::int64_t before;
+        std::int64_t after;
+    };
+    const auto pair = [](std::int64_t pixel, std::int64_t count, std::int64_t length) {
+        const std::int64_t before = Before(pixel, count, length);
+        return Pair{std::max<std::int64_t>(before, 0), std::min(before + 1, length - 1)};
+    };
+    std::vector<Pair> columns;
+    for (std::int32_t x = 0; x < layout.width; ++x)
+        columns.push_back(pair(x, layout.width, picture.width));
+    for (std::int32_t y = 0; y < layout.height; ++y) {
+        const auto [above, below] = pair(y, layout.height, picture.height);
+        const auto* upper = reinterpret_cast<const std::uint32_t*>(picture.pixels + above * picture.stride);
+        const auto* lower = reinterpret_cast<const std::uint32_t*>(picture.pixels + below * picture.stride);
+        auto* row = reinterpret_cast<std::uint32_t*>(to + static_cast<std::ptrdiff_t>(y) * layout.stride);
+        for (std::int32_t x = 0; x < layout.width; ++x) {
+            const auto [left, right] = columns[static_cast<std::size_t>(x)];
+            row[x] = Mean(Mean(upper[left], upper[right]), Mean(lower[left], lower[right]));
         }
     }
 }

@@ -14,4 +14,7 @@ bool IsFarSmaller(std::int32_t width, std::int32_t height, const FrameView& pict
 /// a third of what a painter takes for the same. `to` is aligned as 32-bit numbers are, like the picture.
 void ScaleDown(const FrameView& picture, std::uint8_t* to, const FrameView& layout);
 
+/// The same between any two sizes: each pixel is the mean of the four nearest.
+void Stretch(const FrameView& picture, std::uint8_t* to, const FrameView& layout);
+
 } // namespace kirolane::mpv

@@ -36,9 +36,9 @@ void ShareDecoding(Player& stage, Player& preview, TimePoint now) {
     }
 }
 
-bool StandsAtBeginning(const Player& stage, const MediaFile& file) {
+bool StandsThere(const Player& stage, const MediaFile& file, double from) {
     return stage.GetPhase() == Player::Phase::Open && !stage.Free() && stage.File() == file &&
-           !stage.WantsToRun() && stage.AimAt(Clock::now()) == 0.0;
+           !stage.WantsToRun() && std::abs(stage.AimAt(Clock::now()) - from) <= kTogether;
 }
 
 } // namespace kirolane::mpv

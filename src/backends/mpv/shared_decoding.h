@@ -1,10 +1,10 @@
 #pragma once
 
+#include "backends/mpv/media_file.h"
 #include "backends/mpv/play_clock.h"
 
 namespace kirolane::mpv {
 
-struct MediaFile;
 class Player;
 
 /// While twins play one file in step, all that one of them would do is what the other does: the silent one
@@ -12,7 +12,7 @@ class Player;
 /// called after each order and each message. The conductor's, under its lock.
 void ShareDecoding(Player& stage, Player& preview, TimePoint now);
 
-/// Whoever opens that file, too, can rest there from its first moment.
-bool StandsAtBeginning(const Player& stage, const MediaFile& file);
+/// Whoever opens that file, too, to stand there, in seconds, can rest there from its first moment.
+bool StandsThere(const Player& stage, const MediaFile& file, double from);
 
 } // namespace kirolane::mpv

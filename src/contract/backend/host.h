@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,6 +13,9 @@ class Window;
 
 /// One line on standard error: "kirolane: " and the text, whose line breaks become blanks. Any thread.
 void WriteErrorLine(std::string_view text);
+/// Such lines go there instead, as texts, from now on: an engine's go to whoever runs it. Before the first
+/// other thread.
+void SendErrorLinesTo(std::function<void(std::string_view)> writer);
 
 namespace host {
 

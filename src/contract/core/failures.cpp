@@ -26,7 +26,19 @@ void Failures::SayOnce(std::string text) {
     m_saidOnce = std::move(text);
 }
 
+namespace {
+std::function<void(std::string_view)> lineWriter;
+}
+
+void SendErrorLinesTo(std::function<void(std::string_view)> writer) {
+    lineWriter = std::move(writer);
+}
+
 void WriteErrorLine(std::string_view text) {
+    if (lineWriter) {
+        lineWriter(text);
+        return;
+    }
     std::string line = "kirolane: ";
     line += text;
     std::replace(line.begin(), line.end(), '\n', ' '); // a name with a line break still makes one line

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "backends/mpv/play_clock.h"
-
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
 
-namespace kirolane::mpv {
+namespace kirolane::wire {
 
 /// How the main thread waits for the answers to a load: woken by each answer, and by each picture of the
 /// players that play on, which it then shows.
@@ -22,7 +21,8 @@ public:
     }
     /// Main thread. `done` is asked at first and after each ring, and then `show` called. False at the
     /// deadline.
-    bool Until(TimePoint deadline, const std::function<bool()>& done, const std::function<void()>& show) {
+    bool Until(std::chrono::steady_clock::time_point deadline, const std::function<bool()>& done,
+               const std::function<void()>& show) {
         while (!done()) {
             std::unique_lock lock(m_mutex);
             if (!m_bell.wait_until(lock, deadline, [this] { return m_rung; }))
@@ -40,4 +40,4 @@ private:
     bool m_rung = false; ///< under m_mutex
 };
 
-} // namespace kirolane::mpv
+} // namespace kirolane::wire
