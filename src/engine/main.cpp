@@ -1,0 +1,46 @@
+// An engine: plays what the program with the windows gives it, and dies with it. docs/processes.md says how.
+
+#include "contract/backend/host.h"
+#include "engine/service.h"
+#include "wire/channel.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace {
+
+/// Whoever has started it, and whose end is its end.
+bool DieWith(pid_t parent) {
+    return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && getppid() == parent;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using namespace kirolane;
+    if (argc != 2) {
+        WriteErrorLine("kirolane-engine: kirolane starts it, with its own process number");
+        return EXIT_FAILURE;
+    }
+    if (!DieWith(static_cast<pid_t>(std::atol(argv[1]))))
+        return EXIT_FAILURE;
+    fcntl(wire::kEngineDescriptor, F_SETFD, FD_CLOEXEC);
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGHUP, SIG_IGN);
+    std::signal(SIGINT, SIG_IGN); // the terminal's: the program with the windows ends in its own way
+    std::signal(SIGTERM, SIG_DFL);
+
+    wire::Channel channel{wire::Descriptor(wire::kEngineDescriptor)};
+    SendErrorLinesTo([&channel](std::string_view text) { channel.Send(wire::Line{}, text); });
+    channel.Send(wire::Ready{});
+    engine::Service service(channel);
+    if (service.TakeAssignment())
+        service.Run();
+    // Files, decoders and devices go with the process; taking them down one by one could wait for a medium.
+    std::_Exit(EXIT_SUCCESS);
+}
