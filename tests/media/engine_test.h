@@ -26,18 +26,19 @@ inline double SecondsOf(const std::function<void()>& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
 }
 
-/// The engines of libmpv by themselves, without the contract's players above them: the twins and the sound's.
+/// Engines by themselves, without the contract's players above them: the twins and the sound's.
 class EngineTest : public ::testing::Test {
 protected:
     EngineTest() { MakePlayers(); }
 
     /// What is not given is as the program has it, but for the roles, which belong to the paths used here.
-    void MakePlayers(mpv::MpvOptions options = {.audioOutput = "null"}) {
+    template <class Media = mpv::MpvMedia, class Options = mpv::MpvOptions>
+    void MakePlayers(Options options = {.audioOutput = "null"}) {
         EndPlayers();
         options.roles = {{"preview", mpv::Role::Preview, "Preview"},
                          {"stage", mpv::Role::Stage, "Stage"},
                          {"sound", mpv::Role::Sound, "Sound"}};
-        m_media = std::make_unique<mpv::MpvMedia>(options);
+        m_media = std::make_unique<Media>(options);
         for (const mpv::PlayerRole& role : options.roles)
             m_players.push_back(m_media->MakePlayer(role.path));
     }
@@ -98,7 +99,7 @@ protected:
 private:
     headless::HandClock m_clock;
     headless::HeadlessWindows m_windows{m_clock};
-    std::unique_ptr<mpv::MpvMedia> m_media;
+    std::unique_ptr<MediaEngine> m_media;
     std::vector<std::unique_ptr<PlayerEngine>> m_players;
 };
 

@@ -1,3 +1,4 @@
+#include "backends/remote/remote_media.h"
 #include "engine_test.h"
 #include "support/player_suite.h"
 
@@ -5,9 +6,13 @@ namespace kirolane::tests {
 
 namespace {
 
-class MpvHarness : public PlayerHarness {
+const mpv::MpvOptions kOptions{.roles = {{"Console.A", mpv::Role::Stage, "Main"}}};
+
+template <class Engine, class Options> class MpvHarness : public PlayerHarness {
 public:
-    MpvHarness() : PlayerHarness({{ClipPath("clip.mp4"), 5.0}, {ClipPath("short.mp4"), 3.0}, 0.25, 0.1}) {}
+    explicit MpvHarness(Options options)
+        : PlayerHarness({{ClipPath("clip.mp4"), 5.0}, {ClipPath("short.mp4"), 3.0}, 0.25, 0.1}),
+          m_media(options) {}
 
     MediaEngine& Media() override { return m_media; }
     bool WaitUntil(const std::function<bool()>& condition) override {
@@ -18,13 +23,18 @@ public:
     }
 
 private:
-    mpv::MpvMedia m_media{{.roles = {{"Console.A", mpv::Role::Stage, "Main"}}}};
+    Engine m_media;
 };
 
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Mpv, PlayerSuite, ::testing::Values([]() -> std::unique_ptr<PlayerHarness> {
-                             return std::make_unique<MpvHarness>();
+                             return std::make_unique<MpvHarness<mpv::MpvMedia, mpv::MpvOptions>>(kOptions);
                          }));
+INSTANTIATE_TEST_SUITE_P(
+    Remote, PlayerSuite, ::testing::Values([]() -> std::unique_ptr<PlayerHarness> {
+        return std::make_unique<MpvHarness<remote::RemoteMedia, remote::RemoteOptions>>(
+            remote::RemoteOptions{kOptions, KIROLANE_ENGINE});
+    }));
 
 } // namespace kirolane::tests

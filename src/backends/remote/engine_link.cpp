@@ -1,0 +1,84 @@
+#include "backends/remote/engine_link.h"
+
+#include <algorithm>
+
+namespace kirolane::remote {
+
+namespace {
+/// With cold libraries, from a medium that is busy.
+constexpr std::chrono::seconds kStart{15};
+constexpr std::chrono::milliseconds kAnswer{1500};
+constexpr std::chrono::milliseconds kAskEvery{1000};
+/// What a load may take on top of the time that it was given.
+constexpr std::chrono::milliseconds kLoadGrace{500};
+
+/// Pictures of two players come at 60 a second, and a change of file makes a few more.
+constexpr int kMostMessages = 2000;
+constexpr int kMostLines = 20;
+constexpr std::chrono::seconds kLinesWithin{10};
+} // namespace
+
+EngineLink::EngineLink(EngineProcess process, wire::Channel channel, TimePoint now)
+    : m_process(std::move(process)), m_channel(std::move(channel)), m_readyDue(now + kStart),
+      m_lastWord(now) {}
+
+void EngineLink::TakeReady() {
+    m_ready = true;
+    m_readyDue.reset();
+}
+
+void EngineLink::Expect(std::chrono::milliseconds limit, TimePoint now) {
+    if (m_loads++ == 0)
+        m_beginDue = now + kAnswer;
+    m_pongDue.reset(); // it would come after the load
+    m_loadDue = std::max(m_loadDue.value_or(now), now) + limit + kLoadGrace;
+}
+
+void EngineLink::TakeLoaded(TimePoint now) {
+    m_lastWord = now;
+    if (m_loads > 0 && --m_loads == 0)
+        m_loadDue.reset();
+}
+
+void EngineLink::TakePong(TimePoint now) {
+    m_pongDue.reset();
+    m_lastWord = now;
+}
+
+std::optional<TimePoint> EngineLink::Deadline(bool holdsFile) const {
+    std::optional<TimePoint> next;
+    for (const auto& due : {m_readyDue, m_beginDue, m_loadDue, m_pongDue})
+        if (due && (!next || *due < *next))
+            next = due;
+    if (!next && holdsFile)
+        next = m_lastWord + kAskEvery;
+    return next;
+}
+
+bool EngineLink::Hangs(bool holdsFile, TimePoint now) {
+    for (const auto& due : {m_readyDue, m_beginDue, m_loadDue, m_pongDue})
+        if (due && *due <= now)
+            return true;
+    if (!holdsFile || m_loads > 0 || m_pongDue || now < m_lastWord + kAskEvery)
+        return false;
+    m_pongDue = now + kAnswer;
+    return !m_channel.Send(wire::Ping{});
+}
+
+bool EngineLink::Flow::Add(TimePoint now, std::chrono::seconds time, int most) {
+    if (now - since >= time) {
+        since = now;
+        count = 0;
+    }
+    return ++count <= most;
+}
+
+bool EngineLink::Count(TimePoint now) {
+    return m_messages.Add(now, std::chrono::seconds(1), kMostMessages);
+}
+
+bool EngineLink::CountLine(TimePoint now) {
+    return m_lines.Add(now, kLinesWithin, kMostLines);
+}
+
+} // namespace kirolane::remote

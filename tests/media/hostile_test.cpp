@@ -1,0 +1,53 @@
+// An engine that does what it likes neither ends nor holds up nor fills the program that runs it.
+
+#include "backends/remote/remote_media.h"
+#include "engine_test.h"
+#include "support/captured_stderr.h"
+
+#include <cstdlib>
+
+namespace kirolane::tests {
+
+class HostileEngine : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(HostileEngine, CostsItsFileAndNothingElse) {
+    const std::string act = GetParam();
+    ::setenv("KIROLANE_HOSTILE", act.c_str(), 1);
+    CapturedStderr lines;
+    const long memory = Status("VmRSS");
+    const auto began = std::chrono::steady_clock::now();
+    {
+        remote::RemoteOptions options;
+        options.roles = {{"stage", wire::Role::Stage, ""}};
+        options.loadLimit = std::chrono::milliseconds(1500);
+        options.program = KIROLANE_HOSTILE_ENGINE;
+        remote::RemoteMedia media(options);
+        const auto player = media.MakePlayer("stage");
+        player->Frames()->SetSize(640, 360);
+        const bool loaded = player->Load(ClipPath("clip.mp4"));
+        EXPECT_EQ(loaded, act == "nonsense in memory");
+        const EngineOrder orders[] = {{player.get(), {.running = loaded, .seekTo = {}}}};
+        media.Apply(orders);
+        headless::HandClock clock;
+        LiveWindows windows(clock);
+        const auto look = [&] {
+            const double position = player->Position();
+            EXPECT_TRUE(position >= 0.0 && position <= 5.0) << position;
+            player->Frames()->Visit([](const FrameView& view) {
+                EXPECT_TRUE(view.width == 640 && view.height == 360 && view.pixels[0] + 1 > 0);
+            });
+            return false;
+        };
+        windows.WaitUntil(look, std::chrono::milliseconds(500));
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(4));
+    EXPECT_LT(Status("VmRSS") - memory, 40 * 1024) << "kilobytes";
+    EXPECT_LE(lines.Lines().size(), 40U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Acts, HostileEngine,
+                         ::testing::Values("exits", "ready twice", "loads unasked", "dies", "hangs",
+                                           "no number", "endless", "stranger", "unknown", "short", "empty",
+                                           "changes", "lines", "descriptors", "nonsense in memory"));
+
+} // namespace kirolane::tests
