@@ -1,11 +1,11 @@
 // Picks the back ends, starts the logic and runs the event loop.
 
-#include "backends/mpv/mpv_media.h"
 #include "backends/posix/posix_filesystem.h"
 #include "backends/posix/posix_folders.h"
 #include "backends/posix/quit_signals.h"
 #include "backends/posix/standard_streams.h"
 #include "backends/qt/qtwindows.h"
+#include "backends/remote/remote_media.h"
 #include "contract/backend/host.h"
 #include "contract/core/runtime.h"
 #include "logic/shell/start.h"
@@ -17,9 +17,9 @@
 namespace {
 
 /// What each player of the forms is there for.
-kirolane::mpv::MpvOptions Players() {
-    using kirolane::mpv::Role;
-    kirolane::mpv::MpvOptions options;
+kirolane::remote::RemoteOptions Players() {
+    using kirolane::wire::Role;
+    kirolane::remote::RemoteOptions options;
     options.roles = {
         {"Mainform.QTM", Role::Preview, "Kirolane preview"},
         {"MonitorForm.QTM", Role::Stage, "Kirolane movie"},
@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
         windows.ShowStartFailure("start: " + failure);
         End(EXIT_FAILURE);
     }
-    mpv::MpvMedia media(Players());
+    remote::RemoteMedia media(Players());
     Runtime runtime(windows, media, files);
     posix::WatchQuitSignals([&runtime] { runtime.Mail().Post([&runtime] { runtime.Quit(EXIT_SUCCESS); }); });
 
