@@ -3,9 +3,9 @@
 #include "clocks.h"
 #include "folders.h"
 
-#include "backends/mpv/mpv_media.h"
 #include "backends/posix/posix_filesystem.h"
 #include "backends/qt/qtwindows.h"
+#include "backends/remote/remote_media.h"
 #include "contract/core/runtime.h"
 #include "contract/implicit_instance.h"
 #include "logic/display/monitorform.h"
@@ -32,12 +32,13 @@ int g_argumentCount = 1;
 char g_name[] = "kirolane_bench";
 char* g_arguments[] = {g_name, nullptr};
 
-mpv::MpvOptions SilentOptions() {
-    mpv::MpvOptions options;
-    options.roles = {{"Mainform.QTM", mpv::Role::Preview, "Preview"},
-                     {"MonitorForm.QTM", mpv::Role::Stage, "Movie"},
-                     {"MusicForm.QTM", mpv::Role::Sound, "Sound"}};
+remote::RemoteOptions SilentOptions() {
+    remote::RemoteOptions options;
+    options.roles = {{"Mainform.QTM", wire::Role::Preview, "Preview"},
+                     {"MonitorForm.QTM", wire::Role::Stage, "Movie"},
+                     {"MusicForm.QTM", wire::Role::Sound, "Sound"}};
     options.audioOutput = "null";
+    options.program = KIROLANE_ENGINE;
     return options;
 }
 
@@ -98,7 +99,7 @@ struct App::Parts {
     MemoryFolder memory;
     posix::PosixFileSystem files;
     qt::QtWindows windows;
-    mpv::MpvMedia media;
+    remote::RemoteMedia media;
     Runtime runtime;
     std::unique_ptr<kirolane::App> application;
 };

@@ -38,6 +38,7 @@ std::vector<Row> MeasureInterlaced(const Inputs& inputs);
 std::vector<Row> MeasureStart(const Inputs& inputs);
 std::vector<Row> MeasureMemory(const Inputs& inputs);
 std::vector<Row> MeasureIdle(const Inputs& inputs);
+std::vector<Row> MeasureEngineEnds(const Inputs& inputs);
 std::vector<Row> MeasureOpenings(const Inputs& inputs);
 std::vector<Row> MeasureChangeOver(const Inputs& inputs);
 std::vector<Row> MeasureDrift(const Inputs& inputs);

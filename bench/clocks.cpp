@@ -1,28 +1,58 @@
 #include "clocks.h"
 
-#include <sys/resource.h>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+
+#include <unistd.h>
 
 namespace kirolane::bench {
 
-namespace {
-double Milliseconds(const timeval& time) {
-    return static_cast<double>(time.tv_sec) * 1000.0 + static_cast<double>(time.tv_usec) / 1000.0;
+std::vector<pid_t> Engines() {
+    std::vector<pid_t> engines;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
+        std::ifstream file(entry.path() / "stat");
+        pid_t number = 0;
+        std::string name;
+        std::string state;
+        pid_t parent = 0;
+        if (file >> number >> name >> state >> parent && parent == getpid() && state != "Z")
+            engines.push_back(number);
+    }
+    return engines;
 }
 
-rusage Usage() {
-    rusage usage{};
-    ::getrusage(RUSAGE_SELF, &usage);
-    return usage;
+double ProcessorMilliseconds(pid_t process) {
+    clockid_t clock{};
+    timespec time{};
+    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0)
+        return 0.0;
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
-} // namespace
 
 double ProcessorMilliseconds() {
-    const rusage usage = Usage();
-    return Milliseconds(usage.ru_utime) + Milliseconds(usage.ru_stime);
+    double sum = ProcessorMilliseconds(getpid());
+    for (const pid_t engine : Engines())
+        sum += ProcessorMilliseconds(engine);
+    return sum;
 }
 
-double PeakMebibytes() {
-    return static_cast<double>(Usage().ru_maxrss) / 1024.0;
+double SharedOutMebibytes() {
+    double sum = 0.0;
+    std::vector<pid_t> processes = Engines();
+    processes.push_back(getpid());
+    for (const pid_t process : processes) {
+        std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
+        for (std::string word; file >> word;)
+            if (word == "Pss:") {
+                double kibibytes = 0.0;
+                file >> kibibytes;
+                sum += kibibytes / 1024.0;
+                break;
+            }
+    }
+    return sum;
 }
 
 } // namespace kirolane::bench

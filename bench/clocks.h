@@ -2,6 +2,9 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
+
+#include <sys/types.h>
 
 namespace kirolane::bench {
 
@@ -16,9 +19,13 @@ private:
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
-/// Processor time of this process so far, all threads, in milliseconds.
+/// The processes that this one has started and that have not ended.
+std::vector<pid_t> Engines();
+/// Processor time of that process so far, all threads, in milliseconds.
+double ProcessorMilliseconds(pid_t process);
+/// Processor time of this process and its engines so far, all threads, in milliseconds.
 double ProcessorMilliseconds();
-/// Largest resident memory of this process so far, in MiB.
-double PeakMebibytes();
+/// Memory of this process and its engines, what they share with others by their share of it, in MiB.
+double SharedOutMebibytes();
 
 } // namespace kirolane::bench

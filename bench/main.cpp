@@ -25,6 +25,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"start",       Place::Anywhere, true,  MeasureStart},
     {"memory",      Place::Anywhere, true,  MeasureMemory},
     {"idle",        Place::Anywhere, true,  MeasureIdle},
+    {"engine-ends", Place::Anywhere, true,  MeasureEngineEnds},
     {"openings",    Place::Anywhere, true,  MeasureOpenings},
     {"change-over", Place::Desktop,  true,  MeasureChangeOver},
     {"drift",       Place::Desktop,  true,  MeasureDrift},

@@ -4,10 +4,6 @@
 
 #include "logic/shell/mainform.h"
 
-#include <fstream>
-
-#include <unistd.h>
-
 namespace kirolane::bench {
 
 namespace {
@@ -21,19 +17,11 @@ constexpr int kSettled = 2000;       ///< milliseconds after which what has been
 constexpr int kMemoryReadings = 5;   ///< of each state, as the last pictures come and go
 constexpr int kBetweenReadings = 50; ///< milliseconds
 
-double ResidentMebibytes() {
-    std::ifstream file("/proc/self/statm");
-    double whole = 0.0;
-    double resident = 0.0;
-    file >> whole >> resident;
-    return resident * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
-}
-
 Samples Memory(const App& app) {
     Samples memory;
     for (int i = 0; i < kMemoryReadings; ++i) {
         app.For(kBetweenReadings);
-        memory.Add(ResidentMebibytes());
+        memory.Add(SharedOutMebibytes());
     }
     return memory;
 }

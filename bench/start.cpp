@@ -36,7 +36,7 @@ std::vector<Row> MeasureStart(const Inputs& inputs) {
         console.Add(StartToPaint(inputs.programs + "/kirolane_start_console", folder));
         empty.Add(StartToPaint(inputs.programs + "/kirolane_start_empty", folder));
     }
-    return {RatioRow("start to first paint / empty window", console, empty, "ms", 1.5)};
+    return {RatioRow("start to first paint / empty window", console, empty, "ms", 2.0)};
 }
 
 } // namespace kirolane::bench

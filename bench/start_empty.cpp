@@ -1,4 +1,4 @@
-// The reference of the start: an empty window of the console's size, linked to the same libraries. Ends with
+// The reference of the start: an empty window of the console's size, linked to Qt alone. Ends with
 // status 0 at its first paint.
 
 #include "app.h"

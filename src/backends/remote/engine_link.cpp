@@ -56,9 +56,13 @@ std::optional<TimePoint> EngineLink::Deadline(bool holdsFile) const {
 }
 
 bool EngineLink::Hangs(bool holdsFile, TimePoint now) {
-    for (const auto& due : {m_readyDue, m_beginDue, m_loadDue, m_pongDue})
-        if (due && *due <= now)
+    for (auto* due : {&m_readyDue, &m_beginDue, &m_loadDue, &m_pongDue}) {
+        if (!*due || **due > now)
+            continue;
+        if (!m_process.IsTraced())
             return true;
+        *due = now + kAskEvery;
+    }
     if (!holdsFile || m_loads > 0 || m_pongDue || now < m_lastWord + kAskEvery)
         return false;
     m_pongDue = now + kAnswer;

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -56,6 +57,14 @@ EngineProcess& EngineProcess::operator=(EngineProcess&& other) noexcept {
 
 EngineProcess::~EngineProcess() {
     Kill();
+}
+
+bool EngineProcess::IsTraced() const {
+    std::ifstream status("/proc/" + std::to_string(m_process) + "/status");
+    for (std::string word; status >> word;)
+        if (word == "TracerPid:")
+            return status >> word && word != "0";
+    return false;
 }
 
 void EngineProcess::Kill() const {

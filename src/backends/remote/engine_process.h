@@ -25,6 +25,8 @@ public:
     [[nodiscard]] pid_t Number() const { return m_process; }
     /// A descriptor that becomes readable when it has ended; -1 if the system has none.
     [[nodiscard]] int Watch() const { return m_watch.Get(); }
+    /// A debugger holds it.
+    [[nodiscard]] bool IsTraced() const;
     void Kill() const;
     /// How it ended, as a phrase; nothing if it has not. It is no more there afterwards.
     std::optional<std::string> Reap();
