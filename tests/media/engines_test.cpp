@@ -140,6 +140,24 @@ INSTANTIATE_TEST_SUITE_P(Acts, EnginesEnd,
                                            EngineAct{"PausedApart", SIGKILL, false, true, 0.5}),
                          [](const auto& act) { return act.param.name; });
 
+TEST_F(EnginesTest, TheEndOfTheSoundsEngineIsNothingToTheMovie) {
+    const std::string file = ClipPath("clip.wav");
+    ASSERT_TRUE(Sound().Load(file));
+    Order(Sound(), {.running = true, .seekTo = 0.0});
+    PlayTwins(kClip);
+    ASSERT_TRUE(Reaches(Stage(), 0.5));
+    CapturedStderr lines;
+    const double sound = Sound().Position();
+    const double place = Stage().Position();
+    const auto began = std::chrono::steady_clock::now();
+    Kill(file);
+    EXPECT_TRUE(Reaches(Sound(), sound + 1.0));
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - began;
+    EXPECT_LT(passed.count(), 1.7);
+    EXPECT_NEAR(Stage().Position(), place + passed.count(), 0.1);
+    EXPECT_EQ(lines.Lines().size(), 1U);
+}
+
 TEST_F(EnginesTest, AFileThatEndsItsEngineTwiceIsAtItsEndAndTheNextPlays) {
     PlayTwins(kClip);
     ASSERT_TRUE(Reaches(Stage(), 0.3));

@@ -69,6 +69,12 @@ bool EngineLink::Hangs(bool holdsFile, TimePoint now) {
     return !m_channel.Send(wire::Ping{});
 }
 
+void EngineLink::Postpone(Clock::duration time) {
+    for (auto* due : {&m_readyDue, &m_beginDue, &m_loadDue, &m_pongDue})
+        if (*due)
+            **due += time;
+}
+
 bool EngineLink::Flow::Add(TimePoint now, std::chrono::seconds time, int most) {
     if (now - since >= time) {
         since = now;

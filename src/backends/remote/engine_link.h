@@ -44,6 +44,9 @@ public:
     /// True if it owes an answer for too long. Asks it whether it lives, if it is time for that.
     bool Hangs(bool holdsFile, TimePoint now);
 
+    /// Whoever minds it has slept that long: its answers are due so much later.
+    void Postpone(Clock::duration time);
+
     /// One more message has come: false if there have been more than any engine needs to send.
     bool Count(TimePoint now);
     /// One more line; false if it is one too many.

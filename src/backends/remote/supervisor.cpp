@@ -21,6 +21,9 @@ constexpr std::chrono::seconds kIdleEndsWithin{60};
 /// For the process of an engine that has been killed to go; its line is told then.
 constexpr std::chrono::seconds kLastWord{1};
 
+/// The supervisor's thread sleeps longer than it wants only if others cannot have run either.
+constexpr std::chrono::milliseconds kAsleep{500};
+
 /// At most so many messages of one engine before the others are listened to.
 constexpr int kOneTurn = 64;
 
@@ -164,7 +167,7 @@ void Supervisor::Wake() {
 
 void Supervisor::Run() {
     while (true) {
-        Listen();
+        const auto late = Listen();
         std::vector<std::shared_ptr<RemoteFrames>> toTell;
         bool wantsEngine = false;
         {
@@ -172,6 +175,9 @@ void Supervisor::Run() {
             if (m_quit)
                 break;
             const TimePoint now = Clock::now();
+            if (late > kAsleep) // stopped like all the others, or on a machine that stood
+                for (EngineLink* link : Links())
+                    link->Postpone(late);
             for (EngineLink* link : Links())
                 Drain(*link, now);
             Reap(now);
@@ -197,7 +203,7 @@ void Supervisor::Run() {
     }
 }
 
-void Supervisor::Listen() {
+Clock::duration Supervisor::Listen() {
     std::vector<pollfd> watched{{m_wake.Get(), POLLIN, 0}};
     std::optional<TimePoint> deadline;
     {
@@ -216,6 +222,7 @@ void Supervisor::Listen() {
     poll(watched.data(), watched.size(), timeout);
     eventfd_t woken = 0;
     eventfd_read(m_wake.Get(), &woken);
+    return deadline ? std::max(Clock::now() - *deadline, Clock::duration::zero()) : Clock::duration::zero();
 }
 
 std::vector<EngineLink*> Supervisor::Links() const {

@@ -58,7 +58,8 @@ private:
 
     // The supervisor's thread.
     void Run();
-    void Listen();
+    /// Waits for something to do. How much too late it has been woken, 0 for in time.
+    Clock::duration Listen();
     void Wake();
     /// Under the lock, as all below.
     void Tend(TimePoint now);
