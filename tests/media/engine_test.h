@@ -48,6 +48,7 @@ protected:
         m_media.reset();
     }
 
+    MediaEngine& Media() { return *m_media; }
     PlayerEngine& Preview() { return *m_players[0]; }
     PlayerEngine& Stage() { return *m_players[1]; }
     PlayerEngine& Sound() { return *m_players[2]; }

@@ -18,11 +18,7 @@ namespace kirolane::tests {
 
 namespace {
 
-std::unique_ptr<MediaEngine> MakeRemote(const mpv::MpvOptions& options) {
-    auto media = std::make_unique<remote::RemoteMedia>(remote::RemoteOptions{options, KIROLANE_ENGINE});
-    media->Prepare();
-    return media;
-}
+const remote::RemoteOptions kOptions{{.audioOutput = "null"}, KIROLANE_ENGINE};
 
 /// The engines that this process has started and that have not ended.
 std::vector<pid_t> Engines() {
@@ -57,7 +53,9 @@ const std::string kClip = ClipPath("clip.mp4");
 
 class EnginesTest : public EngineTest {
 protected:
-    EnginesTest() : EngineTest(MakeRemote(WithRoles({.audioOutput = "null"}))) {
+    EnginesTest() {
+        MakePlayers<remote::RemoteMedia>(kOptions);
+        Media().Prepare();
         Preview().Frames()->SetSize(160, 90);
         Stage().Frames()->SetSize(320, 180);
         EXPECT_TRUE(WaitUntil([] { return Engines().size() == 3; })) << "movie, sound and a spare";
@@ -71,7 +69,7 @@ protected:
     bool GoesOnIn(pid_t before) {
         return WaitUntil([&] {
             EXPECT_TRUE(Stage().Frames()->HasFrame() && Stage().Frames()->HasPicture());
-            EXPECT_GT(Grey(Stage()).value_or(0), 1) << "never black";
+            EXPECT_GT(Grey(Stage()), 1) << "never black";
             const pid_t now = EngineOf(kClip);
             return now != 0 && now != before;
         });
@@ -93,10 +91,8 @@ TEST_P(EnginesEnd, AndTheMovieGoesOnAtItsPlaceWithAllThatIsWantedOfIt) {
     ASSERT_TRUE(Sound().Load(ClipPath("clip.wav")));
     Order(Sound(), {.running = true, .seekTo = 0.0});
     ASSERT_TRUE(LoadTwins(kClip));
-    const EngineOrder orders[] = {
-        {&Preview(), {.running = act.running, .seekTo = 1.0 + act.apart, .rate = 0.75, .volume = 0}},
-        {&Stage(), {.running = act.running, .seekTo = 1.0, .rate = 0.75, .volume = 100}}};
-    Media().Apply(orders);
+    Order({{&Preview(), {.running = act.running, .seekTo = 1.0 + act.apart, .rate = 0.75, .volume = 0}},
+           {&Stage(), {.running = act.running, .seekTo = 1.0, .rate = 0.75, .volume = 100}}});
     ASSERT_TRUE(Shows(Stage(), 1.1));
     if (act.hidden)
         Preview().Frames()->SetSize(0, 0);
@@ -171,7 +167,7 @@ TEST_F(EnginesTest, AFileThatEndsItsEngineTwiceIsAtItsEndAndTheNextPlays) {
     }
     EXPECT_TRUE(WaitUntil([&] { return Stage().AtEnd() && Preview().AtEnd(); }));
     EXPECT_EQ(Stage().Position(), Stage().Duration());
-    EXPECT_GT(Grey(Stage()).value_or(0), 1) << "the last picture stays";
+    EXPECT_GT(Grey(Stage()), 1) << "the last picture stays";
     PlayTwins(ClipPath("short.mp4"));
     EXPECT_TRUE(Reaches(Stage(), 0.3));
     EXPECT_EQ(lines.Lines().size(), 2U);
@@ -238,7 +234,10 @@ TEST_F(EnginesTest, NoEngineOutlivesTheProgram) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     EXPECT_EQ(StatusOfChild([&ends] {
-                  const auto media = MakeRemote(WithRoles({.audioOutput = "null"}));
+                  remote::RemoteOptions options = kOptions;
+                  options.roles = {{"stage", wire::Role::Stage, ""}, {"sound", wire::Role::Sound, ""}};
+                  remote::RemoteMedia media(options);
+                  media.Prepare();
                   std::vector<pid_t> engines;
                   while (engines.size() < 3)
                       engines = Engines();

@@ -31,10 +31,9 @@ private:
 INSTANTIATE_TEST_SUITE_P(Mpv, PlayerSuite, ::testing::Values([]() -> std::unique_ptr<PlayerHarness> {
                              return std::make_unique<MpvHarness<mpv::MpvMedia, mpv::MpvOptions>>(kOptions);
                          }));
-INSTANTIATE_TEST_SUITE_P(
-    Remote, PlayerSuite, ::testing::Values([]() -> std::unique_ptr<PlayerHarness> {
-        return std::make_unique<MpvHarness<remote::RemoteMedia, remote::RemoteOptions>>(
-            remote::RemoteOptions{kOptions, KIROLANE_ENGINE});
-    }));
+INSTANTIATE_TEST_SUITE_P(Remote, PlayerSuite, ::testing::Values([]() -> std::unique_ptr<PlayerHarness> {
+                             return std::make_unique<MpvHarness<remote::RemoteMedia, remote::RemoteOptions>>(
+                                 remote::RemoteOptions{kOptions, KIROLANE_ENGINE});
+                         }));
 
 } // namespace kirolane::tests
