@@ -358,8 +358,8 @@ void Supervisor::End(EngineLink& link, const std::string& why, TimePoint now) {
     Group* group = GroupOf(link);
     std::unique_ptr<EngineLink> ended = std::move(group != nullptr ? group->link : m_spare);
     std::string line;
-    if (group != nullptr && group->HoldsFile()) {
-        line = TakeLoss(*group, ended->Assigned() ? &ended->Board() : nullptr, now);
+    if (ended->Assigned() && group->HoldsFile()) {
+        line = TakeLoss(*group, ended->Board(), now);
     } else {
         line = "engine: ended without a file";
         CountIdleEnd(now);
@@ -370,20 +370,22 @@ void Supervisor::End(EngineLink& link, const std::string& why, TimePoint now) {
     m_wait->Ring();
 }
 
-std::string Supervisor::TakeLoss(Group& group, const wire::Board* board, TimePoint now) {
+std::string Supervisor::TakeLoss(Group& group, const wire::Board& board, TimePoint now) {
     std::string path;
     bool opening = false;
     for (unsigned i = 0; i < group.seats.size(); ++i) {
         Seat& seat = *group.seats[i];
-        seat.Stand(board, i, now);
-        if (seat.loading == Seat::Loading::Begun) {
+        seat.Stand(&board, i, now);
+        const bool sent = seat.loading == Seat::Loading::Sent;
+        if (seat.loading == Seat::Loading::Begun || (sent && seat.lost)) {
             opening = true;
             path = seat.coming->File().path;
             seat.loading = Seat::Loading::Answered;
             seat.answer = 0.0;
             m_refused = path;
-        } else if (seat.loading == Seat::Loading::Sent) {
-            seat.loading = Seat::Loading::Wanted; // it is not the cause
+        } else if (sent) {
+            seat.loading = Seat::Loading::Wanted; // the first time it is not the cause
+            seat.lost = true;
         } else if (path.empty() && seat.medium != nullptr) {
             path = seat.medium->File().path;
         }

@@ -74,7 +74,7 @@ private:
     /// It is of no use any more; `why` is "" if it has ended by itself.
     void End(EngineLink& link, const std::string& why, TimePoint now);
     /// What its players had goes on, or not. The line to be told.
-    std::string TakeLoss(Group& group, const wire::Board* board, TimePoint now);
+    std::string TakeLoss(Group& group, const wire::Board& board, TimePoint now);
     void CountIdleEnd(TimePoint now);
     void Bury(EngineProcess process, std::string line, TimePoint now);
     void Reap(TimePoint now);
