@@ -111,7 +111,9 @@ bool Supervisor::Load(const Place& place, const std::string& nativePath) {
         return true;
     }
     lock.unlock();
-    return Fail(place, nativePath, told ? "" : noEngine ? "there is no engine to play it" : kNoAnswer);
+    if (told)
+        return false; // the engine has emptied the player, or has gone
+    return Fail(place, nativePath, noEngine ? "there is no engine to play it" : kNoAnswer);
 }
 
 bool Supervisor::Fail(const Place& place, const std::string& path, const std::string& cause) {
