@@ -27,6 +27,8 @@ constexpr std::chrono::milliseconds kAsleep{500};
 /// At most so many messages of one engine before the others are listened to.
 constexpr int kOneTurn = 64;
 
+const std::string kIdleEnd = "engine: ended without a file";
+
 constexpr double kLongestFile = 1e7; ///< seconds
 
 std::string Printable(std::string text) {
@@ -361,7 +363,7 @@ void Supervisor::End(EngineLink& link, const std::string& why, TimePoint now) {
     if (ended->Assigned() && group->HoldsFile()) {
         line = TakeLoss(*group, ended->Board(), now);
     } else {
-        line = "engine: ended without a file";
+        line = kIdleEnd;
         CountIdleEnd(now);
     }
     if (!why.empty())
@@ -377,7 +379,8 @@ std::string Supervisor::TakeLoss(Group& group, const wire::Board& board, TimePoi
         Seat& seat = *group.seats[i];
         seat.Stand(&board, i, now);
         const bool sent = seat.loading == Seat::Loading::Sent;
-        if (seat.loading == Seat::Loading::Begun || (sent && seat.lost)) {
+        if (seat.loading == Seat::Loading::Begun || seat.loading == Seat::Loading::Answered ||
+            (sent && seat.lost)) {
             opening = true;
             path = seat.coming->File().path;
             seat.loading = Seat::Loading::Answered;
@@ -390,8 +393,15 @@ std::string Supervisor::TakeLoss(Group& group, const wire::Board& board, TimePoi
             path = seat.medium->File().path;
         }
     }
-    if (opening)
+    if (opening) {
+        for (const auto& seat : group.seats) // the twin's, of this very handler
+            seat->ended = seat->ended || (seat->medium != nullptr && seat->medium->File().path == path);
         return path + ": ended the engine that opened it";
+    }
+    if (path.empty()) {
+        CountIdleEnd(now);
+        return kIdleEnd;
+    }
     const bool twice = path == group.endedWith && now - group.endedAt < kTwiceWithin;
     group.endedWith = path;
     group.endedAt = now;
