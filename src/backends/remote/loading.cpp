@@ -80,7 +80,7 @@ bool Supervisor::Load(const Place& place, const std::string& nativePath) {
     lock.lock();
     seat.loading = Seat::Loading::Wanted;
     seat.coming = medium;
-    seat.lost = false;
+    seat.lost = 0;
     seat.deadline = *m_loadDeadline;
     ++seat.number;
     const TimePoint now = Clock::now();

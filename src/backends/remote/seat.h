@@ -36,7 +36,7 @@ struct Seat {
     std::uint32_t number = 0; ///< of the load under way, or of the last one
     std::shared_ptr<const wire::Medium> coming;
     TimePoint deadline;   ///< of that load
-    bool lost = false;    ///< an engine has ended before it began with it
+    int lost = 0;         ///< engines that have ended before they began with it
     double answer = 0.0;  ///< its duration; 0 for a failure, which has been told
     bool returns = false; ///< a new engine is to hold its file again, and has not answered yet
 

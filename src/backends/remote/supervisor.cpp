@@ -15,6 +15,9 @@ namespace {
 /// A file that ends a second engine within this time of the first is taken for the cause of both.
 constexpr std::chrono::seconds kTwiceWithin{10};
 
+/// The spare may hang as well, by the same cause.
+constexpr int kMostLost = 2;
+
 constexpr std::size_t kMostIdleEnds = 5;
 constexpr std::chrono::seconds kIdleEndsWithin{60};
 
@@ -380,15 +383,15 @@ std::string Supervisor::TakeLoss(Group& group, const wire::Board& board, TimePoi
         seat.Stand(&board, i, now);
         const bool sent = seat.loading == Seat::Loading::Sent;
         if (seat.loading == Seat::Loading::Begun || seat.loading == Seat::Loading::Answered ||
-            (sent && seat.lost)) {
+            (sent && seat.lost == kMostLost)) {
             opening = true;
             path = seat.coming->File().path;
             seat.loading = Seat::Loading::Answered;
             seat.answer = 0.0;
             m_refused = path;
         } else if (sent) {
-            seat.loading = Seat::Loading::Wanted; // the first time it is not the cause
-            seat.lost = true;
+            seat.loading = Seat::Loading::Wanted; // at first it is not the cause
+            ++seat.lost;
         } else if (path.empty() && seat.medium != nullptr) {
             path = seat.medium->File().path;
         }
