@@ -93,6 +93,17 @@ class Show:
     def click(self, x, y, times=1):
         self.screen.click(x, y, times)
 
+    def engine_of(self, file):
+        """The process of the program's engine that holds that file; None for none."""
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if process.joinpath("stat").read_text().split()[3] == str(self.program.process.pid) and any(
+                        os.readlink(entry) == str(file) for entry in process.joinpath("fd").iterdir()):
+                    return int(process.name)
+            except OSError:
+                pass  # it has just ended
+        return None
+
     # Controls
 
     def control(self, name, window=CONSOLE):

@@ -1,7 +1,6 @@
 """An engine that ends in the middle of a show."""
 
 import os
-import pathlib
 import signal
 
 from case import CLIP_NAMES, MONITOR, Case, unittest
@@ -9,22 +8,10 @@ from desk.clips import FRAMES_PER_SECOND
 from desk.show import RIGHT
 
 
-def engine_of(show, file):
-    """The process of the engine that holds that file; None for none."""
-    for process in pathlib.Path("/proc").glob("[0-9]*"):
-        try:
-            if process.joinpath("stat").read_text().split()[3] == str(show.program.process.pid) and any(
-                    os.readlink(entry) == str(file) for entry in process.joinpath("fd").iterdir()):
-                return int(process.name)
-        except OSError:
-            pass  # it has just ended
-    return None
-
-
 class Engines(Case):
     def end_engine(self, show, clip, before, sent):
         """And what the audience sees from then on, from that frame up to the clip's next second."""
-        engine = engine_of(show, self.desk.media / CLIP_NAMES[clip - 1])
+        engine = show.engine_of(self.desk.media / CLIP_NAMES[clip - 1])
         seen_between = set()
         os.kill(engine, sent)
 
@@ -38,7 +25,7 @@ class Engines(Case):
         show.until(goes_on, "the movie going on")
         self.assertLessEqual(seen_between, {clip, None}, "something else than the clip was seen")
         show.until_text("PlayModeLabel", "再生中")
-        self.assertNotEqual(engine_of(show, self.desk.media / CLIP_NAMES[clip - 1]), engine)
+        self.assertNotEqual(show.engine_of(self.desk.media / CLIP_NAMES[clip - 1]), engine)
 
     def test_their_end_costs_a_moment_of_a_standing_picture(self):
         kills = int(os.environ.get("KIROLANE_KILLS", 3))

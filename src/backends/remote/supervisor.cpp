@@ -401,10 +401,8 @@ std::string Supervisor::TakeLoss(Group& group, const wire::Board& board, TimePoi
             seat->ended = seat->ended || (seat->medium != nullptr && seat->medium->File().path == path);
         return path + ": ended the engine that opened it";
     }
-    if (path.empty()) {
-        CountIdleEnd(now);
-        return kIdleEnd;
-    }
+    if (path.empty())
+        return kIdleEnd; // it had not begun with any
     const bool twice = path == group.endedWith && now - group.endedAt < kTwiceWithin;
     group.endedWith = path;
     group.endedAt = now;
