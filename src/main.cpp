@@ -1,5 +1,6 @@
 // Picks the back ends, starts the logic and runs the event loop.
 
+#include "backends/posix/command_line.h"
 #include "backends/posix/posix_filesystem.h"
 #include "backends/posix/posix_folders.h"
 #include "backends/posix/quit_signals.h"
@@ -10,6 +11,7 @@
 #include "contract/core/runtime.h"
 #include "logic/shell/start.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -34,11 +36,28 @@ kirolane::remote::RemoteOptions Players() {
     std::quick_exit(status);
 }
 
+/// What the command line asks for; the process ends here where that is no start.
+std::string DocumentAskedFor(int argc, char** argv) {
+    constexpr int kUsage = 2;
+    const auto asked = kirolane::posix::ReadCommandLine(argc, argv);
+    if (!asked.fault.empty())
+        kirolane::WriteErrorLine(asked.fault);
+    if (asked.refused)
+        End(kUsage);
+    if (!asked.answer.empty()) {
+        std::fputs(asked.answer.c_str(), stdout);
+        std::fflush(stdout);
+        End(EXIT_SUCCESS);
+    }
+    return asked.path;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     using namespace kirolane;
     posix::SecureStandardStreams();
+    const std::string document = DocumentAskedFor(argc, argv);
     qt::QtWindows windows(argc, argv);
     posix::PosixFileSystem files(posix::HomeFolder(), posix::ExecutableFolder());
     if (const std::string failure = files.Prepare(); !failure.empty()) {
@@ -52,9 +71,15 @@ int main(int argc, char** argv) {
 
     std::unique_ptr<App> app;
     std::string failure;
-    if (!runtime.Start([&app] { app = StartKirolane(); }, failure)) {
+    const auto start = [&app, &document] {
+        app = StartKirolane();
+        if (!document.empty())
+            host::OpenDocument(document);
+    };
+    if (!runtime.Start(start, failure)) {
         windows.ShowStartFailure(failure);
         End(EXIT_FAILURE);
     }
+    WriteLine("settings: " + SettingsFile());
     End(runtime.Run());
 }

@@ -8,11 +8,6 @@ namespace kirolane {
 
 namespace {
 
-std::string ParentOf(const std::string& nativePath) {
-    const auto slash = nativePath.rfind('/');
-    return slash == 0 || slash == std::string::npos ? "/" : nativePath.substr(0, slash);
-}
-
 std::string Join(const std::string& folder, std::string_view name) {
     std::string path = folder == "/" ? "" : folder;
     path += '/';
@@ -27,7 +22,7 @@ std::string ResolveFolderPath(const std::string& path, const std::string& applic
     if (path.empty())
         return applicationFolder;
     std::string native = ToNativePath(path, applicationFolder);
-    if (!native.empty() && isFolder(path.back() == ':' ? native : ParentOf(native)))
+    if (!native.empty() && isFolder(path.back() == ':' ? native : SplitNativePath(native).first))
         return native;
     cause = "no such folder";
     return {};

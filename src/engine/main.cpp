@@ -1,6 +1,6 @@
 // An engine: plays what the program with the windows gives it, and dies with it. docs/processes.md says how.
 
-#include "contract/backend/host.h"
+#include "contract/messages.h"
 #include "engine/service.h"
 #include "wire/channel.h"
 

@@ -197,6 +197,9 @@ TEST_F(FolderReadingTest, WithoutPermissionNothingOpensAndNothingIsLost) {
                   (Names{"kirolane: " + Denied("closed.mov"), "kirolane: " + Denied("closed")}));
         posix::PosixFileSystem files(Folder().Path("locked"), Folder().Path());
         EXPECT_EQ(files.Prepare(), Denied("locked/Library"));
+        std::string cause;
+        EXPECT_FALSE(files.IsReadableFolder(Folder().Path("closed"), cause));
+        EXPECT_TRUE(files.IsReadableFolder(Folder().Path("locked"), cause));
     });
     EXPECT_FALSE(std::filesystem::exists(Folder().Path("locked/folder")));
     EXPECT_EQ(Folder().Read("closed.mov"), ::geteuid() == 0 ? "old" : "");

@@ -1,5 +1,7 @@
 // What becomes of the terminal, and of whoever reads standard error, leaves the process as it is.
 
+#include "backends/posix/command_line.h"
+#include "backends/posix/posix_folders.h"
 #include "backends/posix/quit_signals.h"
 #include "backends/posix/standard_streams.h"
 #include "contract/backend/host.h"
@@ -7,6 +9,8 @@
 
 #include <csignal>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -49,6 +53,26 @@ TEST(ProcessTest, WhereverStandardErrorLeadsItNeitherEndsNorHoldsTheProcess) {
     }
     EXPECT_EQ(StatusAfterLines(9, [] { ::dup2(::open("/dev/full", O_WRONLY), STDERR_FILENO); }), 7);
     EXPECT_EQ(StatusAfterLines(9, [] { ::close_range(0, 2, 0); }), 7) << "none at all";
+}
+
+TEST(ProcessTest, TheCommandLineNamesOneFileOrFolderOrIsRefused) {
+    const auto read = [](std::vector<const char*> arguments) {
+        arguments.insert(arguments.begin(), "kirolane");
+        return posix::ReadCommandLine(static_cast<int>(arguments.size()), arguments.data());
+    };
+    const std::string here = posix::AbsolutePath(".");
+    EXPECT_EQ(read({}).path, "");
+    EXPECT_EQ(read({"-session", "a", "./x//y/."}).path, here + "/x/y");
+    EXPECT_EQ(read({"--", "--help"}).path, here + "/--help");
+    EXPECT_EQ(read({"/a", ""}).path, "/a");
+    EXPECT_EQ(read({"/", "b"}).path, "/");
+    EXPECT_NE(read({"/", "b"}).fault, "") << "of two the first counts, with a line";
+    EXPECT_EQ(read({"a", "--version"}).answer, "Kirolane " KIROLANE_VERSION "\n");
+    for (const char* unknown : {"-h", "--hel", "-", "-platform"}) {
+        const auto asked = read({"a", unknown, "--help"});
+        EXPECT_TRUE(asked.refused && asked.answer.empty()) << unknown;
+        EXPECT_NE(asked.fault.find(unknown), std::string::npos);
+    }
 }
 
 TEST(ProcessTest, TheEndOfTheSessionWaitsForNoProgramThatHangs) {

@@ -1,5 +1,6 @@
 #include "logic_test.h"
 
+#include "contract/backend/host.h"
 #include "contract/core/colon_path.h"
 #include "logic/settings/setting_lines.h"
 
@@ -42,15 +43,20 @@ void LogicTest::WriteSettings(const Lines& changed) {
     static_cast<void>(Folder().Write(kSettings, text));
 }
 
-std::string LogicTest::Launch() {
+std::string LogicTest::Launch(const std::string& document) {
     std::string failure;
-    const bool started = TheRuntime().Start([this] { m_app = StartKirolane(); }, failure);
+    const auto start = [&] {
+        m_app = StartKirolane();
+        if (!document.empty())
+            host::OpenDocument(document);
+    };
+    const bool started = TheRuntime().Start(start, failure);
     EXPECT_EQ(started, failure.empty());
     return failure;
 }
 
-void LogicTest::Start() {
-    EXPECT_EQ(Launch(), "");
+void LogicTest::Start(const std::string& document) {
+    EXPECT_EQ(Launch(document), "");
     Settle();
 }
 

@@ -36,12 +36,12 @@ protected:
     /// The settings file as it lies on disc, "" if it is not there.
     [[nodiscard]] std::string SettingsText() const { return Folder().Read(kSettings); }
 
-    /// Starts the program and lets its first scans end.
-    void Start();
+    /// Starts the program, with a native path or none, and lets its first scans end.
+    void Start(const std::string& document = "");
     /// The same, with a folder of such files in both lists, and other lines changed.
     void StartWithFiles(std::initializer_list<std::string> names, Lines lines = {});
     /// Starts it and waits for nothing; why it did not start, "" if it did.
-    std::string Launch();
+    std::string Launch(const std::string& document = "");
     /// Ends the program and readies for another start.
     void End();
     void SetScreens(int count, int height = 1200);

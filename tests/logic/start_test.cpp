@@ -6,6 +6,8 @@
 #include <chrono>
 #include <functional>
 
+#include <sys/stat.h>
+
 namespace kirolane::tests {
 
 class StartTest : public LogicTest {};
@@ -54,6 +56,31 @@ TEST_F(StartTest, LinesChooseFirstScansColourAndFolders) {
         EXPECT_EQ(Console().HasBackColor(), flat);
         EXPECT_EQ(Console().BackColor(), flat ? kFlat : kWhite);
         EXPECT_EQ(SettingsText(), before);
+        End();
+    }
+}
+
+TEST_F(StartTest, WhatItIsGivenAndCannotListCostsOneLineAndAFolderIsListed) {
+    WriteSettings({{22, MakeFiles("first", {"a"})}});
+    MakeFiles("given", {"b", "c"});
+    ASSERT_EQ(::mkfifo(Folder().Path("given/d.mov").c_str(), 0600), 0);
+    const std::string text = Folder().Write("given/e.txt", "");
+    Files().Answers().Close("/dead/");
+    const std::tuple<std::string, std::string, std::int32_t> cases[] = {
+        {Folder().Path("given"), "", 99},
+        {text, "no list shows files of its kind", 99},
+        {Folder().Path("gone"), "No such file or directory", 1},
+        {Folder().Path("given/d.mov"), "Is a FIFO", 1},
+        {"/dead/given", "does not answer in time", 1}};
+    for (const auto& [path, cause, pressed] : cases) {
+        CapturedStderr captured;
+        Start(path);
+        EXPECT_EQ(Console().FoldNumber, pressed) << path;
+        EXPECT_EQ(Console().File_Count, pressed == 1 ? 1 : 3) << path;
+        std::vector<std::string> lines;
+        if (!cause.empty())
+            lines = {"kirolane: " + path + ": " + cause};
+        EXPECT_EQ(captured.Lines(), lines);
         End();
     }
 }

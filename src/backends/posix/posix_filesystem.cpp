@@ -169,4 +169,11 @@ bool PosixFileSystem::IsReadableFile(const std::string& path, std::string& cause
     return OpenRegular(path, O_RDONLY, cause).IsOpen();
 }
 
+bool PosixFileSystem::IsReadableFolder(const std::string& path, std::string& cause) const {
+    const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const bool reached = folder.IsOpen() && ::faccessat(folder.Get(), ".", X_OK, AT_EACCESS) == 0;
+    cause = reached ? "" : Cause(errno);
+    return reached;
+}
+
 } // namespace kirolane::posix

@@ -23,6 +23,7 @@ public:
     bool ReadText(const std::string& path, std::string& content, std::string& cause) const override;
     std::unique_ptr<TextSink> OpenForWriting(const std::string& path, std::string& cause) override;
     [[nodiscard]] bool IsReadableFile(const std::string& path, std::string& cause) const override;
+    [[nodiscard]] bool IsReadableFolder(const std::string& path, std::string& cause) const override;
 
 private:
     [[nodiscard]] std::string InHome(const std::string& name) const;

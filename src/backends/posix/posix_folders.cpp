@@ -12,17 +12,21 @@ namespace kirolane::posix {
 
 namespace {
 
-/// Colon paths hold neither "." nor "..": what they lead to is asked of the system. Other paths stay as they
-/// are, links included.
+/// Colon paths hold neither "." nor "..": what ".." leads to is asked of the system. Other paths stay as they
+/// are, links included. Without a "/" at the end, but for "/" itself.
 std::string WithoutDots(const std::string& path) {
-    const std::filesystem::path given(path);
-    const bool dots = std::any_of(given.begin(), given.end(),
-                                  [](const auto& element) { return element == "." || element == ".."; });
-    if (!dots)
-        return path;
+    std::filesystem::path given;
+    for (const auto& element : std::filesystem::path(path))
+        if (element != "." && !element.empty())
+            given /= element;
+    if (std::find(given.begin(), given.end(), "..") == given.end())
+        return given.native();
     std::error_code error;
     const auto real = std::filesystem::weakly_canonical(given, error);
-    return (error ? given.lexically_normal() : real).native();
+    std::string plain = (error ? given.lexically_normal() : real).native();
+    if (plain.size() > 1 && plain.back() == '/')
+        plain.pop_back();
+    return plain;
 }
 
 } // namespace
@@ -34,9 +38,12 @@ std::string HomeFolder() {
     else if (const passwd* user = ::getpwuid(::getuid()); user != nullptr && user->pw_dir != nullptr)
         home = user->pw_dir;
     home = WithoutDots(home);
-    while (!home.empty() && home.back() == '/')
-        home.pop_back();
     return home.empty() ? "/" : home;
+}
+
+std::string AbsolutePath(const std::string& given) {
+    std::error_code error;
+    return WithoutDots((std::filesystem::current_path(error) / given).native());
 }
 
 std::string ExecutableFolder() {

@@ -8,6 +8,9 @@ namespace kirolane::posix {
 /// has none. Without a trailing "/".
 std::string HomeFolder();
 
+/// A path as it was given on the command line, without ".", ".." and a "/" at its end.
+std::string AbsolutePath(const std::string& given);
+
 /// The folder in which the running program's file lies.
 std::string ExecutableFolder();
 

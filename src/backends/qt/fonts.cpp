@@ -36,7 +36,18 @@ constexpr Face kFaces[] = {
     {"ヒラギノ丸ゴ Pro W4", "Hiragino Maru Gothic ProN|Motoya L Maru|Rounded Mplus 1c|URW Gothic|IPAPGothic"},
 };
 
+QStringList FamiliesOf(const Face& face) {
+    return QString::fromUtf8(face.families).split(QLatin1Char('|'));
+}
+
 } // namespace
+
+QString AbsentFace() {
+    const QStringList families = FamiliesOf(kFaces[0]);
+    const bool found = std::any_of(families.begin(), families.end(),
+                                   [](const QString& family) { return QFontDatabase::hasFamily(family); });
+    return found ? QString() : families.first();
+}
 
 QFont SystemFont() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
@@ -48,7 +59,7 @@ QFont FontOf(const ControlDesign& design) {
     QFont font = SystemFont();
     for (const Face& face : kFaces)
         if (Equals(design.textFont, face.design))
-            font.setFamilies(QString::fromUtf8(face.families).split(QLatin1Char('|')));
+            font.setFamilies(FamiliesOf(face));
     font.setBold(design.bold);
     if (design.textSize > 0) {
         font.setPixelSize(std::max(design.textSize, kSmallestSize));

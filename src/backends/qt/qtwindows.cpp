@@ -73,11 +73,15 @@ QtWindows::QtWindows(int& argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("kirolane"));
     QApplication::setApplicationDisplayName(QString());
+    QGuiApplication::setDesktopFileName(QStringLiteral("kirolane")); // the entry that the icon comes from
     auto look = std::make_unique<Look>();
     QApplication::setStyle(look.release()); // the application's from now on
     QApplication::setPalette(Look::Palette());
     QApplication::setFont(SystemFont());
     QToolTip::setFont(SystemFont());
+    if (const QString face = AbsentFace(); !face.isEmpty())
+        WriteErrorLine("start: the type face " + face.toStdString() +
+                       " is not installed; small texts may be cut off or missing");
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
     m_words = std::make_unique<Words>();
     QCoreApplication::installTranslator(m_words.get());

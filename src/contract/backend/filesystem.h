@@ -46,6 +46,8 @@ public:
     virtual std::unique_ptr<TextSink> OpenForWriting(const std::string& path, std::string& cause) = 0;
     /// True for a regular file that may be read; never waits, a FIFO included.
     [[nodiscard]] virtual bool IsReadableFile(const std::string& path, std::string& cause) const = 0;
+    /// True for a folder whose items may be listed and reached.
+    [[nodiscard]] virtual bool IsReadableFolder(const std::string& path, std::string& cause) const = 0;
 };
 
 } // namespace kirolane

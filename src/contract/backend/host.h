@@ -1,21 +1,15 @@
 #pragma once
 
-#include <functional>
+#include "contract/messages.h"
+
 #include <memory>
 #include <string>
-#include <string_view>
 
 /// What the back ends ask of what stands above them. Main thread, unless said otherwise.
 
 namespace kirolane {
 
 class Window;
-
-/// One line on standard error: "kirolane: " and the text, whose line breaks become blanks. Any thread.
-void WriteErrorLine(std::string_view text);
-/// Such lines go there instead, as texts, from now on: an engine's go to whoever runs it. Before the first
-/// other thread.
-void SendErrorLinesTo(std::function<void(std::string_view)> writer);
 
 namespace host {
 
@@ -33,6 +27,11 @@ bool RunIdleSlice();
 /// seen the console comes, so that nobody is left without keys. Waits for the end of a folder chooser that
 /// is up.
 void ReportScreensChanged();
+
+/// Hands the application what the program was started with (Application::Event_OpenDocument), an absolute
+/// path. What can be neither listed nor read, or does not answer within a second, costs one line. Within the
+/// start, once the first window is made.
+void OpenDocument(const std::string& nativePath);
 
 /// The console; null before it is made.
 [[nodiscard]] std::shared_ptr<Window> Console();

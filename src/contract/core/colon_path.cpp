@@ -26,6 +26,13 @@ std::string SwapSeparators(std::string_view name) {
     return swapped;
 }
 
+std::pair<std::string, std::string> SplitNativePath(const std::string& nativePath) {
+    const auto slash = nativePath.rfind('/');
+    if (slash == std::string::npos)
+        return {"/", nativePath};
+    return {slash == 0 ? "/" : nativePath.substr(0, slash), nativePath.substr(slash + 1)};
+}
+
 bool IsNoName(std::string_view name) {
     return name == "." || name == ".." || name.find('\0') != std::string_view::npos;
 }

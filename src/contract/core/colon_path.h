@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// The two forms of a path. Colon form: "Root" for the volume of "/", names joined by ":", a folder's path
 /// ending in ":". ":" within a name and "/" change places, as neither form can hold its own separator.
@@ -9,6 +10,9 @@ namespace kirolane {
 
 /// A name between the two forms; its own inverse.
 std::string SwapSeparators(std::string_view name);
+
+/// The folder and the name of what lies at an absolute native path without a "/" at its end.
+std::pair<std::string, std::string> SplitNativePath(const std::string& nativePath);
 
 /// True for "." and "..", which the system takes for other things than names, and for a name with a NUL, at
 /// which it would stop reading.

@@ -1,9 +1,6 @@
 #include "contract/core/failures.h"
 
-#include "contract/backend/host.h"
-
-#include <algorithm>
-#include <cstdio>
+#include "contract/messages.h"
 
 namespace kirolane {
 
@@ -24,27 +21,6 @@ void Failures::SayOnce(std::string text) {
         return;
     WriteErrorLine(text);
     m_saidOnce = std::move(text);
-}
-
-namespace {
-std::function<void(std::string_view)> lineWriter;
-}
-
-void SendErrorLinesTo(std::function<void(std::string_view)> writer) {
-    lineWriter = std::move(writer);
-}
-
-void WriteErrorLine(std::string_view text) {
-    if (lineWriter) {
-        lineWriter(text);
-        return;
-    }
-    std::string line = "kirolane: ";
-    line += text;
-    std::replace(line.begin(), line.end(), '\n', ' '); // a name with a line break still makes one line
-    line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    std::fflush(stderr);
 }
 
 } // namespace kirolane

@@ -1,6 +1,7 @@
 #include "contract/core/lookout.h"
 
-#include "contract/backend/host.h"
+#include "contract/core/colon_path.h"
+#include "contract/messages.h"
 
 #include <algorithm>
 #include <future>
@@ -80,6 +81,26 @@ bool Lookout::IsReadableFile(const std::string& nativePath, std::string& cause) 
         m_forFiles);
     cause = found ? found->second : "does not answer in time";
     return found && found->first;
+}
+
+FileKind Lookout::Readable(const std::string& nativePath, std::string& cause) {
+    using Found = std::pair<FileKind, std::string>;
+    const auto found = Ask<Found>(
+        nativePath,
+        [nativePath, files = &m_files] {
+            Found answer(files->Kind(nativePath), "");
+            const bool readable =
+                answer.first == FileKind::Folder
+                    ? files->IsReadableFolder(nativePath, answer.second)
+                    : files->IsReadableFile(nativePath, answer.second) &&
+                          files->IsReadableFolder(SplitNativePath(nativePath).first, answer.second);
+            if (!readable)
+                answer.first = FileKind::Missing;
+            return answer;
+        },
+        m_forFolders);
+    cause = found ? found->second : "does not answer in time";
+    return found ? found->first : FileKind::Missing;
 }
 
 bool Lookout::Answers(const std::string& nativePath) {

@@ -26,6 +26,9 @@ public:
     [[nodiscard]] bool IsFolder(const std::string& nativePath);
     /// False, with a cause, for what does not answer in time.
     [[nodiscard]] bool IsReadableFile(const std::string& nativePath, std::string& cause);
+    /// What can be listed there, a folder, or read, a file in a folder that can be listed. Else Missing, with
+    /// a cause, also for what does not answer in a folder's time.
+    [[nodiscard]] FileKind Readable(const std::string& nativePath, std::string& cause);
     /// Whether anything is known of it in time, be it that it is not there.
     [[nodiscard]] bool Answers(const std::string& nativePath);
 

@@ -1,3 +1,5 @@
+#include "contract/messages.h"
+#include "logic/lists/media_types.h"
 #include "logic/settings/setting_lines.h"
 #include "logic/shell/mainform.h"
 
@@ -8,16 +10,20 @@ namespace kirolane {
 
 void Mainform::Fold_Action(std::int32_t number) {
     FoldNumber = number;
+    Document.clear();
     PressFolderButton(number);
     FolderThread()->Kill();
     FolderThread()->Run();
 }
 
-/// The folder chosen on the spot lives in memory, until the next save of the preferences.
 void Mainform::Fold99_Action() {
     Sfolder = SelectFolder();
-    if (Sfolder.IsNil())
-        return;
+    if (!Sfolder.IsNil())
+        ListChosen();
+}
+
+/// The folder chosen on the spot lives in memory, until the next save of the preferences.
+void Mainform::ListChosen() {
     Setting_Data.Set(line::kChosenFolder, Sfolder->AbsolutePath());
     Fold(kChosenNumber)->SetHelpTag(Setting_Data(line::kChosenFolder));
     Fold_Action(kChosenNumber);
@@ -32,6 +38,7 @@ void Mainform::PressFolderButton(std::int32_t number) {
 
 void Mainform::mFold_Action(std::int32_t number) {
     mFoldNumber = number;
+    mDocument.clear();
     mPressFolderButton(number);
     mFolderThread()->Kill();
     mFolderThread()->Run();
@@ -39,8 +46,11 @@ void Mainform::mFold_Action(std::int32_t number) {
 
 void Mainform::mFold99_Action() {
     mSfolder = SelectFolder();
-    if (mSfolder.IsNil())
-        return;
+    if (!mSfolder.IsNil())
+        mListChosen();
+}
+
+void Mainform::mListChosen() {
     Setting_Data.Set(line::kChosenSoundFolder, mSfolder->AbsolutePath());
     mFold(kChosenNumber)->SetHelpTag(Setting_Data(line::kChosenSoundFolder));
     mFold_Action(kChosenNumber);
@@ -50,6 +60,24 @@ void Mainform::mPressFolderButton(std::int32_t number) {
     for (std::int32_t n = 1; n <= kFolders; ++n)
         mFold(n)->SetValue(n == number);
     mFold(kChosenNumber)->SetValue(number == kChosenNumber);
+}
+
+/// As the "?" button does. A file goes by the list that shows its kind, the movies' first.
+void Mainform::ListDocument(const Ref<FolderItem>& chosen, const std::string& name) {
+    TakeNameTails(name);
+    const bool movie = FindByTail(kMovieTypes, MaxText_A, MaxText_B, MaxText_C) != nullptr;
+    if (!movie && FindByTail(kSoundTypes, MaxText_A, MaxText_B, MaxText_C) != nullptr) {
+        mSfolder = chosen;
+        mListChosen();
+        mDocument = name;
+        ListTab()->SetValue(1);
+        return;
+    }
+    Sfolder = chosen;
+    ListChosen();
+    Document = name;
+    if (!movie && !name.empty())
+        WriteErrorLine(chosen->Child(name)->NativePath() + ": no list shows files of its kind");
 }
 
 void Mainform::ListTab_Change() {

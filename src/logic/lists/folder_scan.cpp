@@ -54,6 +54,8 @@ Task Mainform::FolderThread_Run() {
                 f_box.Set(matches - 1, f_all(i));
                 list->AddRow("");
                 list->SetCell(matches - 1, 1, f_box(matches - 1));
+                if (Fold_Flag && f_box(matches - 1) == Document)
+                    list->SetListIndex(matches - 1);
             }
         }
         list->SetScrollBarVertical(true);

@@ -48,6 +48,8 @@ Task Mainform::mFolderThread_Run() {
                 mf_box.Set(matches - 1, mf_all(i));
                 list->AddRow("");
                 list->SetCell(matches - 1, 1, mf_box(matches - 1));
+                if (mFold_Flag && mf_box(matches - 1) == mDocument)
+                    list->SetListIndex(matches - 1);
             }
         }
         list->SetScrollBarVertical(true);

@@ -12,6 +12,11 @@ constexpr const char* kSettingsFolder = "Library:Application Support:Kirolane:Se
 constexpr const char* kSettingsFile = "Library:Application Support:Kirolane:Setting:ES";
 } // namespace
 
+/// Nil where a folder on the way is missing.
+Ref<FolderItem> Mainform::SettingsItem() const {
+    return GetFolderItem(VolumeName + kSettingsFile);
+}
+
 void Mainform::DefaultSettingLoad_Func() {
     const std::string ownFolder = GetFolderItem("")->AbsolutePath();
     for (const SettingLines& lines : kSettingLines)
@@ -23,7 +28,7 @@ void Mainform::DefaultSettingLoad_Func() {
 /// folder that is there fails the start: the settings of somebody are gone, and nothing may replace them
 /// silently.
 void Mainform::LoadSettings() {
-    const auto settings = GetFolderItem(VolumeName + kSettingsFile);
+    const auto settings = SettingsItem();
     if (!settings.IsNil()) {
         const auto stream = settings->OpenAsTextFile();
         Setting_Data.Set(1, stream->ReadLine());
@@ -45,7 +50,7 @@ void Mainform::LoadSettings() {
 }
 
 void Mainform::WriteSettings() {
-    const auto stream = GetFolderItem(VolumeName + kSettingsFile)->CreateTextFile();
+    const auto stream = SettingsItem()->CreateTextFile();
     for (std::int32_t n = 1; n <= line::kLast; ++n) {
         stream->WriteLine(Setting_Data(n));
         YieldToThreads();

@@ -4,6 +4,9 @@
 
 namespace kirolane {
 
-class App : public Application {};
+class App : public Application {
+public:
+    void Event_OpenDocument(const Ref<FolderItem>& folder, const std::string& name) override;
+};
 
 } // namespace kirolane

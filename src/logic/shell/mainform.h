@@ -151,6 +151,10 @@ public:
     /// The folder last picked by the `?` button. By Fold99_Action.
     Ref<FolderItem> Sfolder;
     Ref<FolderItem> mSfolder;
+    /// Name of the file that the program was started with, until the list has it. By ListDocument,
+    /// FolderThread_Run, Fold_Action.
+    std::string Document;
+    std::string mDocument;
     /// Factor applied at every start of play. By Event_Open, Rate_ValueChanged, Rate_MouseUp.
     double Rate_Flag = 0.0;
     std::int32_t SeekPos = 0;    ///< idle
@@ -230,6 +234,7 @@ public:
     // ---- logic/settings/settings_file.cpp
     // The settings file: its default content, reading it at start, writing it whole.
 
+    Ref<FolderItem> SettingsItem() const;
     void DefaultSettingLoad_Func();
     void LoadSettings();
     void WriteSettings();
@@ -313,8 +318,12 @@ public:
     /// Fold1_Action to Fold10_Action, told by their number.
     void Fold_Action(std::int32_t number);
     void Fold99_Action();
+    void ListChosen();
     void mFold_Action(std::int32_t number);
     void mFold99_Action();
+    void mListChosen();
+    /// What the program was started with: a folder, or a file in it where `name` is not empty.
+    void ListDocument(const Ref<FolderItem>& chosen, const std::string& name);
     void PressFolderButton(std::int32_t number);
     void mPressFolderButton(std::int32_t number);
     void ListTab_Change();

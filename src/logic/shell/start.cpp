@@ -13,4 +13,12 @@ std::unique_ptr<App> StartKirolane() {
     return app;
 }
 
+std::string SettingsFile() {
+    return Instance<Mainform>()->SettingsItem()->NativePath();
+}
+
+void App::Event_OpenDocument(const Ref<FolderItem>& folder, const std::string& name) {
+    Instance<Mainform>()->ListDocument(folder, name);
+}
+
 } // namespace kirolane

@@ -3,6 +3,7 @@
 #include "logic/shell/app.h"
 
 #include <memory>
+#include <string>
 
 namespace kirolane {
 
@@ -10,5 +11,8 @@ namespace kirolane {
 /// console, whose Event_Open does the rest. To be run by Runtime::Start; a failure comes out as an exception.
 /// Keep the result while the runtime lives.
 [[nodiscard]] std::unique_ptr<App> StartKirolane();
+
+/// The settings file in use, as the system has its path. After the start.
+[[nodiscard]] std::string SettingsFile();
 
 } // namespace kirolane
