@@ -17,7 +17,7 @@ def say(text):
 
 
 def main():
-    binary = pathlib.Path(sys.argv[1]).resolve()
+    binary = pathlib.Path(sys.argv[1]).absolute()  # through a link, where it is one
     folder = pathlib.Path(sys.argv[2])
     folder.mkdir(parents=True, exist_ok=True)
     target = folder / "two-displays.png"

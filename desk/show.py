@@ -57,9 +57,9 @@ class Desk:
         return program.settings_file(self.home, changes, self.media)
 
     @contextlib.contextmanager
-    def started(self, environment=None, prefix=()):
+    def started(self, environment=None, prefix=(), arguments=()):
         """The program up to the showing of its console; its list may still be filling."""
-        with self.launched(environment, prefix) as running:
+        with self.launched(environment, prefix, arguments) as running:
             show = Show(self.screen, self.waiter, running)
             show.until(lambda: CONSOLE in self.screen.windows() or not running.alive(), "the console")
             if not running.alive():
@@ -67,8 +67,9 @@ class Desk:
             show.until(lambda: show.control("StrGrid"), "the controls")
             yield show
 
-    def launched(self, environment=None, prefix=()):
-        return program.running_program([*prefix, self.binary], self.home, self.screen.name, self.waiter, environment)
+    def launched(self, environment=None, prefix=(), arguments=()):
+        return program.running_program([*prefix, self.binary, *arguments], self.home, self.screen.name, self.waiter,
+                                       environment)
 
 
 class Show:

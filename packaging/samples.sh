@@ -16,13 +16,15 @@ clock='drawtext=font=IPAGothic:fontsize=40:fontcolor=white:borderw=2:x=24:y=24:t
 make() {
     local name=$1 muxer=$2
     shift 2
-    ffmpeg -nostdin -v error -y "$@" -t $seconds -f "$muxer" "$name.part"
+    ffmpeg -nostdin -v error -y "$@" -t $seconds -fflags +bitexact -flags:v +bitexact -flags:a +bitexact \
+        -f "$muxer" "$name.part"
     mv "$name.part" "$name"
     echo "$name"
 }
 
 tone() { echo "sine=frequency=$1:beep_factor=$2:sample_rate=48000:duration=$seconds,volume=0.4"; }
-picture=(-c:v libx264 -preset veryfast -crf 24 -pix_fmt yuv420p -g 60 -c:a aac -b:a 96k)
+# A fixed number of threads: with another, the pictures would have other bytes.
+picture=(-c:v libx264 -threads 2 -preset veryfast -crf 24 -pix_fmt yuv420p -g 60 -c:a aac -b:a 96k)
 
 # A ball over a slow sunset.
 make サンプル１.mp4 mp4 \

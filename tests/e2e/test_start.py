@@ -3,7 +3,7 @@
 import re
 import signal
 
-from case import CONSOLE, Case
+from case import CONSOLE, Case, desks, seen
 from desk.program import SETTINGS
 
 
@@ -30,6 +30,37 @@ class Start(Case):
     def test_home_that_cannot_be_written(self):
         (self.desk.home / "Library").touch()  # where a folder has to be
         self.assert_fails("home/Library")
+
+    def test_asked_for(self):
+        """A file on the command line is selected and waits; another instance beside it is asked for what is not there."""
+        folder = self.desk.folder / "given"
+        folder.mkdir()
+        for number in range(60):
+            (folder / f"{number}.mp4").touch()
+        show = self.start(arguments=["../" * 9 + str(folder / "47.mp4")])
+        show.until(lambda: seen.showing(seen.cell(show.control("StrGrid"), 47, 1)), "the row of the file")
+        self.until_in_front(show, CONSOLE)
+        show.press("Down")
+        show.press("Return")
+        show.until(lambda: show.rows(60, column=2)[48] == "  ???", "the next row opened")
+        self.assertEqual(show.rows(60, column=2)[47], "")
+        with self.desk.launched(arguments=["gone"]) as other:
+            self.desk.waiter.until(lambda: other.errors, "a line")
+            self.assertEqual(other.errors, ["kirolane: /gone: No such file or directory"])
+            self.assertTrue(show.program.alive())
+            other.errors.clear()
+        show.program.errors.clear()  # of the row that failed
+
+    def test_without_soundfont_and_type_face(self):
+        hide = "mount -t tmpfs none /usr/share/sounds && mount -t tmpfs none /usr/share/fonts || exit 77"
+        with self.desk.launched(prefix=("unshare", "-rm", "bash", "-c", f'{hide}; exec "$0"')) as program:
+            self.desk.waiter.until(lambda: len(program.errors) == 2 or not program.alive(), "two lines")
+            if not program.alive() and program.exit_status()[0] in (1, 77):
+                self.skipTest("nothing can be hidden here")
+            show = desks.Show(self.desk.screen, self.desk.waiter, program)
+            show.until_started()
+            self.assertRegex(program.errors[0], "^kirolane: start: the type face")
+            self.assertRegex(program.errors[1], "^kirolane: start: no SoundFont")
 
     def test_nobody_reads_and_the_session_ends(self):
         """Standard error whose reader has gone, then the terminal goes, then a signal asks for the end."""

@@ -1,6 +1,6 @@
 """lint.py RULE ROOT: checks one rule over the tree and prints a line "file:line: what" for each breach.
 
-Rules: layers, sleeps, words, twins. Status 0 without a breach, 1 with one.
+Rules: layers, sleeps, words, links, twins. Status 0 without a breach, 1 with one.
 """
 
 import pathlib
@@ -91,7 +91,16 @@ def words(root):
     yield from matches(root, files, f"{private}|{machine}|{hosts}", "not for this project")
 
 
-RULES = {"layers": layers, "sleeps": sleeps, "words": words, "twins": twins}
+def links(root):
+    """Those of documents that lead to a file of the tree."""
+    for path in [p for p in tree(root) if p.suffix == ".md"]:
+        for number, line in enumerate(lines(path), 1):
+            for target in re.findall(r"\]\(([^)#:\s]+)(?:#[^)]*)?\)", line):
+                if not (path.parent / target).exists():
+                    yield f"{path.relative_to(root)}:{number}: leads nowhere: {target}; name a file that is there"
+
+
+RULES = {"layers": layers, "sleeps": sleeps, "words": words, "links": links, "twins": twins}
 
 if __name__ == "__main__":
     breaches = list(RULES[sys.argv[1]](pathlib.Path(sys.argv[2]).resolve()))

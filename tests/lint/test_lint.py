@@ -51,6 +51,12 @@ class Lint(unittest.TestCase):
         })
         self.assertEqual(sorted(breaches), ["README.md:1:", f"docs/{word}.md:", "src/a.h:1:", "src/a.h:3:"])
 
+    def test_links(self):
+        breaches = found("links", {
+            "docs/a.md": "[b](b.md) ![c](../c.png) [x](x.md)\n[web](https://x.example/y) [d](b.md#d) [e](gone.md#e)\n",
+            "docs/b.md": "", "c.png": ""})
+        self.assertEqual(breaches, ["docs/a.md:1:", "docs/a.md:2:"])
+
     def test_twins(self):
         movie = "void Mainform::A() {\n    QTM()->Stop();\n    Beep();\n    File_Number = kMovieStep;\n}\n"
         other = "void Mainform::B() {\n    File_Number = QTM()->Position();\n}\n"
