@@ -65,15 +65,20 @@ mapfile -t desk < <(sed -n '/^# The virtual desktop/,/^$/{/^[a-z]/p}' packaging/
 mapfile -t desk < <(comm -13 "$temporary/before" <(printf '%s\n' "${desk[@]}" | sort))
 logged tryout-desk "${apt[@]}" install --no-install-recommends "${desk[@]}" || fail "no virtual desktop"
 files >"$temporary/played-from"
-/usr/bin/python3 -B -m desk.demo "$(command -v kirolane)" build/tryout
+HOME=$temporary /usr/bin/python3 -B -m desk.demo "$(command -v kirolane)" build/tryout
 comm -13 "$temporary/played-from" <(files) >"$temporary/left"
 [[ ! -s $temporary/left ]] || fail "the run has left: $(<"$temporary/left")"
 
 say "removing"
-comm -23 <(files) "$temporary/own" >"$temporary/others"
+files >"$temporary/with"
 logged tryout-purge "${apt[@]}" purge kirolane
-files >"$temporary/after"
-diff "$temporary/others" "$temporary/after" || fail "the removal has left or taken something"
+files >"$temporary/without"
+new=$(comm -13 "$temporary/with" "$temporary/without")
+taken=$(comm -23 "$temporary/with" "$temporary/without" | comm -23 - "$temporary/own")
+[[ -z $new$taken ]] || fail "the removal has made '$new' and taken '$taken'"
+comm -12 "$temporary/own" "$temporary/without" | while IFS= read -r left; do # folders that others have, too
+    dpkg-query --search "$left" >/dev/null 2>&1 || fail "the removal has left $left"
+done
 logged tryout-rest "${apt[@]}" purge "${desk[@]}"
 logged tryout-rest "${apt[@]}" autoremove --purge
 diff "$temporary/before" <(installed) || fail "other packages than before are installed"
