@@ -22,7 +22,7 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     target = folder / "two-displays.png"
     with desk(binary, DISPLAYS) as place:
-        place.put(*(file for file in binary.parent.iterdir() if file.is_file() and file != binary))
+        place.binary = binary  # where it lies, with what lies beside it
         place.screen.paint_ground(GROUND)
         with place.started() as show:
             show.until(lambda: show.screen.active_title() == CONSOLE, "the keyboard in the console")
