@@ -62,7 +62,7 @@ HOME=$temporary DISPLAY='' kirolane 2>"$temporary/no-display" || status=$?
 
 say "playing"
 mapfile -t desk < <(sed -n '/^# The virtual desktop/,/^$/{/^[a-z]/p}' packaging/debian-packages.txt)
-mapfile -t desk < <(comm -13 "$temporary/before" <(printf '%s\n' "${desk[@]}" | sort))
+mapfile -t desk < <(comm -13 "$temporary/before" <(printf '%s\n' "${desk[@]}" ffmpeg | sort)) # which saves the picture
 logged tryout-desk "${apt[@]}" install --no-install-recommends "${desk[@]}" || fail "no virtual desktop"
 files >"$temporary/played-from"
 HOME=$temporary /usr/bin/python3 -B -m desk.demo "$(command -v kirolane)" build/tryout
