@@ -1,6 +1,5 @@
 #include "contract/folderitem.h"
 
-#include "backends/posix/posix_folders.h"
 #include "contract/core/colon_path.h"
 #include "contract/folder_reading.h"
 #include "contract/thread.h"
@@ -10,8 +9,6 @@
 
 #include <filesystem>
 #include <tuple>
-
-#include <cstdlib>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -63,16 +60,6 @@ TEST_F(FolderItemTest, APathGivesAnItemWhereTheFolderOfItsLastElementIsThere) {
           Colon("home/file/x"), Colon("home") + ":..:application:"})
         EXPECT_TRUE(GetFolderItem(path).IsNil()) << path;
     EXPECT_EQ(DesktopFolder()->AbsolutePath(), Colon("home/Desktop"));
-}
-
-TEST_F(FolderItemTest, TheHomeFolderIsNamedWithoutDots) {
-    const std::string before = posix::HomeFolder();
-    Folder().MakeFolder("home/x");
-    for (const char* given : {"home/x/..", "home/./", "other/../home"}) {
-        ::setenv("HOME", Folder().Path(given).c_str(), 1);
-        EXPECT_EQ(posix::HomeFolder(), Folder().Path("home")) << given;
-    }
-    ::setenv("HOME", before.c_str(), 1);
 }
 
 TEST_F(FolderItemTest, ItemsLeadBackToTheirFilesAndLinksAreWhatTheyLeadTo) {

@@ -23,8 +23,6 @@ PICTURES = {
     "editor.mov": Kind(), "full_range.mp4": Kind(), "interlaced.mp4": Kind("", MOVING, "2", 1),
     "interlaced.mpg": Kind("", MOVING, "2", 1), "large.mp4": Kind("", [2.65] * 4, "0"), "odd.mp4": Kind(),
     "ten_bit.mp4": Kind(), "tiny.mp4": Kind()}
-TURNED = {f"quarters_{order}.mp4": Kind("", list(map(int, order)), "2", 1)
-          for order in ("1234", "1324", "2143", "2413", "3142", "3412", "4231", "4321")}
 
 
 class Footage(Case):
@@ -92,6 +90,3 @@ class Footage(Case):
 
     def test_pictures(self):
         self.play_all(PICTURES)
-
-    def test_turned(self):
-        self.play_all(TURNED)

@@ -3,9 +3,6 @@
 #include "logic_test.h"
 #include "support/captured_stderr.h"
 
-#include <chrono>
-#include <functional>
-
 #include <sys/stat.h>
 
 namespace kirolane::tests {
@@ -77,21 +74,14 @@ TEST_F(StartTest, WhatItIsGivenAndCannotListCostsOneLineAndAFolderIsListed) {
         Start(path);
         EXPECT_EQ(Console().FoldNumber, pressed) << path;
         EXPECT_EQ(Console().File_Count, pressed == 1 ? 1 : 3) << path;
-        std::vector<std::string> lines;
-        if (!cause.empty())
-            lines = {"kirolane: " + path + ": " + cause};
-        EXPECT_EQ(captured.Lines(), lines);
+        const std::string line = "kirolane: " + path + ": " + cause;
+        EXPECT_EQ(captured.Lines(), std::vector<std::string>(cause.empty() ? 0 : 1, line));
         End();
     }
 }
 
 TEST_F(StartTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
     Files().Answers().Close("/dead/");
-    const auto secondsOf = [](const std::function<void()>& work) {
-        const auto begin = std::chrono::steady_clock::now();
-        work();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    };
     Start();
     auto form = Instance<SettingForm>();
     Choose("Shortcut_Setting");
@@ -100,13 +90,13 @@ TEST_F(StartTest, FoldersThatDoNotAnswerHoldUpNeitherASaveNorTheStart) {
         form->mFolder_Edit(n)->SetText(n < 10 ? "Root:dead:s" + std::to_string(n) + ":" : "Root:gone:");
     }
     CapturedStderr captured;
-    EXPECT_LT(secondsOf([&] { form->SettingButton()->ReportClick(); }), 1.5);
+    EXPECT_LT(SecondsOf([&] { form->SettingButton()->ReportClick(); }), 1.5);
     EXPECT_EQ(form->MessageLabel()->Caption(), "設定を確定しました");
     EXPECT_EQ(captured.Lines().size(), 19U) << "one a folder";
     form = nullptr;
     End();
 
-    EXPECT_LT(secondsOf([this] { Launch(); }), 1.5);
+    EXPECT_LT(SecondsOf([this] { Launch(); }), 1.5);
     EXPECT_TRUE(Console().Visible());
     EXPECT_EQ(Console().Setting_Data(31), "Root:dead:10:") << "it counts as there";
     EXPECT_NE(Console().Setting_Data(42), "Root:gone:") << "a disk that is well is still asked";

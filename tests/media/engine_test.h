@@ -1,8 +1,7 @@
 #pragma once
 
-#include "backends/headless/headless.h"
 #include "backends/mpv/mpv_media.h"
-#include "support/temporary_folder.h"
+#include "support/contract_test.h"
 
 #include <cmath>
 #include <memory>
@@ -18,12 +17,6 @@ inline std::string ClipPath(const std::string& name) {
 }
 inline std::string Content(const std::string& clip) {
     return ReadFile(ClipPath(clip));
-}
-
-inline double SecondsOf(const std::function<void()>& work) {
-    const auto began = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
 }
 
 /// Engines by themselves, without the contract's players above them: the twins and the sound's.

@@ -103,9 +103,6 @@ protected:
             EXPECT_EQ(widget.metaObject()->indexOfProperty(name) < 0 ? wanted : widget.property(name), wanted)
                 << name;
         EXPECT_EQ(widget.font().bold(), row.bold);
-        if (row.textSize > 0 && !row.text.empty()) {
-            EXPECT_EQ(widget.font().pixelSize(), std::max(row.textSize, 8));
-        }
         if (row.kind == ControlKind::StaticText) {
             EXPECT_EQ(widget.palette().color(QPalette::Active, QPalette::WindowText),
                       qt::ToQt(row.textColor));

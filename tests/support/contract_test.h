@@ -6,6 +6,7 @@
 #include "support/silent_mount.h"
 #include "support/temporary_folder.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -13,6 +14,12 @@
 #include <gtest/gtest.h>
 
 namespace kirolane::tests {
+
+inline double SecondsOf(const std::function<void()>& work) {
+    const auto began = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+}
 
 /// A runtime on the headless back ends, with files in a temporary folder: its "home" is the user's, its
 /// "application" is where the program lies. Both are there, with the settings' place made.
