@@ -58,7 +58,8 @@ class Start(Case):
         if subprocess.run([*hidden, "true"], stderr=subprocess.DEVNULL).returncode:
             self.skipTest("nothing can be hidden here")
         show = self.start(lines=2, prefix=hidden)
-        self.assertRegex("|".join(show.program.errors), "^kirolane: start: the type face .*[|]kirolane: start: no SoundFont")
+        wanted = "^kirolane: start: the type face .*[|]kirolane: start: no SoundFont"
+        show.until(lambda: re.search(wanted, "|".join(show.program.errors)), "a line about each")
 
     def test_nobody_reads_and_the_session_ends(self):
         """Standard error whose reader has gone, then the terminal goes, then a signal asks for the end."""
