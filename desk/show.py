@@ -47,7 +47,7 @@ class Desk:
         self.media.mkdir()
         self.binary = self.media / "kirolane"
         shutil.copy(binary, self.binary)
-        lay(binary.parent / "kirolane-engine", self.media / "kirolane-engine")
+        lay(binary.resolve().parent / "kirolane-engine", self.media / "kirolane-engine")
 
     def put(self, *files):
         for file in files:

@@ -50,11 +50,11 @@ dpkg-query -L kirolane | sort >"$temporary/own"
 
 say "looking at what it brings"
 kirolane --version
-for file in "$program/kirolane" /usr/lib/*/qt6/plugins/platforms/libqxcb.so; do
+for file in "$program"/kirolane{,-engine} /usr/lib/*/qt6/plugins/platforms/libqxcb.so; do
     ! ldd "$file" | grep 'not found' || fail "$file lacks libraries"
 done
 present=$(ls "$program" | sed 's/\.[a-z0-9]*$//' | sort | tr '\n' ' ')
-[[ $present == "kirolane サンプル音１ サンプル音２ サンプル１ サンプル２ サンプル３ " ]] ||
+[[ $present == "kirolane kirolane-engine サンプル音１ サンプル音２ サンプル１ サンプル２ サンプル３ " ]] ||
     fail "the program's folder holds: $present"
 status=0
 HOME=$temporary DISPLAY='' kirolane 2>"$temporary/no-display" || status=$?

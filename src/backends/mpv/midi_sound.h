@@ -81,7 +81,4 @@ private:
     std::thread m_worker;
 };
 
-/// The SoundFont to use: `wanted`, or the first of the system's; "" if there is none.
-std::string FindSoundFont(const std::string& wanted);
-
 } // namespace kirolane::mpv

@@ -2,9 +2,7 @@
 
 #include "backends/mpv/conductor.h"
 #include "backends/mpv/memory.h"
-#include "backends/mpv/midi_sound.h"
 #include "backends/mpv/quiet_libraries.h"
-#include "contract/messages.h"
 
 extern "C" {
 #include <libavutil/mem.h>
@@ -41,8 +39,6 @@ std::unique_ptr<PlayerEngine> MpvMedia::MakePlayer(std::string_view path) {
 }
 
 void MpvMedia::Prepare() {
-    if (FindSoundFont(m_conductor->Options().soundFont).empty())
-        WriteErrorLine("start: no SoundFont is installed; MIDI files will not play");
     m_conductor->Prepare();
 }
 

@@ -1,5 +1,7 @@
 #include "backends/mpv/shelf.h"
 
+#include "wire/sound_font.h"
+
 #include <mpv/stream_cb.h>
 
 #include <algorithm>
@@ -116,7 +118,7 @@ Shelf::Item Shelf::GetMidi(const MediumPointer& medium, const std::string& sound
                 if (auto sound = entry.source.lock())
                     return {std::move(sound), uri};
     }
-    const std::string font = FindSoundFont(soundFont);
+    const std::string font = wire::FindSoundFont(soundFont);
     if (font.empty()) {
         cause = "there is no SoundFont to play MIDI files with";
         return {};

@@ -2,13 +2,15 @@
 
 #include "backends/remote/remote_player.h"
 #include "backends/remote/supervisor.h"
+#include "contract/messages.h"
+#include "wire/sound_font.h"
 
 #include <vector>
 
 namespace kirolane::remote {
 
 RemoteMedia::RemoteMedia(RemoteOptions options)
-    : m_supervisor(std::make_shared<Supervisor>(std::move(options))) {}
+    : m_soundFont(options.soundFont), m_supervisor(std::make_shared<Supervisor>(std::move(options))) {}
 
 RemoteMedia::~RemoteMedia() = default;
 
@@ -17,6 +19,9 @@ std::unique_ptr<PlayerEngine> RemoteMedia::MakePlayer(std::string_view path) {
 }
 
 void RemoteMedia::Prepare() {
+    // Here and not in the engines, which come and go: it is said once.
+    if (wire::FindSoundFont(m_soundFont).empty())
+        WriteErrorLine("start: no SoundFont is installed; MIDI files will not play");
     m_supervisor->Prepare();
 }
 

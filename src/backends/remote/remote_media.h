@@ -32,6 +32,7 @@ public:
     void Apply(std::span<const EngineOrder> orders) override;
 
 private:
+    const std::string m_soundFont;
     std::shared_ptr<Supervisor> m_supervisor;
 };
 
