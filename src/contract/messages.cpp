@@ -1,5 +1,7 @@
 #include "contract/messages.h"
 
+#include "contract/backend/host.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <string>

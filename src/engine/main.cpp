@@ -1,6 +1,6 @@
 // An engine: plays what the program with the windows gives it, and dies with it. docs/processes.md says how.
 
-#include "contract/messages.h"
+#include "contract/backend/host.h"
 #include "engine/service.h"
 #include "wire/channel.h"
 

@@ -2,7 +2,7 @@
 
 #include "backends/remote/remote_player.h"
 #include "backends/remote/supervisor.h"
-#include "contract/messages.h"
+#include "contract/backend/host.h"
 #include "wire/sound_font.h"
 
 #include <vector>

@@ -2,14 +2,20 @@
 
 #include "contract/messages.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 /// What the back ends ask of what stands above them. Main thread, unless said otherwise.
 
 namespace kirolane {
 
 class Window;
+
+/// The lines of WriteErrorLine go there instead, as texts, from now on: an engine's go to whoever runs it.
+/// Before the first other thread.
+void SendErrorLinesTo(std::function<void(std::string_view)> writer);
 
 namespace host {
 
