@@ -249,6 +249,15 @@ void Window::ReportCloseRequested() {
     });
 }
 
+void Window::ReportEscape() {
+    if (!Is(WindowRole::Dialog))
+        return;
+    if (m_design.closeButton)
+        ReportCloseRequested();
+    else
+        Runtime::Current().Deliver(*this, m_name + " Escape", [this] { Hide(); });
+}
+
 void Window::ReportMenuChosen(std::string_view itemName) {
     Runtime::Current().Deliver(*this, m_name + " " + std::string(itemName),
                                [this, name = std::string(itemName)] {

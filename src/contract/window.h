@@ -112,6 +112,8 @@ public:
     /// The close box, or the window manager: hides a palette, ignores a window without a close button, closes
     /// any other.
     void ReportCloseRequested();
+    /// The key that leaves a dialog: does as the close box, and hides a dialog that has none.
+    void ReportEscape();
     /// A key or menu choice: brings the items' enabling up to date and runs the handler of an enabled item. A
     /// quit item without a handler ends the program with status 0.
     void ReportMenuChosen(std::string_view itemName);

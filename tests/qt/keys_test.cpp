@@ -26,7 +26,8 @@ protected:
     }
 };
 
-TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKey) {
+TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKeyAndADesktopThatTakesTheFirstShowsTheSecond) {
+    qunsetenv("XDG_CURRENT_DESKTOP");
     QFile document(KIROLANE_KEYS_DOCUMENT);
     ASSERT_TRUE(document.open(QIODevice::ReadOnly));
     QStringList told = QString::fromUtf8(document.readAll())
@@ -40,16 +41,24 @@ TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKey) {
             int cell = 0;
             for (const QKeySequence& keys : qt::KeysOf(row.shortcut))
                 if (keys[0].key() != Qt::Key_Enter)
-                    cells[++cell] = keys.toString(QKeySequence::PortableText);
-            QString text = "| " + cells.join(" | ") + " | ";
-            for (const auto& [name, shown] : std::initializer_list<std::pair<const char*, const char*>>{
-                     {"Meta", "Super"}, {"Left", "←"}, {"Right", "→"}, {"Up", "↑"}, {"Down", "↓"}})
-                text.replace(name, shown);
+                    cells[++cell] = keys.toString(QKeySequence::NativeText);
+            const QString text = "| " + cells.join(" | ") + " | ";
             const QString line = told.isEmpty() ? QString() : told.takeFirst();
             EXPECT_TRUE(line.startsWith(text)) << text.toStdString() << line.toStdString();
             EXPECT_EQ(line.contains("(console only)"), row.where == Where::Console) << line.toStdString();
         }
     EXPECT_TRUE(told.isEmpty());
+    const std::tuple<const char*, const char*, const char*> shown[] = {
+        {"ubuntu:GNOME", "Control+n", "Ctrl+Shift+N"},
+        {"KDE", "Control+n", "Super+N"},
+        {"X-Cinnamon", "Option+space", "Shift+Space"},
+        {"XFCE", "Cmd+Option+left", "Ctrl+Shift+←"}};
+    for (const auto& [desktop, given, key] : shown) {
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        EXPECT_EQ(qt::KeysOf(given).front().toString(QKeySequence::NativeText), key);
+        EXPECT_EQ(qt::KeysOf(given).size(), 2);
+    }
+    qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
 TEST_F(KeysTest, AHeldKeyRepeatsStepsOnly) {

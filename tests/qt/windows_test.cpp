@@ -67,6 +67,9 @@ TEST_F(WindowsTest, ClosingIsTheContractsToDecide) {
     Find("VerForm")->close();
     EXPECT_TRUE(Find("VerForm")->isVisible()) << "has no close box";
     Get<PushButton, AboutShow>("OKButton")->OnAction = [] { Instance<AboutShow>()->Close(); };
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(Find("VerForm")->isVisible());
+    ShowForm<AboutShow>();
     Click(Find("VerForm", "OKButton"), {9, 9}); // it goes within the event of its own control
     Settle();
     for (const QWidget* top : QApplication::topLevelWidgets())
@@ -74,6 +77,13 @@ TEST_F(WindowsTest, ClosingIsTheContractsToDecide) {
     auto music = ShowForm<MusicShow>();
     Find("MusicForm")->close();
     EXPECT_FALSE(music->Visible() || Find("MusicForm")->isVisible());
+    ShowForm<SettingShow>();
+    Press(Qt::Key_Escape);
+    Settle();
+    for (const QWidget* top : QApplication::topLevelWidgets())
+        EXPECT_NE(top->objectName(), "SettingForm");
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(Find("Mainform")->isVisible()) << "it leaves dialogs alone";
     Find("Mainform")->close();
     EXPECT_EQ(m_console->TakeLog().back(), "Close");
 }

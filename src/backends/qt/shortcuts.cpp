@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <algorithm>
+
 namespace kirolane::qt {
 
 namespace {
@@ -24,38 +26,56 @@ constexpr Modifier kModifiers[] = {
 struct SecondKey {
     const char* given;
     const char* second;
+    const char* takers; ///< desktops as XDG_CURRENT_DESKTOP names them, with blanks between; "*" is any
 };
 
 /// Of the given keys one desktop or another takes: Alt+Space its window menu or search, Super its overview,
 /// tiles and desktops, Ctrl+Alt with an arrow its desktops, Ctrl+Super with an arrow those too.
+// clang-format off
 constexpr SecondKey kSecondKeys[] = {
-    {"Cmd+Option+left", "Cmd+Shift+left"},
-    {"Cmd+Option+right", "Cmd+Shift+right"},
-    {"Option+space", "Shift+space"},
-    {"Control+b", "Cmd+Shift+b"},
-    {"Control+n", "Cmd+Shift+n"},
-    {"Option+Control+left", "Option+j"},
-    {"Option+Control+right", "Option+l"},
-    {"Cmd+Control+left", "Cmd+j"},
-    {"Cmd+Control+right", "Cmd+l"},
-    {"Cmd+Option+Control+left", "Cmd+Shift+j"},
-    {"Cmd+Option+Control+right", "Cmd+Shift+l"},
-    {"Control+z", "Cmd+Shift+z"},
-    {"Control+x", "Cmd+Shift+x"},
-    {"Control+up", "Cmd+Shift+up"},
-    {"Control+down", "Cmd+Shift+down"},
-    {"Option+Control+down", "Shift+Option+down"},
+    {"Cmd+Option+left",          "Cmd+Shift+left",    "GNOME XFCE"},
+    {"Cmd+Option+right",         "Cmd+Shift+right",   "GNOME XFCE"},
+    {"Option+space",             "Shift+space",       "*"},
+    {"Control+b",                "Cmd+Shift+b",       "KDE"},
+    {"Control+n",                "Cmd+Shift+n",       "GNOME"},
+    {"Option+Control+left",      "Option+j",          "GNOME KDE"},
+    {"Option+Control+right",     "Option+l",          "GNOME KDE"},
+    {"Cmd+Control+left",         "Cmd+j",             "KDE"},
+    {"Cmd+Control+right",        "Cmd+l",             "KDE"},
+    {"Cmd+Option+Control+left",  "Cmd+Shift+j",       ""},
+    {"Cmd+Option+Control+right", "Cmd+Shift+l",       ""},
+    {"Control+z",                "Cmd+Shift+z",       ""},
+    {"Control+x",                "Cmd+Shift+x",       ""},
+    {"Control+up",               "Cmd+Shift+up",      "GNOME KDE"},
+    {"Control+down",             "Cmd+Shift+down",    "GNOME KDE"},
+    {"Option+Control+down",      "Shift+Option+down", "GNOME KDE"},
 };
+// clang-format on
 
-const char* FindSecond(std::string_view notation) {
-    for (const auto& row : kSecondKeys)
-        if (notation == row.given)
-            return row.second;
-    return "";
+const SecondKey* FindSecond(std::string_view notation) {
+    const auto* row = std::find_if(std::begin(kSecondKeys), std::end(kSecondKeys),
+                                   [&](const SecondKey& second) { return notation == second.given; });
+    return row == std::end(kSecondKeys) ? nullptr : row;
+}
+
+/// Whether the desktop that the program runs on keeps the given key for itself.
+bool IsTaken(const SecondKey& row) {
+    const QStringList desktops =
+        qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    const QStringList takers = QString::fromLatin1(row.takers).split(QLatin1Char(' '));
+    return std::any_of(desktops.begin(), desktops.end(), [&](const QString& desktop) {
+        return takers.contains(QLatin1String("*")) || takers.contains(desktop, Qt::CaseInsensitive);
+    });
 }
 #else
-const char* FindSecond(std::string_view /*notation*/) {
-    return "";
+struct SecondKey {
+    const char* second;
+};
+const SecondKey* FindSecond(std::string_view /*notation*/) {
+    return nullptr;
+}
+bool IsTaken(const SecondKey& /*row*/) {
+    return false;
 }
 #endif
 
@@ -75,7 +95,12 @@ QList<QKeySequence> ParseShortcut(std::string_view notation) {
 }
 
 QList<QKeySequence> KeysOf(std::string_view notation) {
-    return ParseShortcut(notation) + ParseShortcut(FindSecond(notation));
+    const auto keys = ParseShortcut(notation);
+    const SecondKey* row = FindSecond(notation);
+    if (row == nullptr)
+        return keys;
+    const auto second = ParseShortcut(row->second);
+    return IsTaken(*row) ? second + keys : keys + second;
 }
 
 } // namespace kirolane::qt

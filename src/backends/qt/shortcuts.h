@@ -12,8 +12,8 @@ namespace kirolane::qt {
 /// Empty for "" and for a notation that names no key.
 QList<QKeySequence> ParseShortcut(std::string_view notation);
 
-/// Those, and where the usual desktops keep them for themselves a second key for the same command. That
-/// depends on the system the program is built for.
+/// Those, and where the usual desktops keep them for themselves a second key for the same command, which is
+/// the first to be shown on such a desktop. That depends on the system the program is built for.
 QList<QKeySequence> KeysOf(std::string_view notation);
 
 } // namespace kirolane::qt

@@ -126,6 +126,10 @@ void QtWindowPeer::CloseRequested() {
 }
 
 void QtWindowPeer::KeyLeft(QKeyEvent& event) {
+    if (event.key() == Qt::Key_Escape) {
+        m_window.ReportEscape();
+        return;
+    }
     const auto* list = m_visibility->ListOnShow();
     if (list == nullptr || list->Widget().hasFocus())
         return; // it has had the key

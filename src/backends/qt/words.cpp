@@ -57,6 +57,11 @@ constexpr Word kWords[] = {
     {"QLineEdit",        "&Paste",             "貼り付け(&P)"},
     {"QLineEdit",        "Delete",             "削除"},
     {"QLineEdit",        "Select All",         "すべてを選択"},
+    {"QShortcut",        "Meta",               "Super"}, // as keyboards and desktops have it
+    {"QShortcut",        "Left",               "←"},
+    {"QShortcut",        "Right",              "→"},
+    {"QShortcut",        "Up",                 "↑"},
+    {"QShortcut",        "Down",               "↓"},
 };
 // clang-format on
 

@@ -5,7 +5,7 @@
 namespace kirolane::qt {
 
 /// The toolkit's own words that a user of the program meets, in Japanese: those of the folder dialog and of
-/// the context menu of a text field.
+/// the context menu of a text field; and the names of keys as they stand on them.
 class Words : public QTranslator {
 public:
     using QTranslator::QTranslator;
