@@ -54,6 +54,7 @@ struct ControlDesign {
     std::int32_t pageStep = 20;
     bool liveScroll = true;
     std::int32_t bevel = 0;             ///< BevelButton: depth of its edge, 0 flat to 6
+    std::string_view shortcut = {};     ///< BevelButton: its key while it can be seen, as of a menu item
     std::string_view columnWidths = {}; ///< Listbox: pixels, joined by commas, one a column
     std::string_view picture = {};      ///< Canvas: name of the picture shown, "" for none
     Color fillColor = kBlack;           ///< Rectangle

@@ -1,5 +1,6 @@
 #include "backends/qt/convert.h"
 #include "backends/qt/shortcuts.h"
+#include "contract/bevelbutton.h"
 #include "contract/menuitem.h"
 #include "contract/tabpanel.h"
 #include "qt_test.h"
@@ -122,6 +123,42 @@ TEST_F(KeysTest, ReturnOpensUnlessItIsDisabledThereAndTheKeypadHasASecond) {
     EXPECT_FALSE(Command("OpenKey")->isEnabled());
     EXPECT_EQ(Command("OpenKey")->text(), QStringLiteral("開く\t") + QKeySequence(Qt::Key_Return).toString());
     EXPECT_EQ(Commands(Qt::Key_Return), Names{"mOpenKey"}) << "of the other item, the bar shown or not";
+}
+
+TEST_F(KeysTest, WhatIsNoCommandIsReachedWithoutAPointer) {
+    Names log;
+    for (const char* name : {"Fold3", "mFold3", "mFold99"})
+        Get<BevelButton>(name)->OnAction = [&log, name] { log.emplace_back(name); };
+    const auto pressed = [&](const Names& names) { return Until([&] { return log == names; }); };
+    Press(Qt::Key_3, Qt::AltModifier);
+    EXPECT_TRUE(pressed({"Fold3"}));
+    Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(Get<TabPanel>("ListTab")->Value(), 1);
+    Press(Qt::Key_3, Qt::AltModifier);
+    EXPECT_TRUE(pressed({"Fold3", "mFold3"}));
+    Press(Qt::Key_O, Qt::ControlModifier);
+    EXPECT_TRUE(pressed({"Fold3", "mFold3", "mFold99"}));
+    Press(Qt::Key_F10);
+    EXPECT_TRUE(Until([] { return QApplication::activePopupWidget() != nullptr; }));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+
+    auto form = ShowForm<SettingShow>();
+    ASSERT_TRUE(Until([&] { return form->Active(); }));
+    QSet<QString> reached;
+    for (int step = 0; step < 40; ++step, Press(Qt::Key_Tab))
+        if (const QWidget* widget = Find("SettingForm")->focusWidget())
+            reached.insert(widget->objectName());
+    for (const ControlDesign& row : design::kSettingFormControls)
+        EXPECT_EQ(reached.contains(qt::ToText(row.name)),
+                  (row.kind == ControlKind::BevelButton && !row.name.starts_with('m')) ||
+                      row.name == "FreeSeek_Popup")
+            << row.name;
+    EXPECT_TRUE(reached.contains("UpDownArrow.Down") && reached.contains("ListTab.Tabs"));
+    Get<BevelButton, SettingShow>("SettingButton")->OnAction = [&] { log = {"saved"}; };
+    while (Find("SettingForm")->focusWidget()->objectName() != "SettingButton")
+        Press(Qt::Key_Tab);
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(pressed({"saved"}));
 }
 
 TEST_F(KeysTest, PlainArrowsGoToTheListThatIsSeen) {

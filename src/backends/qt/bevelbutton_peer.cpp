@@ -1,7 +1,10 @@
 #include "backends/qt/controlpeers.h"
 #include "backends/qt/convert.h"
 #include "backends/qt/fonts.h"
+#include "backends/qt/look.h"
 #include "backends/qt/reporting.h"
+#include "backends/qt/shortcuts.h"
+#include "backends/qt/showapplication.h"
 #include "contract/bevelbutton.h"
 
 #include <QAbstractButton>
@@ -60,6 +63,12 @@ protected:
         painter.setOpacity(1.0);
         painter.setPen(palette().color(QPalette::ButtonText)); // faded where disabled
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+        DrawFocus(*this, painter);
+    }
+    /// A key that is held down presses once.
+    bool event(QEvent* event) override {
+        return (event->type() == QEvent::Shortcut && static_cast<ShowApplication*>(qApp)->KeyRepeated()) ||
+               QAbstractButton::event(event);
     }
 
 private:
@@ -90,8 +99,11 @@ public:
 private:
     void UpdateOwn() override {
         const QString caption = SpokenName();
-        if (m_button->text() != caption)
-            m_button->setText(caption);
+        if (m_button->text() != caption) {
+            m_button->setText(caption); // which takes the key away
+            if (const auto keys = ParseShortcut(Control().Design().shortcut); !keys.isEmpty())
+                m_button->setShortcut(keys.front());
+        }
         m_showing = true;
         m_button->setChecked(Held<BevelButton>().Value());
         m_showing = false;

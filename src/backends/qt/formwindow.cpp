@@ -7,6 +7,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QWindowStateChangeEvent>
 
 #include <algorithm>
@@ -53,6 +54,12 @@ FormWindow::FormWindow(Window& window, Listener& listener)
     if (window.Is(WindowRole::Console)) {
         m_bar = new QMenuBar(this);
         m_bar->setNativeMenuBar(false);
+        // Alt alone opens no menu (Look), so this is the way to them without a pointer.
+        auto* open = new QShortcut(QKeySequence(Qt::Key_F10), m_bar);
+        connect(open, &QShortcut::activated, m_bar, [bar = m_bar] {
+            if (!bar->actions().isEmpty())
+                bar->setActiveAction(bar->actions().constFirst());
+        });
     }
     if (window.Is(WindowRole::Audience))
         setCursor(Qt::BlankCursor);

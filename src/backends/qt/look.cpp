@@ -1,7 +1,9 @@
 #include "backends/qt/look.h"
 
 #include <QPainter>
+#include <QStyleOptionFocusRect>
 #include <QStyleOptionMenuItem>
+#include <QWidget>
 
 namespace kirolane::qt {
 
@@ -60,6 +62,15 @@ void Look::drawControl(ControlElement element, const QStyleOption* option, QPain
     drawItemText(painter, item->rect, Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine, colors,
                  item->state & State_Enabled, item->text,
                  chosen ? QPalette::HighlightedText : QPalette::WindowText);
+}
+
+void DrawFocus(const QWidget& widget, QPainter& painter) {
+    if (!widget.hasFocus())
+        return;
+    QStyleOptionFocusRect option;
+    option.initFrom(&widget);
+    option.rect = widget.rect().adjusted(1, 1, -1, -1);
+    widget.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, &widget);
 }
 
 int Look::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

@@ -20,4 +20,7 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
 };
 
+/// The frame of the focus, if the widget has it from the keyboard: for what draws itself.
+void DrawFocus(const QWidget& widget, QPainter& painter);
+
 } // namespace kirolane::qt

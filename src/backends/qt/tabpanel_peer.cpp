@@ -5,6 +5,7 @@
 #include "contract/tabpanel.h"
 
 #include <QPainter>
+#include <QShortcut>
 #include <QTabBar>
 #include <QWidget>
 
@@ -48,6 +49,11 @@ public:
         QObject::connect(m_tabs, &QTabBar::currentChanged, m_tabs, [this, link = GetLink()](int page) {
             if (auto* turned = link.As<TabPanel>(); turned != nullptr && !m_showing)
                 turned->ReportPage(page);
+        });
+        auto* next = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), m_tabs);
+        next->setAutoRepeat(false);
+        QObject::connect(next, &QShortcut::activated, m_tabs, [tabs = m_tabs] {
+            tabs->setCurrentIndex((tabs->currentIndex() + 1) % tabs->count());
         });
         SetSpokenRole(*pane, QAccessible::Pane);
         Adopt(*pane);

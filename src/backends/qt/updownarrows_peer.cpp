@@ -1,6 +1,7 @@
 #include "backends/qt/accessibility.h"
 #include "backends/qt/controlpeers.h"
 #include "backends/qt/convert.h"
+#include "backends/qt/look.h"
 #include "contract/updownarrows.h"
 
 #include <QAbstractButton>
@@ -37,6 +38,7 @@ protected:
         arrow.lineTo(middle + QPointF(-3, -tip));
         arrow.closeSubpath();
         painter.fillPath(arrow, palette().color(QPalette::ButtonText));
+        DrawFocus(*this, painter);
     }
 
 private:

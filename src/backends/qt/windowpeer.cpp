@@ -5,9 +5,12 @@
 #include "backends/qt/qtwindows.h"
 #include "contract/backend/host.h"
 
+#include <QAbstractButton>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTabBar>
 #include <QWindow>
 
 namespace kirolane::qt {
@@ -42,6 +45,12 @@ void QtWindowPeer::MakeControls() {
         m_byControl.emplace(seen, peer.get());
         m_peers.push_back(std::move(peer));
     }
+    if (!m_window.Is(WindowRole::Dialog))
+        return; // where all keys are commands
+    for (QWidget* widget : m_form->Content().findChildren<QWidget*>())
+        if (qobject_cast<QAbstractButton*>(widget) != nullptr ||
+            qobject_cast<QComboBox*>(widget) != nullptr || qobject_cast<QTabBar*>(widget) != nullptr)
+            widget->setFocusPolicy(Qt::TabFocus);
 }
 
 void QtWindowPeer::Update(std::span<RectControl* const> changed, bool windowToo) {

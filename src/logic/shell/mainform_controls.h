@@ -21,8 +21,10 @@ inline constexpr WindowDesign kMainformDesign = {
 namespace design {
 
 constexpr ControlDesign FolderButton(std::string_view name, std::int32_t page, std::int32_t left,
-                                     std::string_view caption) {
-    return Bevel(name, "ListTab", page, {left, 383, 24, 22}, caption, 0, 9, true);
+                                     std::string_view caption, std::string_view shortcut) {
+    ControlDesign row = Bevel(name, "ListTab", page, {left, 383, 24, 22}, caption, 0, 9, true);
+    row.shortcut = shortcut;
+    return row;
 }
 
 // clang-format off
@@ -62,17 +64,17 @@ inline constexpr ControlDesign kMainformControls[] = {
     Label    ("mFileNumberLabel",        "ListTab",   2, { 666,  384,  120,   20}, "0", kRight),
 
     // The step from the first folder button to the second is 22, all the others are 23.
-    FolderButton("Fold1",  1, 356, "1"),   FolderButton("mFold1",  2, 356, "1"),
-    FolderButton("Fold2",  1, 378, "2"),   FolderButton("mFold2",  2, 378, "2"),
-    FolderButton("Fold3",  1, 401, "3"),   FolderButton("mFold3",  2, 401, "3"),
-    FolderButton("Fold4",  1, 424, "4"),   FolderButton("mFold4",  2, 424, "4"),
-    FolderButton("Fold5",  1, 447, "5"),   FolderButton("mFold5",  2, 447, "5"),
-    FolderButton("Fold6",  1, 470, "6"),   FolderButton("mFold6",  2, 470, "6"),
-    FolderButton("Fold7",  1, 493, "7"),   FolderButton("mFold7",  2, 493, "7"),
-    FolderButton("Fold8",  1, 516, "8"),   FolderButton("mFold8",  2, 516, "8"),
-    FolderButton("Fold9",  1, 539, "9"),   FolderButton("mFold9",  2, 539, "9"),
-    FolderButton("Fold10", 1, 562, "10"),  FolderButton("mFold10", 2, 562, "10"),
-    FolderButton("Fold99", 1, 585, "?"),   FolderButton("mFold99", 2, 585, "?"),
+    FolderButton("Fold1",  1, 356, "1", "Option+1"),    FolderButton("mFold1",  2, 356, "1", "Option+1"),
+    FolderButton("Fold2",  1, 378, "2", "Option+2"),    FolderButton("mFold2",  2, 378, "2", "Option+2"),
+    FolderButton("Fold3",  1, 401, "3", "Option+3"),    FolderButton("mFold3",  2, 401, "3", "Option+3"),
+    FolderButton("Fold4",  1, 424, "4", "Option+4"),    FolderButton("mFold4",  2, 424, "4", "Option+4"),
+    FolderButton("Fold5",  1, 447, "5", "Option+5"),    FolderButton("mFold5",  2, 447, "5", "Option+5"),
+    FolderButton("Fold6",  1, 470, "6", "Option+6"),    FolderButton("mFold6",  2, 470, "6", "Option+6"),
+    FolderButton("Fold7",  1, 493, "7", "Option+7"),    FolderButton("mFold7",  2, 493, "7", "Option+7"),
+    FolderButton("Fold8",  1, 516, "8", "Option+8"),    FolderButton("mFold8",  2, 516, "8", "Option+8"),
+    FolderButton("Fold9",  1, 539, "9", "Option+9"),    FolderButton("mFold9",  2, 539, "9", "Option+9"),
+    FolderButton("Fold10", 1, 562, "10", "Option+0"),   FolderButton("mFold10", 2, 562, "10", "Option+0"),
+    FolderButton("Fold99", 1, 585, "?", "Cmd+o"),       FolderButton("mFold99", 2, 585, "?", "Cmd+o"),
 
     // The curtain is made below the window's edge; Event_Open moves it over the player.
     Row(ControlKind::Rectangle,
