@@ -67,6 +67,7 @@ bool Service::Assigned(wire::Packet& packet) {
     const std::string* text = &texts[2 * players];
     options.audioOutput = text[AudioOutput];
     options.previewOutput = text[PreviewOutput];
+    m_outputs = options.audioOutput + "," + options.previewOutput;
     options.audioFileBase = text[AudioFileBase];
     options.soundFont = text[SoundFont];
     options.loadLimit = std::chrono::milliseconds(assign->loadLimit);

@@ -24,6 +24,8 @@ public:
     /// Waits for the players that this engine is to have, and makes their decks. False if nobody is there to
     /// tell it.
     bool TakeAssignment();
+    /// libmpv's names of all outputs that its players may try.
+    [[nodiscard]] const std::string& Outputs() const { return m_outputs; }
     /// Until the channel ends.
     void Run();
 
@@ -54,6 +56,7 @@ private:
     std::mutex m_flagsMutex; ///< of what is written is the newest the last
     std::unique_ptr<mpv::MpvMedia> m_media;
     std::vector<Seat> m_seats;
+    std::string m_outputs;
     bool m_seated = false; ///< all of them; under m_boardMutex
 };
 

@@ -24,6 +24,7 @@ enum class Kind : std::uint32_t {
     Orders,
     Ping,
     Ready = 101,
+    Boxed,
     Begun,
     Loaded,
     Changed,
@@ -92,6 +93,12 @@ struct Ping {
 
 struct Ready {
     static constexpr Kind kKind = Kind::Ready;
+};
+
+/// Once, before it has taken a file up: it is in its box, or what of it is missing. With the listener for
+/// its calls of connect, if its outputs need any. Text: what is missing, "" if nothing is.
+struct Boxed {
+    static constexpr Kind kKind = Kind::Boxed;
 };
 
 struct Begun {

@@ -1,15 +1,15 @@
 #include "backends/mpv/sound_devices.h"
 
+#include "wire/sound_servers.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <poll.h>
 #include <span>
 #include <string>
-#include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -37,11 +37,6 @@ constexpr auto kPulseHello = [] {
 /// PipeWire, in the machine's own order of bytes: to object 0 the method "hello", one structure that holds
 /// the number 3, the protocol's version.
 constexpr std::array<std::uint32_t, 10> kPipeWireHello{0, (1U << 24) | 24, 0, 0, 16, 14, 4, 4, 3, 0};
-
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nobody sets one after the start
-    return value == nullptr ? "" : value;
-}
 
 /// A connection on which a server's answer is awaited.
 class Call {
@@ -92,33 +87,16 @@ private:
     ServerState m_state = ServerState::Gone;
 };
 
-void DialPipeWire(Call& call) {
-    std::string path = Variable("PIPEWIRE_REMOTE");
-    if (path.empty())
-        path = "pipewire-0";
-    if (!path.starts_with('/')) {
-        std::string folder = Variable("PIPEWIRE_RUNTIME_DIR");
-        if (folder.empty())
-            folder = Variable("XDG_RUNTIME_DIR");
-        path.insert(0, folder + "/");
-    }
+void DialPipeWire(Call& call, const wire::SoundServers& servers) {
     const auto* hello = reinterpret_cast<const std::uint8_t*>(kPipeWireHello.data());
-    call.Dial(path, {hello, sizeof kPipeWireHello});
+    call.Dial(servers.pipewire, {hello, sizeof kPipeWireHello});
 }
 
-void DialPulse(Call& call) {
-    std::string path = Variable("PULSE_SERVER");
-    if (path.starts_with("unix:"))
-        path.erase(0, 5);
-    if (!path.empty() && !path.starts_with('/')) {
+void DialPulse(Call& call, const wire::SoundServers& servers) {
+    if (servers.pulseElsewhere)
         call.TakeAsAnswering();
-        return;
-    }
-    if (path.empty() && !Variable("PULSE_RUNTIME_PATH").empty())
-        path = Variable("PULSE_RUNTIME_PATH") + "/native";
-    if (path.empty())
-        path = Variable("XDG_RUNTIME_DIR") + "/pulse/native";
-    call.Dial(path, kPulseHello);
+    else
+        call.Dial(servers.pulse, kPulseHello);
 }
 
 /// The kernel's nodes for playing: pcmC0D0p and the like.
@@ -137,8 +115,9 @@ SoundDevices LookForSoundDevices(std::chrono::milliseconds limit) {
     const auto deadline = Clock::now() + limit;
     Call pipewire;
     Call pulse;
-    DialPipeWire(pipewire);
-    DialPulse(pulse);
+    const wire::SoundServers servers = wire::FindSoundServers();
+    DialPipeWire(pipewire, servers);
+    DialPulse(pulse, servers);
     while (pipewire.Waits() || pulse.Waits()) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
         std::array<pollfd, 2> awaited{pipewire.Awaited(), pulse.Awaited()};

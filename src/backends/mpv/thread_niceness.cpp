@@ -2,8 +2,6 @@
 
 #ifdef __linux__
 #include <sys/resource.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 #endif
 
 namespace kirolane::mpv {
@@ -12,8 +10,8 @@ void SetThreadNiceness([[maybe_unused]] int niceness) {
 #ifdef __linux__
     if (niceness == 0)
         return;
-    const auto thread = static_cast<id_t>(syscall(SYS_gettid));
-    setpriority(PRIO_PROCESS, thread, getpriority(PRIO_PROCESS, thread) + niceness);
+    constexpr id_t thisThread = 0; // by number it could be anybody's, and an engine's box refuses that
+    setpriority(PRIO_PROCESS, thisThread, getpriority(PRIO_PROCESS, thisThread) + niceness);
 #endif
 }
 

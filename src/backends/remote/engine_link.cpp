@@ -1,5 +1,7 @@
 #include "backends/remote/engine_link.h"
 
+#include "wire/sound_servers.h"
+
 #include <algorithm>
 
 namespace kirolane::remote {
@@ -25,6 +27,10 @@ EngineLink::EngineLink(EngineProcess process, wire::Channel channel, TimePoint n
 void EngineLink::TakeReady() {
     m_ready = true;
     m_readyDue.reset();
+}
+
+void EngineLink::TakeBoxed(wire::Descriptor connects) {
+    m_door.emplace(std::move(connects), m_process.Number(), wire::SoundServerSockets());
 }
 
 void EngineLink::Expect(std::chrono::milliseconds limit, TimePoint now) {

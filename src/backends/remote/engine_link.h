@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/remote/engine_process.h"
+#include "backends/remote/sound_door.h"
 #include "wire/board.h"
 #include "wire/channel.h"
 
@@ -29,6 +30,12 @@ public:
     /// It has its players.
     [[nodiscard]] bool Assigned() const { return m_board.IsThere(); }
     void SetBoard(wire::Board board) { m_board = std::move(board); }
+
+    /// It has told of its box, and handed over this, which may be nothing.
+    void TakeBoxed(wire::Descriptor connects);
+    [[nodiscard]] bool Boxed() const { return m_door.has_value(); }
+    /// Its way to the sound servers; null if it is shut.
+    [[nodiscard]] SoundDoor* Door() { return m_door && m_door->IsOpen() ? &*m_door : nullptr; }
 
     /// It is asked to load, for which it has so long.
     void Expect(std::chrono::milliseconds limit, TimePoint now);
@@ -63,6 +70,7 @@ private:
     EngineProcess m_process;
     wire::Channel m_channel;
     wire::Board m_board;
+    std::optional<SoundDoor> m_door;
     bool m_ready = false;
     int m_loads = 0; ///< under way
     std::optional<TimePoint> m_readyDue;

@@ -183,8 +183,11 @@ void Supervisor::Run() {
             if (late > kAsleep) // stopped like all the others, or on a machine that stood
                 for (EngineLink* link : Links())
                     link->Postpone(late);
-            for (EngineLink* link : Links())
+            for (EngineLink* link : Links()) {
+                if (SoundDoor* door = link->Door())
+                    door->AnswerOne();
                 Drain(*link, now);
+            }
             Reap(now);
             Tend(now);
             toTell.swap(m_toTell);
@@ -213,8 +216,11 @@ Clock::duration Supervisor::Listen() {
     std::optional<TimePoint> deadline;
     {
         const std::lock_guard lock(m_mutex);
-        for (const EngineLink* link : Links())
+        for (EngineLink* link : Links()) {
             watched.push_back({link->Channel().Get(), POLLIN, 0});
+            if (const SoundDoor* door = link->Door())
+                watched.push_back({door->Get(), POLLIN, 0});
+        }
         for (const Corpse& corpse : m_corpses)
             watched.push_back({corpse.process.Watch(), POLLIN, 0});
         deadline = NextDeadline();
@@ -267,7 +273,7 @@ std::optional<TimePoint> Supervisor::NextDeadline() const {
 void Supervisor::Drain(EngineLink& link, TimePoint now) {
     wire::Packet packet;
     for (int i = 0; i < kOneTurn; ++i) {
-        switch (link.Channel().Receive(packet, false)) {
+        switch (link.Channel().Receive(packet, !link.Boxed())) {
         case wire::Received::Nothing:
             return;
         case wire::Received::Ended:
@@ -283,7 +289,7 @@ void Supervisor::Drain(EngineLink& link, TimePoint now) {
     Wake(); // there may be more
 }
 
-bool Supervisor::Take(EngineLink& link, const wire::Packet& packet, TimePoint now) {
+bool Supervisor::Take(EngineLink& link, wire::Packet& packet, TimePoint now) {
     Group* group = GroupOf(link);
     const auto seatOf = [&](std::uint32_t player) -> Seat* {
         return group != nullptr && link.Assigned() && player < group->seats.size()
@@ -295,6 +301,12 @@ bool Supervisor::Take(EngineLink& link, const wire::Packet& packet, TimePoint no
         if (link.Ready())
             return false;
         link.TakeReady();
+        return true;
+    case wire::Kind::Boxed:
+        if (link.Boxed() || !link.Assigned())
+            return false;
+        link.TakeBoxed(std::move(packet.descriptor));
+        TellMissing(packet.Text<wire::Boxed>());
         return true;
     case wire::Kind::Begun:
         if (const auto begun = packet.As<wire::Begun>()) {
@@ -332,6 +344,12 @@ bool Supervisor::Take(EngineLink& link, const wire::Packet& packet, TimePoint no
     default:
         return false;
     }
+}
+
+void Supervisor::TellMissing(const std::string& missing) {
+    if (!missing.empty() && missing != m_missing)
+        WriteErrorLine(Printable("engine: plays outside its box: " + missing));
+    m_missing = missing;
 }
 
 bool Supervisor::TakeLoaded(Group& group, EngineLink& link, const wire::Loaded& loaded, TimePoint now) {

@@ -69,7 +69,9 @@ private:
     [[nodiscard]] Group* GroupOf(const EngineLink& link) const;
     void Drain(EngineLink& link, TimePoint now);
     /// False for a message that no engine of ours sends.
-    bool Take(EngineLink& link, const wire::Packet& packet, TimePoint now);
+    bool Take(EngineLink& link, wire::Packet& packet, TimePoint now);
+    /// The same gap in all engines' boxes is one line.
+    void TellMissing(const std::string& missing);
     bool TakeLoaded(Group& group, EngineLink& link, const wire::Loaded& loaded, TimePoint now);
     /// It is of no use any more; `why` is "" if it has ended by itself.
     void End(EngineLink& link, const std::string& why, TimePoint now);
@@ -105,6 +107,7 @@ private:
     std::deque<TimePoint> m_idleEnds;                    ///< of engines without a file
     std::optional<TimePoint> m_noStartBefore;
     std::string m_startFailure; ///< told last
+    std::string m_missing;      ///< of a box; told last
     std::string m_refused;      ///< the file that ended its engine in this handler
     bool m_prepared = false;
     bool m_quit = false;
