@@ -16,9 +16,9 @@ CONFIGURATION = """pcm.!default {{
 
 
 class FileDevice:
-    """The only one of a desk; start the program with this environment."""
+    """The only one of a desk; start the program with this environment. In its box an engine could write no file."""
 
-    environment = {"PULSE_SERVER": "unix:/nonexistent", "PIPEWIRE_REMOTE": "none"}
+    environment = {"PULSE_SERVER": "unix:/nonexistent", "PIPEWIRE_REMOTE": "none", "KIROLANE_ENGINE_BOX": "off"}
 
     def __init__(self, desk):
         self.file = desk.folder / "heard.wav"

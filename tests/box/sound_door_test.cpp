@@ -130,8 +130,9 @@ TEST(SoundDoor, LeadsToTheSoundServersAlone) {
     for (const auto& row : rows) {
         EXPECT_EQ(Visitor(row.attempt, {folder.Path("native"), folder.Path("full")}).Error(), row.error)
             << row.name;
-        if (row.passesUnboxed)
+        if (row.passesUnboxed) {
             EXPECT_EQ(ErrorOf(row.attempt), 0) << row.name << ", without the box";
+        }
     }
     close(first);
 }

@@ -1,6 +1,7 @@
 // Engines that end or hang at any moment, and what the players show of it: a moment of a standing picture.
 
 #include "backends/remote/remote_media.h"
+#include "box/boxed.h"
 #include "engine_test.h"
 #include "support/captured_stderr.h"
 #include "support/child_process.h"
@@ -229,6 +230,32 @@ TEST_F(EnginesTest, EnginesThatEndAgainAndAgainWithoutAFileAreStartedNoMore) {
         1);
     ASSERT_FALSE(said.empty());
     EXPECT_NE(said.back().find("there is no engine to play it"), std::string::npos) << said.back();
+}
+
+TEST_F(EnginesTest, AnEnginePlaysInItsBox) {
+    const auto inFilter = [] {
+        const std::string status = ReadFile("/proc/" + std::to_string(EngineOf(kClip)) + "/status");
+        return status.find("Seccomp:\t2") != std::string::npos;
+    };
+    PlayTwins(kClip);
+    EXPECT_TRUE(Reaches(Stage(), 0.3) && Shows(Stage(), Stage().Position()));
+    EXPECT_TRUE(inFilter());
+
+    EndPlayers();
+    EXPECT_EQ(StatusOfChild([&] {
+                  TakeAway(SYS_landlock_create_ruleset);
+                  TakeAway(SYS_seccomp);
+                  CapturedStderr lines;
+                  MakePlayers<remote::RemoteMedia>(kOptions);
+                  PlayTwins(kClip);
+                  EXPECT_TRUE(Reaches(Stage(), 0.3)) << "nor does it need one";
+                  ASSERT_TRUE(Sound().Load(ClipPath("clip.wav")));
+                  const auto said = lines.Lines();
+                  ASSERT_EQ(said.size(), 1U) << "for all engines together";
+                  EXPECT_NE(said[0].find("Landlock"), std::string::npos) << said[0];
+                  EXPECT_NE(said[0].find("seccomp"), std::string::npos) << said[0];
+              }),
+              0);
 }
 
 TEST_F(EnginesTest, NoEngineOutlivesTheProgram) {

@@ -64,6 +64,7 @@ std::vector<CallRule> BaseRules(std::uint32_t self) {
         {SYS_fcntl, {1, kWhole, F_DUPFD}}, {SYS_fcntl, {1, kWhole, F_DUPFD_CLOEXEC}},
         {SYS_fcntl, {1, kWhole, F_GETFD}}, {SYS_fcntl, {1, kWhole, F_SETFD}},
         {SYS_fcntl, {1, kWhole, F_GETFL}}, {SYS_fcntl, {1, kWhole, F_SETFL}},
+        {SYS_fcntl, {1, kWhole, F_SETLK}}, {SYS_fcntl, {1, kWhole, F_SETLKW}},
         {SYS_fcntl, {1, kWhole, F_ADD_SEALS}}, {SYS_fcntl, {1, kWhole, F_GET_SEALS}},
         // Not TIOCSTI, which types at a terminal, nor what answers a seccomp listener.
         {SYS_ioctl, {1, kWhole, FIONBIO}}, {SYS_ioctl, {1, kWhole, FIONREAD}}, {SYS_ioctl, {1, kWhole, TCGETS}},
