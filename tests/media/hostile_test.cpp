@@ -50,6 +50,7 @@ TEST_P(HostileEngine, CostsItsFileAndNothingElse) {
 INSTANTIATE_TEST_SUITE_P(Acts, HostileEngine,
                          ::testing::Values("exits", "ready twice", "loads unasked", "dies", "hangs",
                                            "no number", "endless", "stranger", "unknown", "short", "empty",
-                                           "changes", "lines", "descriptors", "nonsense in memory"));
+                                           "two boxes", "changes", "lines", "descriptors",
+                                           "nonsense in memory"));
 
 } // namespace kirolane::tests

@@ -119,6 +119,7 @@ std::vector<CallRule> CardRules() {
         {SYS_semctl},
         {SYS_semget},
         {SYS_semop},
+        {SYS_semtimedop},
         {SYS_shmat},
         {SYS_shmctl},
         {SYS_shmdt},

@@ -79,6 +79,8 @@ int main() {
         channel.Send(Unknown{});
     if (act == "short")
         send(kEngineDescriptor, "abc", 3, 0);
+    for (int times = 0; act == "two boxes" && times < 2; ++times)
+        channel.Send(Boxed{}, "a line", kEngineDescriptor);
     if (act == "empty")
         send(kEngineDescriptor, "", 0, 0);
     if (act == "changes" || act == "lines" || act == "descriptors")
