@@ -4,6 +4,7 @@
 #include "engine/box/box.h"
 #include "engine/service.h"
 #include "wire/channel.h"
+#include "wire/sound_servers.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -53,6 +54,8 @@ int main(int argc, char** argv) {
     std::signal(SIGTERM, SIG_DFL);
 
     const bool boxed = WantsBox();
+    if (boxed)
+        wire::NamePulseServer();
     const std::string missing = boxed ? box::LimitFiles() : "";
 
     wire::Channel channel{wire::Descriptor(wire::kEngineDescriptor)};

@@ -17,4 +17,8 @@ SoundServers FindSoundServers();
 /// The sockets that a player may be connected to: those, and the servers' places for the whole machine.
 std::vector<std::string> SoundServerSockets();
 
+/// Tells libpulse the socket, by the environment. Left to itself it makes or mends the folder of the socket
+/// first, and gives up where it may not. While there is one thread.
+void NamePulseServer();
+
 } // namespace kirolane::wire

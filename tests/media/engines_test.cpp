@@ -240,6 +240,9 @@ TEST_F(EnginesTest, AnEnginePlaysInItsBox) {
     PlayTwins(kClip);
     EXPECT_TRUE(Reaches(Stage(), 0.3) && Shows(Stage(), Stage().Position()));
     EXPECT_TRUE(inFilter());
+    ASSERT_TRUE(Sound().Load(ClipPath("clip.mid"))) << "with a SoundFont";
+    Order(Sound(), {.running = true, .seekTo = 0.0});
+    EXPECT_TRUE(Reaches(Sound(), 0.3));
 
     EndPlayers();
     EXPECT_EQ(StatusOfChild([&] {

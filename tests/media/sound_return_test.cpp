@@ -25,7 +25,8 @@ protected:
     /// The players look for a server here, and nowhere else.
     HeardPlayer() {
         setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1);
-        setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
+        unsetenv("PULSE_SERVER");
+        folder.MakeFolder("pulse");
         setenv("PIPEWIRE_REMOTE", "none", 1);
         MakePlayers({});
     }
@@ -82,7 +83,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    std::string socket = folder.Path("native");
+    std::string socket = folder.Path("pulse/native"); ///< where it stands in most sessions
     std::string card = "module-pipe-sink use_system_clock_for_timing=yes file=" + folder.Path("heard");
     Pipe heard{folder.Path("heard")}; ///< what comes out of the sink
     pid_t m_server = 0;
