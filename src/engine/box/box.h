@@ -18,8 +18,8 @@ struct Outputs {
     bool card = false;   ///< ALSA
 };
 
-/// Of an engine's private memory, in bytes. By reckoning enough for 8K pictures of ten bits decoded by 16
-/// threads (36 pictures of 100 MB); what needs more fails to be decoded.
+/// Of an engine's private memory, in bytes. 8K pictures of ten bits decoded by 16 threads take 2.5 to 3 GiB;
+/// what needs more fails to be decoded.
 inline constexpr unsigned long long kMostMemory = 4ULL << 30;
 
 /// First, while there is one thread: no new rights, no core dumps, a limit on memory; no file but those of
