@@ -39,12 +39,16 @@ struct ControlDesign {
     std::int32_t page = 0;        ///< one-based page of a TabPanel parent, 0 for none
     Rect rect = {};               ///< window coordinates, also inside a parent
     std::string_view text = {};   ///< caption or text; of a TabPanel its tabs, one a line
+    /// What a screen reader calls it, "" for its text or else its name.
+    std::string_view spoken = {};
     std::string_view textFont = "Osaka";
     std::int32_t textSize = 9; ///< pixels; 0 is the platform's own size
     bool bold = false;
     Color textColor = kBlack;
     TextAlign textAlign = TextAlign::Left;
     bool multiline = false;
+    /// StaticText: changes by itself all the time. A screen reader that looks gets its text and is not told.
+    bool quiet = false;
     bool visible = true;
     bool enabled = true;
     std::int32_t minimum = 0; ///< Slider, ProgressBar
@@ -54,6 +58,7 @@ struct ControlDesign {
     std::int32_t pageStep = 20;
     bool liveScroll = true;
     std::int32_t bevel = 0;             ///< BevelButton: depth of its edge, 0 flat to 6
+    bool holds = false;                 ///< BevelButton: may stay pressed
     std::string_view shortcut = {};     ///< BevelButton: its key while it can be seen, as of a menu item
     std::string_view columnWidths = {}; ///< Listbox: pixels, joined by commas, one a column
     std::string_view picture = {};      ///< Canvas: name of the picture shown, "" for none

@@ -3,6 +3,7 @@
 #include "contract/graphics.h"
 #include "contract/rectcontrol.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -20,6 +21,11 @@ public:
     [[nodiscard]] std::int32_t ColumnCount() const { return static_cast<std::int32_t>(m_widths.size()); }
     /// Pixels of each column.
     [[nodiscard]] const std::vector<std::int32_t>& ColumnWidths() const { return m_widths; }
+    /// What a row is about: the widest.
+    [[nodiscard]] std::int32_t MainColumn() const {
+        return static_cast<std::int32_t>(std::max_element(m_widths.begin(), m_widths.end()) -
+                                         m_widths.begin());
+    }
 
     /// Zero-based selected row, -1 for none.
     [[nodiscard]] std::int32_t ListIndex() const { return m_listIndex; }

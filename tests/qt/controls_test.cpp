@@ -1,11 +1,17 @@
 #include "contract/bevelbutton.h"
 #include "contract/checkbox.h"
 #include "contract/editfield.h"
+#include "contract/listbox.h"
 #include "contract/popupmenu.h"
 #include "contract/progressbar.h"
+#include "contract/statictext.h"
 #include "contract/tabpanel.h"
 #include "contract/updownarrows.h"
 #include "qt_test.h"
+
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 namespace kirolane::tests {
 
@@ -66,6 +72,45 @@ TEST_F(ControlsTest, APressByHandOrByAToolIsReportedOnceAndTheLookIsTheControls)
     PressByTool(tick);
     Settle();
     EXPECT_EQ(log, Names());
+}
+
+QStringList g_told; ///< names of objects that a screen reader was told to have another name
+
+TEST_F(ControlsTest, AScreenReaderFindsRolesKeysRowsAndMarksAndIsNotToldOfWhatCountsTheTime) {
+    QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
+    QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        if (event->type() == QAccessible::NameChanged && event->object() != nullptr)
+            g_told << event->object()->objectName();
+    });
+    const auto of = [](QObject* object) { return QAccessible::queryAccessibleInterface(object); };
+    auto music = ShowForm<MusicShow>();
+    g_told.clear();
+    Do([&] {
+        Get<StaticText>("TimingLabel")->SetText("+1秒：Timing");
+        Get<StaticText>("PosTIme")->SetText("00：00：01");
+        Get<StaticText>("PlayModeLabel")->SetText("再生中");
+        music->SetTitle("00：00：01 / 00：01：00");
+    });
+    EXPECT_EQ(g_told, QStringList{"PlayModeLabel"});
+    EXPECT_EQ(of(Find("Mainform", "TimingLabel"))->text(QAccessible::Name), "+1秒：Timing");
+    EXPECT_EQ(of(Find("MusicForm"))->text(QAccessible::Name), "00：00：01 / 00：01：00");
+    EXPECT_EQ(of(Find("SettingForm"))->role(), QAccessible::Dialog);
+    EXPECT_EQ(of(Find("Mainform", "QTM_PlayButton"))->role(), QAccessible::Button);
+
+    auto list = Get<Listbox>("StrGrid");
+    Do([&] {
+        list->SetCell(0, 0, "●");
+        list->SetCell(0, 1, "a.mov");
+        list->SetCell(0, 2, "00：01：00");
+        list->SetListIndex(0);
+    });
+    auto* row = of(Find("Mainform", "StrGrid"))->focusChild();
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(row->text(QAccessible::Name) + row->text(QAccessible::Description), "a.mov● 00：01：00");
+    auto* menu = of(Find("Mainform")->findChild<QMenuBar*>())->child(1)->child(0); // which was never opened
+    EXPECT_EQ(menu->child(2)->text(QAccessible::Name), "停止");
+    EXPECT_TRUE(menu->child(2)->text(QAccessible::Accelerator).endsWith("+B"));
+    QAccessible::installUpdateHandler(nullptr);
 }
 
 TEST_F(ControlsTest, TheLevelFillsFromTheBottomAndFollowsThePointer) {

@@ -28,21 +28,21 @@ bool IsSeen(const ControlDesign& row) {
 
 std::vector<std::pair<const char*, QVariant>> Properties(const ControlDesign& row) {
     using enum ControlKind;
-    const QString name = qt::ToText(row.name);
     const QString text = qt::ToText(row.text);
     const Qt::Alignment sides[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     const auto align = QVariant::fromValue(sides[static_cast<int>(row.textAlign)] | Qt::AlignVCenter);
-    if (row.kind == StaticText)
-        return {{"accessibleName", text}, {"text", text}, {"alignment", align}};
-    if (row.kind == EditField)
-        return {{"accessibleName", name}, {"text", text}, {"alignment", align}};
+    if (row.kind == StaticText || row.kind == EditField)
+        return {{"text", text}, {"alignment", align}};
     if (row.kind == GroupBox)
-        return {{"accessibleName", text}, {"title", text}};
+        return {{"title", text}};
     if (row.kind == BevelButton || row.kind == CheckBox || row.kind == PushButton)
-        return {{"accessibleName", text}, {"text", text}, {"checked", row.value != 0}};
+        return {{"text", text}, {"checked", row.value != 0}};
     // Of these a class knows some.
-    return {{"accessibleName", name}, {"minimum", row.minimum},   {"maximum", row.maximum},
-            {"value", row.value},     {"pageStep", row.pageStep}, {"singleStep", row.lineStep}};
+    return {{"minimum", row.minimum},
+            {"maximum", row.maximum},
+            {"value", row.value},
+            {"pageStep", row.pageStep},
+            {"singleStep", row.lineStep}};
 }
 
 class FormsTest : public QtTest {
@@ -99,6 +99,9 @@ protected:
         EXPECT_EQ(widget.isEnabled(), row.enabled);
         EXPECT_EQ(!widget.isHidden(), row.visible && (own == 0 || own == page));
         EXPECT_EQ(widget.accessibleDescription(), qt::ToText(row.name));
+        auto* spoken = QAccessible::queryAccessibleInterface(&widget);
+        EXPECT_EQ(spoken->text(QAccessible::Name), qt::ToText(row.spoken.empty() ? row.text : row.spoken));
+        EXPECT_TRUE(row.kind == ControlKind::StaticText || !spoken->text(QAccessible::Name).isEmpty());
         for (const auto& [name, wanted] : Properties(row))
             EXPECT_EQ(widget.metaObject()->indexOfProperty(name) < 0 ? wanted : widget.property(name), wanted)
                 << name;

@@ -19,8 +19,9 @@ namespace {
 /// Draws itself: raised, under the pointer, held down, or pressed for good by its control.
 class BevelWidget : public QAbstractButton {
 public:
-    BevelWidget(int bevel, QWidget* parent) : QAbstractButton(parent), m_bevel(bevel) {
-        setCheckable(true); // an assistive tool reads the pressed look as "checked"
+    BevelWidget(const ControlDesign& design, QWidget* parent)
+        : QAbstractButton(parent), m_bevel(design.bevel) {
+        setCheckable(design.holds); // an assistive tool reads the pressed look as "checked"
         setFocusPolicy(Qt::NoFocus);
         setAttribute(Qt::WA_Hover);
     }
@@ -78,7 +79,7 @@ private:
 class BevelButtonPeer final : public ControlPeer {
 public:
     BevelButtonPeer(BevelButton& button, QWidget& content) : ControlPeer(button) {
-        m_button = new Reporting<BevelWidget>(GetLink(), button.Design().bevel, &content);
+        m_button = new Reporting<BevelWidget>(GetLink(), button.Design(), &content);
         m_button->setFont(FontOf(button.Design()));
         QObject::connect(m_button, &QAbstractButton::clicked, m_button, [link = GetLink()] {
             if (auto* pressed = link.As<BevelButton>())

@@ -58,7 +58,8 @@ void ControlPeer::Update() {
     if (m_widget->toolTip() != tip)
         m_widget->setToolTip(tip);
     UpdateOwn();
-    const QString spoken = SpokenName();
+    const std::string_view named = control.Design().spoken;
+    const QString spoken = named.empty() ? SpokenName() : ToText(named);
     if (m_widget->accessibleName() != spoken)
         m_widget->setAccessibleName(spoken);
 }

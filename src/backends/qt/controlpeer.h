@@ -41,7 +41,7 @@ protected:
     /// The class's own part of Update.
     virtual void UpdateOwn() = 0;
     virtual void UpdatePlace();
-    /// What an assistive tool calls the control: its text where it has one.
+    /// What an assistive tool calls the control where its design does not say: its text if it has one.
     [[nodiscard]] virtual QString SpokenName() const;
 
 private:

@@ -1,5 +1,6 @@
 #include "backends/qt/formwindow.h"
 
+#include "backends/qt/accessibility.h"
 #include "backends/qt/convert.h"
 #include "backends/qt/fonts.h"
 
@@ -47,6 +48,7 @@ int MenuBarHeight() {
 FormWindow::FormWindow(Window& window, Listener& listener)
     : QWidget(nullptr, FlagsOf(window.Design())), m_link(window), m_listener(&listener) {
     const QString name = ToText(window.Name());
+    SetSpokenRole(*this, window.Is(WindowRole::Dialog) ? QAccessible::Dialog : QAccessible::Window);
     setObjectName(name);
     setAccessibleDescription(name);
     setFocusPolicy(Qt::NoFocus);

@@ -41,9 +41,18 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
-    if (role != Qt::DisplayRole || List() == nullptr)
+    if (List() == nullptr)
         return {};
-    return ToText(List()->Cell(index.row(), index.column()));
+    const auto text = [&](int column) { return ToText(List()->Cell(index.row(), column)); };
+    if (role == Qt::DisplayRole)
+        return text(index.column());
+    if (role != Qt::AccessibleDescriptionRole || index.column() != List()->MainColumn())
+        return {};
+    QStringList others; // a screen reader says them with the cell that it is on
+    for (int column = 0; column < columnCount({}); ++column)
+        if (column != index.column() && !text(column).isEmpty())
+            others << text(column);
+    return others.join(QLatin1Char(' '));
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -134,15 +134,17 @@ int ListView::LastRowSeen() const {
 void ListView::UpdateSelection() {
     const int row = List()->ListIndex();
     const auto selected = selectionModel()->selectedRows();
-    if (row == (selected.isEmpty() ? -1 : selected.front().row()))
+    const bool stands = row == (selected.isEmpty() ? -1 : selected.front().row());
+    if (stands && (row < 0 || currentIndex().column() == List()->MainColumn()))
         return;
     if (row < 0) {
         selectionModel()->clear();
         return;
     }
-    const QModelIndex index = m_model.index(row, 0);
+    const QModelIndex index = m_model.index(row, List()->MainColumn());
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollTo(index);
+    if (!stands)
+        scrollTo(index);
 }
 
 void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
@@ -193,10 +195,9 @@ void ListView::keyPressEvent(QKeyEvent* event) {
 }
 
 QModelIndex ListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    if (m_model.Rows() > 0 && action == MoveHome)
-        return m_model.index(0, 0);
-    if (m_model.Rows() > 0 && action == MoveEnd)
-        return m_model.index(m_model.Rows() - 1, 0);
+    const bool home = action == MoveHome;
+    if (List() != nullptr && m_model.Rows() > 0 && (home || action == MoveEnd))
+        return m_model.index(home ? 0 : m_model.Rows() - 1, List()->MainColumn());
     return QTableView::moveCursor(action, modifiers);
 }
 

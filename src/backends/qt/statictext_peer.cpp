@@ -1,3 +1,4 @@
+#include "backends/qt/accessibility.h"
 #include "backends/qt/controlpeers.h"
 #include "backends/qt/convert.h"
 #include "backends/qt/fonts.h"
@@ -123,12 +124,17 @@ class StaticTextPeer final : public ControlPeer {
 public:
     StaticTextPeer(StaticText& label, QWidget& content) : ControlPeer(label) {
         m_label = new Reporting<LabelWidget>(GetLink(), label.Design(), &content);
+        if (label.Design().quiet)
+            SetQuiet(*m_label);
         Adopt(*m_label);
     }
 
 private:
-    void UpdateOwn() override { m_label->SetLabel(SpokenName()); }
-    [[nodiscard]] QString SpokenName() const override { return ToText(Held<StaticText>().Text()); }
+    void UpdateOwn() override { m_label->SetLabel(ToText(Held<StaticText>().Text())); }
+    [[nodiscard]] QString SpokenName() const override {
+        return Control().Design().quiet ? ControlPeer::SpokenName()
+                                        : QString(); // Qt says a label's text itself
+    }
 
     LabelWidget* m_label;
 };

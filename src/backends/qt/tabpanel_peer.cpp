@@ -42,7 +42,7 @@ public:
         m_tabs->setExpanding(false);
         const QString name = ToText(panel.Name());
         m_tabs->setObjectName(name + QStringLiteral(".Tabs"));
-        m_tabs->setAccessibleName(name);
+        m_tabs->setAccessibleName(ToText(panel.Design().spoken));
         m_tabs->setAccessibleDescription(name);
         for (const auto& tab : panel.Tabs())
             m_tabs->addTab(ToPlainText(tab));

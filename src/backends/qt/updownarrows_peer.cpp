@@ -61,7 +61,8 @@ private:
         const QString name =
             ToText(Control().Name()) + (up ? QStringLiteral(".Up") : QStringLiteral(".Down"));
         half->setObjectName(name);
-        half->setAccessibleName(name);
+        half->setAccessibleName(ToText(Control().Design().spoken) +
+                                (up ? QStringLiteral(" ＋") : QStringLiteral(" −")));
         half->setAccessibleDescription(name);
         QObject::connect(half, &QAbstractButton::clicked, half, [link = GetLink(), report] {
             if (auto* arrows = link.As<UpDownArrows>())

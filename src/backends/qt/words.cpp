@@ -57,6 +57,8 @@ constexpr Word kWords[] = {
     {"QLineEdit",        "&Paste",             "貼り付け(&P)"},
     {"QLineEdit",        "Delete",             "削除"},
     {"QLineEdit",        "Select All",         "すべてを選択"},
+    {"QTabBar",          "Scroll Left",        "前のページ"},
+    {"QTabBar",          "Scroll Right",       "次のページ"},
     {"QShortcut",        "Meta",               "Super"}, // as keyboards and desktops have it
     {"QShortcut",        "Left",               "←"},
     {"QShortcut",        "Right",              "→"},

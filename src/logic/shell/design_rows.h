@@ -2,6 +2,7 @@
 
 #include "contract/control_design.h"
 #include "contract/window_design.h"
+#include "logic/shell/spoken_names.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,6 +26,7 @@ constexpr ControlDesign Row(ControlKind kind, std::string_view name, std::string
     row.page = page;
     row.rect = rect;
     row.text = text;
+    row.spoken = SpokenNameOf(name);
     return row;
 }
 
@@ -115,6 +117,11 @@ constexpr ControlDesign Clock(std::string_view name, std::int32_t period, std::i
 
 constexpr ControlDesign Worker(std::string_view name) {
     return Row(ControlKind::Thread, name, kWindow, 0, {});
+}
+
+constexpr ControlDesign Quiet(ControlDesign row) {
+    row.quiet = true;
+    return row;
 }
 
 constexpr ControlDesign Hidden(ControlDesign row) {

@@ -23,6 +23,7 @@ namespace design {
 constexpr ControlDesign FolderButton(std::string_view name, std::int32_t page, std::int32_t left,
                                      std::string_view caption, std::string_view shortcut) {
     ControlDesign row = Bevel(name, "ListTab", page, {left, 383, 24, 22}, caption, 0, 9, true);
+    row.holds = true;
     row.shortcut = shortcut;
     return row;
 }
@@ -34,7 +35,8 @@ inline constexpr ControlDesign kMainformControls[] = {
     Player   ("QTM",                     "GroupBox1", 0, {  11,   28,  320,  240}, true),
     SliderRow("QTM_PosBar",              "GroupBox1", 0, {  10,  276,  320,   16}, 1, 0, 20, false, false),
     Group    ("GroupBox2",               kWindow,     0, {   4,  310,  335,  105}, "コントローラー"),
-    Label    ("MonitorPosTime",          "GroupBox2", 0, {  14,  330,   50,   20}, "00：00：00", kCentre),
+    Quiet(
+    Label    ("MonitorPosTime",          "GroupBox2", 0, {  14,  330,   50,   20}, "00：00：00", kCentre)),
     Label    ("StaticText4",             "GroupBox2", 0, {  71,  330,    8,   20}, "/", kLeft),
     Label    ("MaxTime",                 "GroupBox2", 0, {  84,  330,   50,   20}, "00：00：00", kCentre),
     Label    ("PlayModeLabel",           "GroupBox2", 0, { 134,  330,   50,   20}, "", kCentre),
@@ -60,8 +62,10 @@ inline constexpr ControlDesign kMainformControls[] = {
     Label    ("CountLabel",              "ListTab",   1, { 621,  384,   43,   20}, "カウント中：", kLeft))),
     Hidden(Coloured(kRed,
     Label    ("mCountLabel",             "ListTab",   2, { 621,  384,   43,   20}, "カウント中：", kLeft))),
-    Label    ("FileNumberLabel",         "ListTab",   1, { 666,  384,  120,   20}, "0", kRight),
-    Label    ("mFileNumberLabel",        "ListTab",   2, { 666,  384,  120,   20}, "0", kRight),
+    Quiet(
+    Label    ("FileNumberLabel",         "ListTab",   1, { 666,  384,  120,   20}, "0", kRight)),
+    Quiet(
+    Label    ("mFileNumberLabel",        "ListTab",   2, { 666,  384,  120,   20}, "0", kRight)),
 
     // The step from the first folder button to the second is 22, all the others are 23.
     FolderButton("Fold1",  1, 356, "1", "Option+1"),    FolderButton("mFold1",  2, 356, "1", "Option+1"),
@@ -81,9 +85,10 @@ inline constexpr ControlDesign kMainformControls[] = {
               "DummyBack",               kWindow,     0, {   0,  453,  320,  240}),
     Picture  ("DummyQTM",                "DummyBack", 0, {  76,  511,  160,  120}, "Kirologo"),
     Label    ("FileLabel",               kWindow,     0, { 115,  306,  224,   20}, "", kLeft),
-    Label    ("PosTIme",                 kWindow,     0, {  90,    2,   50,   20}, "00：00：00", kLeft), // sic
-    Coloured(kGrey,
-    Label    ("TimingLabel",             kWindow,     0, { 181,    2,  150,   20}, "±0秒： Timing", kRight)),
+    Quiet(
+    Label    ("PosTIme",                 kWindow,     0, {  90,    2,   50,   20}, "00：00：00", kLeft)), // sic
+    Quiet(Coloured(kGrey,
+    Label    ("TimingLabel",             kWindow,     0, { 181,    2,  150,   20}, "±0秒： Timing", kRight))),
     Clock    ("TimeTimer", 1000, 2),
     Worker   ("FolderThread"),
     Worker   ("mFolderThread"),

@@ -34,7 +34,8 @@ inline constexpr ControlDesign kMusicFormControls[] = {
     Bar      ("VolumeProgress",          "GroupBox1", 0, { 102,  52,   21,   36}, 100, 80),
     Label    ("VolumeLabel",             "GroupBox1", 0, {  10,  72,   75,   20}, "Volume： 80", kCentre),
     SliderRow("QTM_PosBar",              "GroupBox1", 0, {  10, 108,  120,   16}, 1, 0, 20, false, false),
-    Label    ("PosTime",                 "GroupBox1", 0, {  10, 129,   50,   20}, "00：00：00", kCentre),
+    Quiet(
+    Label    ("PosTime",                 "GroupBox1", 0, {  10, 129,   50,   20}, "00：00：00", kCentre)),
     Label    ("StaticText1",             "GroupBox1", 0, {  67, 129,    8,   20}, "/", kLeft),
     Label    ("MaxTime",                 "GroupBox1", 0, {  80, 129,   50,   20}, "00：00：00", kCentre),
     Bevel    ("QTM_PlayButton",          "GroupBox1", 0, {  46, 154,   50,   50}, "＞", 6, 9, false),
