@@ -1,7 +1,10 @@
+#include "logic/lists/media_types.h"
 #include "support/captured_stderr.h"
+#include "support/document.h"
 #include "twin_test.h"
 
 #include <filesystem>
+#include <span>
 #include <thread>
 
 namespace kirolane::tests {
@@ -15,6 +18,18 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, ScanTest, ::testing::Bool(), TwinName);
+
+TEST(FormatsTest, TheDocumentTellsEveryExtension) {
+    std::vector<std::vector<std::string>> types;
+    for (const bool movies : {true, false})
+        for (const MediaTypeRow& row : movies ? std::span<const MediaTypeRow>(kMovieTypes) : kSoundTypes)
+            types.push_back(
+                {std::string(row.extension), movies ? "movies" : "sounds", std::string(row.caption)});
+    auto told = DocumentRows("formats.md", 4);
+    for (auto& row : told)
+        row.pop_back();
+    EXPECT_EQ(told, types);
+}
 
 TEST_P(ScanTest, ListsTheFilesOfOneFolderByTheTailOfTheirNames) {
     const std::string media = MakeMedia(

@@ -1,8 +1,10 @@
 // Files of every kind, in every container that the lists know: what is seen and heard of each, how long, and
 // what is said about it.
 
+#include "backends/mpv/deck_options.h"
 #include "engine_test.h"
 #include "support/captured_stderr.h"
+#include "support/document.h"
 
 #include <algorithm>
 #include <sys/resource.h>
@@ -156,6 +158,18 @@ TEST_P(Clips, PlaysInBothTwinsAndAsASoundSeeksExactlyAndEndsAtItsDuration) {
     EXPECT_EQ(said.size(), clip.says != nullptr ? 1U : 0U);
     for (const std::string& line : said)
         EXPECT_TRUE(clip.says != nullptr && line.find(file + ": " + clip.says) != std::string::npos) << line;
+}
+
+TEST(FormatsTest, TheDocumentTellsTheContainersAndWhichExtensionsHaveAClip) {
+    std::string names;
+    for (const auto& row : DocumentRows("formats.md", 2))
+        names += (names.empty() ? "" : ",") + row[0];
+    EXPECT_EQ(names, mpv::kFormats);
+    for (const auto& row : DocumentRows("formats.md", 4))
+        EXPECT_EQ(std::any_of(std::begin(kClips), std::end(kClips),
+                              [&](const Clip& clip) { return std::string(clip.name).ends_with(row[0]); }),
+                  !row[3].empty())
+            << row[0];
 }
 
 INSTANTIATE_TEST_SUITE_P(Media, Clips, ::testing::ValuesIn(kClips), NameOf);

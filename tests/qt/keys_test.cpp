@@ -4,6 +4,7 @@
 #include "contract/menuitem.h"
 #include "contract/tabpanel.h"
 #include "qt_test.h"
+#include "support/document.h"
 
 #include <qpa/qwindowsysteminterface.h>
 
@@ -29,26 +30,23 @@ protected:
 
 TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKeyAndADesktopThatTakesTheFirstShowsTheSecond) {
     qunsetenv("XDG_CURRENT_DESKTOP");
-    QFile document(KIROLANE_KEYS_DOCUMENT);
-    ASSERT_TRUE(document.open(QIODevice::ReadOnly));
-    QStringList told = QString::fromUtf8(document.readAll())
-                           .split('\n')
-                           .filter(QRegularExpression("^\\| (?!Menu )([^|]*\\|){4}$"));
+    const auto told = DocumentRows("keys.md", 4);
+    auto line = told.begin();
     for (const MenuTable& menu : kMenus)
         for (const MenuRow& row : menu.rows) {
             if (!IsCommand(row))
                 continue;
-            QStringList cells{qt::ToText(row.text).remove('&'), {}, {}};
+            ASSERT_NE(line, told.end()) << row.name;
+            std::vector<std::string> cells{std::string(row.text.substr(row.text.starts_with('&') ? 1 : 0)),
+                                           "", ""};
             int cell = 0;
             for (const QKeySequence& keys : qt::KeysOf(row.shortcut))
                 if (keys[0].key() != Qt::Key_Enter)
-                    cells[++cell] = keys.toString(QKeySequence::NativeText);
-            const QString text = "| " + cells.join(" | ") + " | ";
-            const QString line = told.isEmpty() ? QString() : told.takeFirst();
-            EXPECT_TRUE(line.startsWith(text)) << text.toStdString() << line.toStdString();
-            EXPECT_EQ(line.contains("(console only)"), row.where == Where::Console) << line.toStdString();
+                    cells.at(++cell) = keys.toString(QKeySequence::NativeText).toStdString();
+            EXPECT_EQ(std::vector(line->begin(), line->begin() + 3), cells);
+            EXPECT_EQ(line++->at(3).ends_with("(console only)"), row.where == Where::Console) << row.name;
         }
-    EXPECT_TRUE(told.isEmpty());
+    EXPECT_EQ(line, told.end());
     const std::tuple<const char*, const char*, const char*> shown[] = {
         {"ubuntu:GNOME", "Control+n", "Ctrl+Shift+N"},
         {"KDE", "Control+n", "Super+N"},
