@@ -1,6 +1,9 @@
 #include "backends/qt/accessibility.h"
 
+#include "backends/qt/spokencommand.h"
+
 #include <QAccessibleWidget>
+#include <QAction>
 #include <QWidget>
 
 namespace kirolane::qt {
@@ -21,6 +24,8 @@ public:
 };
 
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
+    if (auto* action = qobject_cast<QAction*>(object))
+        return MakeSpokenCommand(*action);
     if (object == nullptr || !object->isWidgetType())
         return nullptr;
     if (object->property(kQuiet).toBool())

@@ -13,7 +13,8 @@ void SetSpokenRole(QWidget& widget, QAccessible::Role role);
 /// does not follow.
 void SetQuiet(QWidget& label);
 
-/// Has assistive tools told of those. Needs the application object; harmless if repeated.
+/// Has assistive tools told of those, and of the menus' items (MakeSpokenCommand). Needs the application
+/// object; harmless if repeated.
 void InstallAccessibility();
 
 } // namespace kirolane::qt
