@@ -3,10 +3,13 @@
 import os
 
 from case import CLIP_NAMES, CLIPS, CONSOLE, LOGO, MONITOR, NO_TIME, Case, desks, seen
+from desk import clips
 from desk.clips import FRAMES_PER_SECOND
+from desk.processes import held
 from desk.show import RIGHT
 
 IN_STEP = FRAMES_PER_SECOND // 3  # frames between the twins, on a loaded machine without a graphics card
+MISSED = 2  # frames of a second, by who looks or who decodes, on such a machine
 
 
 class Show(Case):
@@ -52,6 +55,24 @@ class Show(Case):
         show.press("Shift_L", "n")
         self.assert_at_rest(show)
         self.assertEqual(show.rows(3, column=0), ["", "", ""])
+
+    def test_the_main_thread_may_hang(self):
+        show = self.start_playing()
+        areas = {window: show.picture_area(window) for window in (CONSOLE, MONITOR)}
+        first = show.codes()[1][1] + 5
+        wanted = set(range(first, first + FRAMES_PER_SECOND))
+        shown = {window: set() for window in areas}
+
+        def second_over():
+            for window, area in areas.items():
+                code = clips.read_code(self.desk.screen.picture, area)
+                shown[window].add(code and code[1])
+            return max(filter(None, shown[MONITOR])) > max(wanted)
+        with held(show.program.process.pid):
+            self.desk.waiter.until(second_over, f"a second of pictures, not {shown}", 5)
+            self.shoot("held")
+        for window, frames in shown.items():
+            self.assertLessEqual(len(wanted - frames), MISSED, f"{window}: {sorted(wanted - frames)}")
 
     def test_bad_files_do_not_stop_the_show(self):
         whole = (CLIPS / CLIP_NAMES[0]).read_bytes()

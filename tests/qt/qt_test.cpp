@@ -29,10 +29,19 @@ QJsonObject Describe(const std::vector<TestScreen>& screens) {
 
 QtTest::QtTest(const std::vector<TestScreen>& screens)
     : m_files(m_folder.MakeFolder("home"), m_folder.MakeFolder("application")) {
+    Begin("offscreen:configfile=" +
+          m_folder.Write("screens.json", QJsonDocument(Describe(screens)).toJson().toStdString()));
+}
+
+QtTest::QtTest(const std::string& display)
+    : m_files(m_folder.MakeFolder("home"), m_folder.MakeFolder("application")) {
+    qputenv("DISPLAY", QByteArray::fromStdString(display));
+    Begin("xcb");
+}
+
+void QtTest::Begin(const std::string& platform) {
     EXPECT_EQ(m_files.Prepare(), "");
-    const std::string config =
-        m_folder.Write("screens.json", QJsonDocument(Describe(screens)).toJson().toStdString());
-    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + config));
+    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString(platform));
     m_windows = std::make_unique<qt::QtWindows>(g_argc, g_argv);
     m_runtime = std::make_unique<Runtime>(*m_windows, m_media, m_files);
 }

@@ -34,6 +34,8 @@ inline constexpr Rect kStage{1920, 0, 1920, 1080};
 class QtTest : public ::testing::Test {
 protected:
     explicit QtTest(const std::vector<TestScreen>& screens = {{"Main", kMain}, {"Stage", kStage}});
+    /// On an X server, where nobody manages windows.
+    explicit QtTest(const std::string& display);
     ~QtTest() override;
     void SetUp() override;
 
@@ -74,6 +76,7 @@ protected:
     PictureMedia m_media;
 
 private:
+    void Begin(const std::string& platform);
     static QWidget* FindWidget(const std::string& window, const std::string& name);
 
     posix::PosixFileSystem m_files;

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] virtual bool ReadyToShow() const { return true; }
     /// Has `ready` called whenever ReadyToShow may have become true.
     virtual void OnReady(const std::function<void()>& /*ready*/) {}
+    /// All widgets of the window stand and show as they are to.
+    virtual void WindowSettled() {}
 
 protected:
     explicit ControlPeer(RectControl& control) : m_link(control) {}

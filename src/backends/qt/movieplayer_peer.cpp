@@ -1,5 +1,7 @@
 #include "backends/qt/accessibility.h"
 #include "backends/qt/controlpeers.h"
+#include "backends/qt/pane.h"
+#include "backends/qt/picture_painting.h"
 #include "backends/qt/reporting.h"
 #include "contract/backend/mediaengine.h"
 #include "contract/movieplayer.h"
@@ -20,10 +22,14 @@ namespace {
 
 const auto kNewPicture = static_cast<QEvent::Type>(QEvent::registerEventType());
 
-/// The pictures of one player, black where it has none.
+/// The pictures of one player, black where it has none. The presenter puts them where it can and nothing of
+/// the window lies over them; else Qt paints them.
 class ScreenWidget : public QWidget {
 public:
-    explicit ScreenWidget(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_OpaquePaintEvent); }
+    explicit ScreenWidget(QWidget* parent) : QWidget(parent) {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        parent->installEventFilter(this);
+    }
     ~ScreenWidget() override { SetFrames(nullptr); }
     ScreenWidget(const ScreenWidget&) = delete;
     ScreenWidget& operator=(const ScreenWidget&) = delete;
@@ -34,23 +40,32 @@ public:
         if (m_frames != nullptr) {
             m_frames->SetListener({});
             m_frames->SetPainter({});
+            m_pane.reset();
         }
         m_frames = frames;
         if (m_frames == nullptr)
             return;
+        m_pane = MakePane(*m_frames, [this] { Post(); });
         m_frames->SetListener([this] {
             m_unpainted = true;
-            if (!m_posted.exchange(true)) // the engine's worker: only posts, and one at a time
-                QCoreApplication::postEvent(this, new QEvent(kNewPicture));
+            if (m_pane != nullptr && m_pane->Works())
+                m_pane->NewPicture();
+            else
+                Post();
         });
         m_frames->SetPainter([this] {
-            if (m_unpainted)
+            if (m_unpainted && !m_presented)
                 repaint();
         });
     }
     [[nodiscard]] FrameSource* Frames() const { return m_frames; }
 
     void SetLoaded(bool loaded) { m_loaded = loaded; }
+    /// All that belongs to one change has been made.
+    void Settle() {
+        m_black = !HasPicture();
+        Follow();
+    }
     void SetOnPicture(std::function<void()> call) { m_onPicture = std::move(call); }
 
     /// Whether the engine is to make pictures at all.
@@ -64,29 +79,44 @@ protected:
         if (event->type() != kNewPicture)
             return QWidget::event(event);
         m_posted = false;
+        Settle();
         update();
         if (m_onPicture)
             m_onPicture();
         return true;
     }
 
-    void resizeEvent(QResizeEvent* /*event*/) override { AskForSize(); }
+    /// Where the area moves that the controls stand on, they are not told.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Move)
+            Follow();
+        return QWidget::eventFilter(watched, event);
+    }
+    void showEvent(QShowEvent* /*event*/) override { Follow(); }
+    void hideEvent(QHideEvent* /*event*/) override { Follow(); }
+    void moveEvent(QMoveEvent* /*event*/) override { Follow(); }
+    void resizeEvent(QResizeEvent* /*event*/) override {
+        AskForSize();
+        Follow();
+    }
 
     void paintEvent(QPaintEvent* /*event*/) override {
         m_unpainted = false;
         AskForSize(); // the window may have come to a screen of finer pixels
+        Follow();
+        if (m_presented)
+            return; // what is below the pane is not seen
         QPainter painter(this);
         bool drawn = false;
-        if (m_loaded && m_frames != nullptr && m_frames->HasPicture())
+        if (HasPicture())
             m_frames->Visit([&](const FrameView& frame) {
-                QImage image(frame.pixels, frame.width, frame.height, frame.stride, QImage::Format_RGB32);
-                painter.setCompositionMode(QPainter::CompositionMode_Source);
+                QImage image = ImageOf(frame);
                 if (image.size() == DeviceSize()) {
+                    painter.setCompositionMode(QPainter::CompositionMode_Source);
                     image.setDevicePixelRatio(devicePixelRatioF());
                     painter.drawImage(0, 0, image);
                 } else {
-                    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-                    painter.drawImage(rect(), image);
+                    PaintStretched(painter, image, rect());
                 }
                 drawn = true;
             });
@@ -95,6 +125,39 @@ protected:
     }
 
 private:
+    /// Any thread; only posts, and one at a time.
+    void Post() {
+        if (!m_posted.exchange(true))
+            QCoreApplication::postEvent(this, new QEvent(kNewPicture));
+    }
+    [[nodiscard]] bool HasPicture() const {
+        return m_loaded && m_frames != nullptr && m_frames->HasPicture();
+    }
+    /// Another control of the window stands in front of the picture.
+    [[nodiscard]] bool IsCovered() const {
+        const QObjectList& siblings = parentWidget()->children();
+        const auto over = std::find(siblings.begin(), siblings.end(), this);
+        return std::any_of(over + 1, siblings.end(), [this](const QObject* object) {
+            const auto* widget = qobject_cast<const QWidget*>(object);
+            return widget != nullptr && !widget->isHidden() && widget->geometry().intersects(geometry());
+        });
+    }
+    /// Tells the presenter where the pictures go now. The one place where it is decided who shows them.
+    void Follow() {
+        if (m_pane == nullptr)
+            return;
+        const double scale = devicePixelRatioF();
+        const QPoint place = mapTo(window(), QPoint());
+        PaneOrder order;
+        order.window = static_cast<std::uint32_t>(window()->internalWinId());
+        order.place = QRect(QPoint(qRound(place.x() * scale), qRound(place.y() * scale)), DeviceSize());
+        order.shown = m_pane->Works() && isVisible() && order.window != 0 && !IsCovered();
+        order.black = m_black;
+        if (m_presented && !order.shown)
+            update();
+        m_presented = order.shown;
+        m_pane->Order(order);
+    }
     [[nodiscard]] QSize DeviceSize() const {
         return {qRound(width() * devicePixelRatioF()), qRound(height() * devicePixelRatioF())};
     }
@@ -107,7 +170,10 @@ private:
     }
 
     FrameSource* m_frames = nullptr;
+    std::unique_ptr<Pane> m_pane;
+    bool m_presented = false; ///< by the pane, not by Qt
     bool m_loaded = false;
+    bool m_black = true;
     bool m_wanted = false;
     QSize m_asked;
     std::function<void()> m_onPicture;
@@ -152,6 +218,7 @@ private:
         m_screen->SetWanted(window.intersects(m_screen->geometry()));
         m_screen->update();
     }
+    void WindowSettled() override { m_screen->Settle(); }
 
     ScreenWidget* m_screen;
 };

@@ -80,6 +80,8 @@ void Visibility::Update() {
         if (IsCurtain(*place.peer))
             widget.setVisible(OnShow(place) || (waiting && !widget.isHidden()));
     }
+    for (const Place& place : m_places)
+        place.peer->WindowSettled();
     m_waited = false;
     if (!waiting)
         m_patience.stop();

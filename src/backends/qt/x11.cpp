@@ -35,6 +35,11 @@ void X11ShowOnAllDesktops(unsigned long window) {
     XFlush(display);
 }
 
+std::string X11DisplayName() {
+    Display* display = GetDisplay();
+    return display == nullptr ? std::string() : DisplayString(display);
+}
+
 void X11SuspendScreenSaver(bool suspend) {
     Display* display = GetDisplay();
     int eventBase = 0;
@@ -52,6 +57,10 @@ void X11SuspendScreenSaver(bool suspend) {
 namespace kirolane::qt {
 
 void X11ShowOnAllDesktops(unsigned long /*window*/) {}
+
+std::string X11DisplayName() {
+    return {};
+}
 
 void X11SuspendScreenSaver(bool /*suspend*/) {}
 

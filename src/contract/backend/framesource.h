@@ -5,12 +5,20 @@
 
 namespace kirolane {
 
+/// Memory that another process can be handed.
+struct FrameMemory {
+    int descriptor = -1;      ///< its owner's; -1 for none
+    std::uint64_t number = 0; ///< its own for good, which a descriptor is not
+    std::uint32_t offset = 0; ///< bytes, at which the picture begins
+};
+
 /// A finished picture: rows of 32-bit pixels, bytes blue, green, red, and one undefined.
 struct FrameView {
     const std::uint8_t* pixels = nullptr;
     std::int32_t width = 0; ///< device pixels
     std::int32_t height = 0;
-    std::int32_t stride = 0; ///< bytes from row to row
+    std::int32_t stride = 0; ///< bytes from row to row, a multiple of 4
+    FrameMemory memory = {}; ///< where the pixels lie in such
 };
 
 /// The pictures of one player. They are rendered by a worker of the engine's, stretched to the size asked
@@ -34,8 +42,8 @@ public:
     /// The file now loaded has moving or still pictures.
     [[nodiscard]] virtual bool HasPicture() const = 0;
     /// Shows the newest picture, of the file before where HasFrame is false, to visit, which must not keep
-    /// it; it stays as it is meanwhile, and new ones do not wait for that. Nothing if there has been none.
-    /// Any thread.
+    /// it; it stays as it is meanwhile, in memory that has a descriptor until the next Visit, and new ones do
+    /// not wait for that. Nothing if there has been none. Any thread.
     virtual void Visit(const std::function<void(const FrameView&)>& visit) const = 0;
 };
 
