@@ -29,6 +29,8 @@ SurfaceLayout::SurfaceLayout(std::int32_t wide, std::int32_t high)
 
 SurfaceReader::SurfaceReader(std::int32_t width, std::int32_t height)
     : m_layout(width, height), m_memory(SharedMemory::Make("kirolane-pictures", m_layout.Bytes())) {
+    static std::atomic<std::uint64_t> last = 0;
+    m_number = ++last;
     if (IsThere())
         Mailbox(m_memory) = 1;
 }
@@ -40,6 +42,12 @@ bool SurfaceReader::Take() {
     m_slot = mailbox.exchange(m_slot, std::memory_order_acq_rel) & kIndex;
     m_taken = true;
     return true;
+}
+
+FrameView SurfaceReader::View() const {
+    FrameView view = m_layout.View(m_memory, m_slot);
+    view.memory = {m_memory.Get(), m_number, static_cast<std::uint32_t>(m_layout.Offset(m_slot))};
+    return view;
 }
 
 Slot::~Slot() {

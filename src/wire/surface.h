@@ -48,11 +48,13 @@ public:
     [[nodiscard]] std::optional<unsigned> Slot() const {
         return m_taken ? std::optional(m_slot) : std::nullopt;
     }
-    [[nodiscard]] FrameView View() const { return m_layout.View(m_memory, m_slot); }
+    /// With its memory, to be handed on.
+    [[nodiscard]] FrameView View() const;
 
 private:
     SurfaceLayout m_layout;
     SharedMemory m_memory;
+    std::uint64_t m_number; ///< of this memory, and of no other
     unsigned m_slot = 0;
     bool m_taken = false;
 };

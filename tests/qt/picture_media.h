@@ -54,7 +54,8 @@ public:
     void HandOn() {
         m_memory = ::memfd_create("pictures", MFD_CLOEXEC);
         ASSERT_EQ(::ftruncate(m_memory, kRoom), 0);
-        m_shared = static_cast<uchar*>(::mmap(nullptr, kRoom, PROT_READ | PROT_WRITE, MAP_SHARED, m_memory, 0));
+        m_shared =
+            static_cast<uchar*>(::mmap(nullptr, kRoom, PROT_READ | PROT_WRITE, MAP_SHARED, m_memory, 0));
     }
     [[nodiscard]] QSize AskedSize() const { return m_size; }
     [[nodiscard]] bool Watched() const { return m_listener != nullptr; }
@@ -86,7 +87,8 @@ private:
         const std::lock_guard lock(m_mutex);
         m_picture = picture;
         if (m_shared != nullptr)
-            std::memcpy(m_shared + kFirst, picture.constBits(), static_cast<std::size_t>(picture.sizeInBytes()));
+            std::memcpy(m_shared + kFirst, picture.constBits(),
+                        static_cast<std::size_t>(picture.sizeInBytes()));
     }
 
     // FrameSource.
@@ -97,8 +99,10 @@ private:
     void Visit(const std::function<void(const FrameView&)>& visit) const override {
         const std::lock_guard lock(m_mutex);
         if (!m_picture.isNull())
-            visit({m_shared != nullptr ? m_shared + kFirst : m_picture.constBits(), m_picture.width(),
-                   m_picture.height(), static_cast<std::int32_t>(m_picture.bytesPerLine()),
+            visit({m_shared != nullptr ? m_shared + kFirst : m_picture.constBits(),
+                   m_picture.width(),
+                   m_picture.height(),
+                   static_cast<std::int32_t>(m_picture.bytesPerLine()),
                    {m_memory, 1, kFirst}});
     }
 

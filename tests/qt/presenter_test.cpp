@@ -56,23 +56,29 @@ std::string NameOf(const ::testing::TestParamInfo<Way>& way) {
     return way.param.name;
 }
 
+std::vector<QRgb> PixelsOf(const QImage& image) {
+    std::vector<QRgb> pixels;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            pixels.push_back(image.pixel(x, y) & 0xFFFFFF);
+    return pixels;
+}
+
 TEST_P(ScreenTest, PicturesAreTheEnginesToThePixel) {
     Open();
     Engine().MakePicture(kFirst);
     ASSERT_TRUE(Shows({1, 1}, kFirst));
-    const auto color = [](int x, int y) { return qRgb(x % 256, y % 256, (x / 256) * 16 + y / 256); };
-    Engine().MakePicture(color);
-    std::vector<QRgb> picture;
-    for (int y = 0; y < Engine().Height(); ++y)
-        for (int x = 0; x < Engine().Width(); ++x)
-            picture.push_back(color(x, y) & 0xFFFFFF);
-    EXPECT_TRUE(Until([&] {
-        return Pixels({Area().topLeft(), QSize(Engine().Width(), Engine().Height())}) == picture;
-    }));
+    QImage picture(Engine().AskedSize(), QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            picture.setPixel(x, y, qRgb(x % 256, y % 256, (x / 256) * 16 + y / 256));
+    Engine().MakePicture(picture);
+    EXPECT_TRUE(Until([&] { return Pixels({Area().topLeft(), picture.size()}) == PixelsOf(picture); }));
 }
 
 TEST_P(ScreenTest, TheScreenFollowsTheShow) {
-    OpenWithPicture(kFirst);
+    Open();
+    Engine().MakePicture(kFirst);
     EXPECT_TRUE(Shows({1, 1}, kFirst));
     Open();
     EXPECT_TRUE(Shows({1, 1}, kFirst)) << "the last picture until the first new one";
@@ -80,7 +86,8 @@ TEST_P(ScreenTest, TheScreenFollowsTheShow) {
     EXPECT_TRUE(Shows({1, 1}, kSecond));
     Open(false);
     EXPECT_TRUE(Shows({1, 1}, Qt::black)) << "sound alone";
-    OpenWithPicture(kFirst);
+    Open();
+    Engine().MakePicture(kFirst);
     EXPECT_TRUE(Shows({1, 1}, kFirst));
 
     const QPoint corner(299, 199);
@@ -103,15 +110,7 @@ TEST_P(ScreenTest, TheScreenFollowsTheShow) {
     EXPECT_TRUE(Shows(corner, kSecond));
 
     Close();
-    EXPECT_TRUE(Until([&] {
-        const QImage curtain = Look("Mainform", "DummyQTM").convertToFormat(QImage::Format_RGB32);
-        std::vector<QRgb> wanted(reinterpret_cast<const QRgb*>(curtain.bits()),
-                                 reinterpret_cast<const QRgb*>(curtain.bits()) +
-                                     curtain.width() * curtain.height());
-        for (QRgb& pixel : wanted)
-            pixel &= 0xFFFFFF;
-        return Pixels(Area("DummyQTM")) == wanted;
-    })) << "the curtain";
+    EXPECT_TRUE(Until([&] { return Pixels(Area("DummyQTM")) == PixelsOf(Look("Mainform", "DummyQTM")); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(, ScreenTest,
@@ -123,7 +122,8 @@ INSTANTIATE_TEST_SUITE_P(, ScreenTest,
 class HeldTest : public ScreenTest {};
 
 TEST_P(HeldTest, EveryPictureOfASecondIsShown) {
-    OpenWithPicture(kFirst);
+    Open();
+    Engine().MakePicture(kFirst);
     ASSERT_TRUE(Shows({1, 1}, kFirst));
     for (int picture = 0; picture < 30; ++picture) {
         const QColor color(picture * 8, 255 - picture, 7);
