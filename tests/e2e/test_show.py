@@ -67,7 +67,7 @@ class Show(Case):
             for window, area in areas.items():
                 code = clips.read_code(self.desk.screen.picture, area)
                 shown[window].add(code and code[1])
-            return max(filter(None, shown[MONITOR])) > max(wanted)
+            return max(filter(None, shown[MONITOR]), default=0) > max(wanted)
         with held(show.program.process.pid):
             self.desk.waiter.until(second_over, f"a second of pictures, not {shown}", 5)
             self.shoot("held")
