@@ -48,8 +48,6 @@ public:
         Draw(Picture(color));
         m_listener();
     }
-    /// What is shown changes its colour in its place, as an engine's that has run mad.
-    void Repaint(QColor color) { Draw(Picture(color)); }
     /// From now on pictures lie in memory that others can be handed.
     void HandOn() {
         m_memory = ::memfd_create("pictures", MFD_CLOEXEC);

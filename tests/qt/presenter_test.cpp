@@ -137,17 +137,11 @@ TEST_P(HeldTest, EveryPictureOfASecondIsShown) {
         EXPECT_TRUE(Puts(color)) << picture;
     }
     ASSERT_TRUE(Engine().Load("next.mov"));
-    if (!GetParam().handedOn)
-        Engine().MakeLatePicture(Qt::black);
+    Engine().MakeLatePicture(Qt::white); // into the same memory, where that has been handed on
     Cover(Area().adjusted(50, 50, 50, 50));
     Uncover();
-    EXPECT_TRUE(Puts({29 * 8, 255 - 29, 7})) << "what stood before it goes, and the next is not there yet";
-    if (GetParam().handedOn) {
-        Engine().Repaint(Qt::white);
-        Cover(Area().adjusted(50, 50, 50, 50));
-        Uncover();
-        EXPECT_TRUE(Puts(Qt::white)) << "a copy";
-    }
+    EXPECT_TRUE(Puts(GetParam().handedOn ? QColor(Qt::white) : QColor(29 * 8, 255 - 29, 7)))
+        << "what stood before it goes, and the next is not there yet";
     Engine().MakePicture(kSecond);
     EXPECT_TRUE(Puts(kSecond));
 }
