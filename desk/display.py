@@ -54,7 +54,7 @@ class Screen:
             changed |= self._x.next_event().type == self._x.extension_event.DamageNotify
         if changed:
             self._x.damage_subtract(self._damage)
-            self._x.flush()
+            self._x.sync()  # who looks before that is done misses what is drawn in between, and is not told of it
         return any_event
 
     def paint_ground(self, color):
