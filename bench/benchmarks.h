@@ -41,6 +41,8 @@ std::vector<Row> MeasureIdle(const Inputs& inputs);
 std::vector<Row> MeasureEngineEnds(const Inputs& inputs);
 std::vector<Row> MeasureOpenings(const Inputs& inputs);
 std::vector<Row> MeasureChangeOver(const Inputs& inputs);
+std::vector<Row> MeasurePictures(const Inputs& inputs);
+std::vector<Row> MeasureDisplay(const Inputs& inputs);
 std::vector<Row> MeasureDrift(const Inputs& inputs);
 std::vector<Row> MeasureLongDrift(const Inputs& inputs);
 std::vector<Row> MeasureKeys(const Inputs& inputs);

@@ -8,7 +8,7 @@
 # bit, white for a set one, the lowest at the left: 4 bits of clip, 16 of frame; every second row is turned over. A
 # moving test picture shines through.
 set -euo pipefail
-mkdir -p "$1"/{show,seek,long,sound,opened,fields}
+mkdir -p "$1"/{show,seek,long,sound,opened,fields,rates}
 cd "$1"
 
 # encode NAME RATE SECONDS PRESET GRAPH [OPTION...]
@@ -86,6 +86,8 @@ numbered show/4 4 960x540 50 3
 numbered show/5 5 320x240 15 3
 
 numbered seek/1 6 1920x1080 30 60
+numbered rates/1 8 1920x1080 30 15 veryfast 0
+numbered rates/2 9 1280x720 60 15 veryfast 0
 if [[ ${2:-} == long ]]; then
     numbered long/1 7 1920x1080 30 630 ultrafast 0
 fi

@@ -38,20 +38,21 @@ double ProcessorMilliseconds() {
     return sum;
 }
 
+double SharedOutMebibytes(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
+    for (std::string word; file >> word;)
+        if (word == "Pss:") {
+            double kibibytes = 0.0;
+            file >> kibibytes;
+            return kibibytes / 1024.0;
+        }
+    return 0.0;
+}
+
 double SharedOutMebibytes() {
-    double sum = 0.0;
-    std::vector<pid_t> processes = Engines();
-    processes.push_back(getpid());
-    for (const pid_t process : processes) {
-        std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-        for (std::string word; file >> word;)
-            if (word == "Pss:") {
-                double kibibytes = 0.0;
-                file >> kibibytes;
-                sum += kibibytes / 1024.0;
-                break;
-            }
-    }
+    double sum = SharedOutMebibytes(getpid());
+    for (const pid_t engine : Engines())
+        sum += SharedOutMebibytes(engine);
     return sum;
 }
 

@@ -25,6 +25,8 @@ std::vector<pid_t> Engines();
 double ProcessorMilliseconds(pid_t process);
 /// Processor time of this process and its engines so far, all threads, in milliseconds.
 double ProcessorMilliseconds();
+/// Memory of that process, what it shares with others by its share of it, in MiB.
+double SharedOutMebibytes(pid_t process);
 /// Memory of this process and its engines, what they share with others by their share of it, in MiB.
 double SharedOutMebibytes();
 

@@ -28,6 +28,8 @@ constexpr Benchmark kBenchmarks[] = {
     {"engine-ends", Place::Anywhere, true,  MeasureEngineEnds},
     {"openings",    Place::Anywhere, true,  MeasureOpenings},
     {"change-over", Place::Desktop,  true,  MeasureChangeOver},
+    {"pictures",    Place::Desktop,  true,  MeasurePictures},
+    {"display",     Place::Desktop,  true,  MeasureDisplay},
     {"drift",       Place::Desktop,  true,  MeasureDrift},
     {"drift-long",  Place::Desktop,  false, MeasureLongDrift},
     {"keys",        Place::Desktop,  true,  MeasureKeys},

@@ -18,7 +18,8 @@ class XPane;
 /// the main thread up does not hold them up.
 class Presenter {
 public:
-    /// The program's one, gone with the last that uses it; null where Qt does not run on X11. Main thread.
+    /// The program's one, gone with the last that uses it; null where Qt does not run on X11, and where the
+    /// environment's KIROLANE_QT_PAINTS wants it to paint. Main thread.
     static std::shared_ptr<Presenter> Use();
     ~Presenter();
     Presenter(const Presenter&) = delete;
