@@ -13,13 +13,14 @@ namespace {
 constexpr const char* kRole = "spokenRole";
 constexpr const char* kQuiet = "quiet";
 
-class QuietLabel : public QAccessibleWidget {
+class QuietWidget : public QAccessibleWidget {
 public:
-    explicit QuietLabel(QWidget* label) : QAccessibleWidget(label, QAccessible::StaticText) {}
+    using QAccessibleWidget::QAccessibleWidget;
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Name ? widget()->property("text").toString()
-                                         : QAccessibleWidget::text(kind);
+        if (kind != QAccessible::Name)
+            return QAccessibleWidget::text(kind);
+        return widget()->property(widget()->isWindow() ? "windowTitle" : "text").toString();
     }
 };
 
@@ -28,12 +29,13 @@ QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* objec
         return MakeSpokenCommand(*action);
     if (object == nullptr || !object->isWidgetType())
         return nullptr;
-    if (object->property(kQuiet).toBool())
-        return new QuietLabel(static_cast<QWidget*>(object));
-    const QVariant role = object->property(kRole);
-    return role.isValid() ? new QAccessibleWidget(static_cast<QWidget*>(object),
-                                                  static_cast<QAccessible::Role>(role.toInt()))
-                          : nullptr;
+    const QVariant given = object->property(kRole);
+    if (!given.isValid())
+        return nullptr;
+    const auto role = static_cast<QAccessible::Role>(given.toInt());
+    auto* widget = static_cast<QWidget*>(object);
+    return object->property(kQuiet).toBool() ? new QuietWidget(widget, role)
+                                             : new QAccessibleWidget(widget, role);
 }
 
 } // namespace
@@ -42,8 +44,10 @@ void SetSpokenRole(QWidget& widget, QAccessible::Role role) {
     widget.setProperty(kRole, static_cast<int>(role));
 }
 
-void SetQuiet(QWidget& label) {
-    label.setProperty(kQuiet, true);
+void SetQuiet(QWidget& widget, QAccessible::Role role) {
+    SetSpokenRole(widget, role);
+    widget.setProperty(kQuiet, true);
+    widget.setAccessibleName(widget.objectName()); // without one the toolkit tells of each change by itself
 }
 
 void InstallAccessibility() {
