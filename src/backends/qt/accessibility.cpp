@@ -13,14 +13,13 @@ namespace {
 constexpr const char* kRole = "spokenRole";
 constexpr const char* kQuiet = "quiet";
 
-class QuietWidget : public QAccessibleWidget {
+class QuietLabel : public QAccessibleWidget {
 public:
-    using QAccessibleWidget::QAccessibleWidget;
+    explicit QuietLabel(QWidget* label) : QAccessibleWidget(label, QAccessible::StaticText) {}
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        if (kind != QAccessible::Name)
-            return QAccessibleWidget::text(kind);
-        return widget()->property(widget()->isWindow() ? "windowTitle" : "text").toString();
+        return kind == QAccessible::Name ? widget()->property("text").toString()
+                                         : QAccessibleWidget::text(kind);
     }
 };
 
@@ -29,13 +28,12 @@ QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* objec
         return MakeSpokenCommand(*action);
     if (object == nullptr || !object->isWidgetType())
         return nullptr;
-    const QVariant given = object->property(kRole);
-    if (!given.isValid())
-        return nullptr;
-    const auto role = static_cast<QAccessible::Role>(given.toInt());
-    auto* widget = static_cast<QWidget*>(object);
-    return object->property(kQuiet).toBool() ? new QuietWidget(widget, role)
-                                             : new QAccessibleWidget(widget, role);
+    if (object->property(kQuiet).toBool())
+        return new QuietLabel(static_cast<QWidget*>(object));
+    const QVariant role = object->property(kRole);
+    return role.isValid() ? new QAccessibleWidget(static_cast<QWidget*>(object),
+                                                  static_cast<QAccessible::Role>(role.toInt()))
+                          : nullptr;
 }
 
 } // namespace
@@ -44,10 +42,8 @@ void SetSpokenRole(QWidget& widget, QAccessible::Role role) {
     widget.setProperty(kRole, static_cast<int>(role));
 }
 
-void SetQuiet(QWidget& widget, QAccessible::Role role) {
-    SetSpokenRole(widget, role);
-    widget.setProperty(kQuiet, true);
-    widget.setAccessibleName(widget.objectName()); // without one the toolkit tells of each change by itself
+void SetQuiet(QWidget& label) {
+    label.setProperty(kQuiet, true);
 }
 
 void InstallAccessibility() {

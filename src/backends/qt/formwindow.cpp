@@ -48,11 +48,8 @@ int MenuBarHeight() {
 FormWindow::FormWindow(Window& window, Listener& listener)
     : QWidget(nullptr, FlagsOf(window.Design())), m_link(window), m_listener(&listener) {
     const QString name = ToText(window.Name());
+    SetSpokenRole(*this, window.Is(WindowRole::Dialog) ? QAccessible::Dialog : QAccessible::Window);
     setObjectName(name);
-    if (window.Is(WindowRole::Palette))
-        SetQuiet(*this, QAccessible::Window); // its title counts the time
-    else
-        SetSpokenRole(*this, window.Is(WindowRole::Dialog) ? QAccessible::Dialog : QAccessible::Window);
     setAccessibleDescription(name);
     setFocusPolicy(Qt::NoFocus);
     m_content = new QWidget(this);

@@ -124,9 +124,9 @@ class StaticTextPeer final : public ControlPeer {
 public:
     StaticTextPeer(StaticText& label, QWidget& content) : ControlPeer(label) {
         m_label = new Reporting<LabelWidget>(GetLink(), label.Design(), &content);
-        Adopt(*m_label);
         if (label.Design().quiet)
-            SetQuiet(*m_label, QAccessible::StaticText);
+            SetQuiet(*m_label);
+        Adopt(*m_label);
     }
 
 private:
