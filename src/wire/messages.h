@@ -13,6 +13,8 @@ namespace kirolane::wire {
 /// for some a text behind it. Both sides are of one build, and neither trusts the other's numbers.
 
 inline constexpr std::size_t kLongestText = 8192;
+/// In seconds: a length beyond it is a header's lie.
+inline constexpr double kLongestFile = 1e7;
 /// The engine's end of the channel is this descriptor of its.
 inline constexpr int kEngineDescriptor = 3;
 

@@ -54,7 +54,7 @@ const Clip kClips[] = {
     {.name = "broken.mp4", .looks = kNothing, .says = "its pictures cannot be decoded"},
     {.name = "giant.mov", .looks = kNothing, .says = "its pictures cannot be decoded"},
     {.name = "huge.mp4", .looks = kNothing, .says = "its pictures cannot be decoded"},
-    {.name = "mute.mp4", .sounds = false}, {"long.mp4"}, {"brief.mp4"},
+    {.name = "mute.mp4", .sounds = false}, {"long.mp4"}, {"brief.mp4"}, {"distant.wma", kNothing},
 };
 // clang-format on
 

@@ -90,6 +90,9 @@ run -f lavfi -i "$fields=prog" "${h264[@]}" -f mp4 combed.mp4
     run -f lavfi -i "$fields=prog" -c:v mpeg2video -f mpeg2video -
     run -f lavfi -i "$fields=tff" -c:v mpeg2video -flags +ilme+ildct -f mpeg2video -
 } | run -fflags +genpts -r $rate -f mpegvideo -i - -c copy mixed.mkv
+# Ten pictures, each 20 levels of 255 brighter than the one before.
+run -f lavfi -i "nullsrc=s=64x48:r=10:d=1,format=yuv420p,geq=lum='33+17.18*N':cb=128:cr=128" -f lavfi -i sine=d=1 \
+    "${mp4[@]}" counted.mp4
 # As large as pictures come.
 run -f lavfi -i color=gray:s=7680x4320:r=$rate -frames:v 1 -c:v mpeg4 -f mp4 large.mp4
 # A sound with the cover of an album.
@@ -105,6 +108,7 @@ forge editor.mov giant.mov 's/icpf.{8}\K..../\x3e\x80\x3e\x80/gs'
 forge clip.mp4 huge.mp4 's/avc1.{24}\K..../\xff\xff\xff\xff/gs'
 forge clip.mp4 long.mp4 's/mvhd.{16}\K..../\x7f\xff\xff\xff/gs'
 forge clip.mp4 brief.mp4 's/mvhd.{16}\K..../\0\0\x03\xe8/gs'
+forge clip.wma distant.wma 's/\xa1\xdc\xab\x8c.{60}\K.{8}/\xff\xff\xff\xff\xff\xff\xff\x7f/s'
 # What cannot be played.
 mkdir -p bad/folder.mp4
 : >bad/empty.mov

@@ -1,6 +1,7 @@
 #include "backends/mpv/duration_probe.h"
 
 #include "backends/mpv/packet_scan.h"
+#include "wire/messages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,31 +21,35 @@ constexpr double kLeast = 0.04;
 /// An extrapolation gives way to a guess from time stamps that lies this near, as a share of it.
 constexpr double kAgrees = 0.3;
 
+bool IsLength(double seconds) {
+    return seconds > 0.0 && seconds <= wire::kLongestFile; // nor is it what is no number
+}
+
 } // namespace
 
 bool KnowsLength(const std::string& format, double told) {
     const bool guessed = std::find(std::begin(kGuessed), std::end(kGuessed), format) != std::end(kGuessed);
-    return told > 0.0 && std::isfinite(told) && !guessed;
+    return IsLength(told) && !guessed;
 }
 
 Length MeasureLength(const MediumPointer& medium, double told) {
     const PacketScan scan = ScanPackets(medium, kMeasureLimit);
     if (scan.headerSeconds > 0.0)
         return {scan.headerSeconds, true};
-    if (scan.complete && scan.seconds > 0.0)
+    if (scan.complete && IsLength(scan.seconds))
         return {scan.seconds, true};
-    if (scan.seconds > 0.0 && scan.bytesRead > 0) {
+    if (IsLength(scan.seconds) && scan.bytesRead > 0) {
         const double whole = scan.seconds *
                              static_cast<double>(std::max(medium->File().size, scan.bytesRead)) /
                              static_cast<double>(scan.bytesRead);
         const bool agrees = scan.hasTimeStamps && std::abs(told - whole) < whole * kAgrees;
-        return {agrees ? told : whole, false};
+        return GuessLength(agrees ? told : whole);
     }
     return GuessLength(told);
 }
 
 Length GuessLength(double told) {
-    return {std::isfinite(told) ? std::max(told, kLeast) : kLeast, false};
+    return {IsLength(told) ? std::max(told, kLeast) : kLeast, false};
 }
 
 } // namespace kirolane::mpv

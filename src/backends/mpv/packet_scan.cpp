@@ -2,6 +2,7 @@
 
 #include "backends/mpv/deck_options.h"
 #include "backends/mpv/media_input.h"
+#include "wire/messages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,8 +55,10 @@ PacketScan ScanPackets(const MediumPointer& medium, std::chrono::milliseconds li
         return scan;
     scan.hasTimeStamps = (input->iformat->flags & AVFMT_NOTIMESTAMPS) == 0 &&
                          input->duration_estimation_method == AVFMT_DURATION_FROM_PTS;
-    if (input->duration > 0 && input->duration_estimation_method == AVFMT_DURATION_FROM_STREAM) {
-        scan.headerSeconds = static_cast<double>(input->duration) / AV_TIME_BASE;
+    const double told = static_cast<double>(input->duration) / AV_TIME_BASE;
+    if (told > 0.0 && told <= wire::kLongestFile &&
+        input->duration_estimation_method == AVFMT_DURATION_FROM_STREAM) {
+        scan.headerSeconds = told;
         return scan;
     }
 

@@ -9,8 +9,9 @@ namespace kirolane::mpv {
 
 /// What reading a file's packets in order gave.
 struct PacketScan {
-    double headerSeconds = 0.0; ///< a duration that the file states itself; the packets are then not read
-    double seconds = 0.0;       ///< of the longest stream as far as read
+    double headerSeconds =
+        0.0;              ///< that the file states itself and that can be; the packets are then not read
+    double seconds = 0.0; ///< of the longest stream as far as read
     std::int64_t bytesRead = 0;
     bool complete = false;      ///< read to the end
     bool hasTimeStamps = false; ///< of the container's own

@@ -32,8 +32,6 @@ constexpr int kOneTurn = 64;
 
 const std::string kIdleEnd = "engine: ended without a file";
 
-constexpr double kLongestFile = 1e7; ///< seconds
-
 std::string Printable(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
@@ -355,7 +353,7 @@ void Supervisor::TellMissing(const std::string& missing) {
 bool Supervisor::TakeLoaded(Group& group, EngineLink& link, const wire::Loaded& loaded, TimePoint now) {
     Seat& seat = *group.seats[loaded.player];
     if (!link.Loading() || !std::isfinite(loaded.duration) || loaded.duration < 0.0 ||
-        loaded.duration > kLongestFile)
+        loaded.duration > wire::kLongestFile)
         return false;
     link.TakeLoaded(now);
     if (loaded.number != seat.number)
