@@ -1,6 +1,6 @@
 // kirolane_soak mutants|kills|openings CLIPS COUNT SEED: a long run of the whole program on displays that
 // nobody sees.
-// tests/soak/run builds and starts it.
+// bench/soak/run builds and starts it.
 
 #include "soak.h"
 
