@@ -20,6 +20,7 @@
 #include <memory>
 #include <random>
 #include <set>
+#include <vector>
 
 namespace kirolane::soak {
 
@@ -161,9 +162,9 @@ bool Mutants(const Run& run) {
     int whole = 0;
     const std::size_t kept = bench::Engines().size();
     const auto ended = [&] {
-        for (const pid_t engine : bench::Engines())
-            engines.insert(engine);
-        return engines.size() - bench::Engines().size();
+        const std::vector<pid_t> now = bench::Engines();
+        engines.insert(now.begin(), now.end());
+        return engines.size() - now.size();
     };
     std::size_t ends = ended();
     std::printf("mutants: %d of %zu extensions, seed %u, %zu engines\n", run.count, stand.kinds.size(),
