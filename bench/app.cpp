@@ -32,12 +32,12 @@ int g_argumentCount = 1;
 char g_name[] = "kirolane_bench";
 char* g_arguments[] = {g_name, nullptr};
 
-remote::RemoteOptions SilentOptions() {
+remote::RemoteOptions OptionsWith(const std::string& sound) {
     remote::RemoteOptions options;
     options.roles = {{"Mainform.QTM", wire::Role::Preview, "Preview"},
                      {"MonitorForm.QTM", wire::Role::Stage, "Movie"},
                      {"MusicForm.QTM", wire::Role::Sound, "Sound"}};
-    options.audioOutput = "null";
+    options.audioOutput = sound;
     options.program = KIROLANE_ENGINE;
     return options;
 }
@@ -91,9 +91,9 @@ void Use(Displays displays, const std::string& folder) {
 } // namespace
 
 struct App::Parts {
-    Parts(const std::string& movieFolder, Displays displays)
+    Parts(const std::string& movieFolder, Displays displays, const std::string& sound)
         : files(MakeHome(memory.Path(), movieFolder), memory.Path()),
-          windows((Use(displays, memory.Path()), g_argumentCount), g_arguments), media(SilentOptions()),
+          windows((Use(displays, memory.Path()), g_argumentCount), g_arguments), media(OptionsWith(sound)),
           runtime(windows, media, files) {}
 
     MemoryFolder memory;
@@ -104,8 +104,8 @@ struct App::Parts {
     std::unique_ptr<kirolane::App> application;
 };
 
-App::App(const std::string& movieFolder, Displays displays)
-    : m_parts(std::make_unique<Parts>(movieFolder, displays)) {
+App::App(const std::string& movieFolder, Displays displays, const std::string& sound)
+    : m_parts(std::make_unique<Parts>(movieFolder, displays, sound)) {
     std::string failure = m_parts->files.Prepare();
     if (!failure.empty())
         throw RuntimeException(failure);

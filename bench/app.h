@@ -19,11 +19,13 @@ enum class Displays : std::uint8_t {
     Desktop,   ///< those of the X display that DISPLAY names
 };
 
-/// The whole program with its real back ends and a home folder of its own in memory; silent. One a process.
+/// The whole program with its real back ends and a home folder of its own in memory; silent unless `sound`
+/// names one of libmpv's outputs. One a process.
 class App {
 public:
     /// The movie list shows `movieFolder` (a native path); the sound list stays empty.
-    explicit App(const std::string& movieFolder, Displays displays = Displays::Offscreen);
+    explicit App(const std::string& movieFolder, Displays displays = Displays::Offscreen,
+                 const std::string& sound = "null");
     ~App();
     App(const App&) = delete;
     App& operator=(const App&) = delete;

@@ -43,6 +43,7 @@ std::vector<Row> MeasureOpenings(const Inputs& inputs);
 std::vector<Row> MeasureChangeOver(const Inputs& inputs);
 std::vector<Row> MeasurePictures(const Inputs& inputs);
 std::vector<Row> MeasureDisplay(const Inputs& inputs);
+std::vector<Row> MeasureLips(const Inputs& inputs);
 std::vector<Row> MeasureDrift(const Inputs& inputs);
 std::vector<Row> MeasureLongDrift(const Inputs& inputs);
 std::vector<Row> MeasureKeys(const Inputs& inputs);

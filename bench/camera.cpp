@@ -159,12 +159,14 @@ void Camera::Run() {
     std::array<pollfd, 2> sources{{{xcb_get_file_descriptor(m_screen->x), POLLIN, 0}, {m_stop, POLLIN, 0}}};
     double next = 0;
     while (sources[1].revents == 0) {
-        const double left = next - Now();
+        const double now = Now();
+        const double left = next - now;
         if (!m_screen->Drawn() && left > 0) {
             ::poll(sources.data(), sources.size(), static_cast<int>(std::ceil(left)));
             continue;
         }
-        const Shot shot = m_screen->Look();
+        Shot shot = m_screen->Look();
+        shot.drawn = now;
         next = shot.milliseconds + kLongest;
         {
             const std::lock_guard lock(m_mutex);

@@ -22,6 +22,7 @@ struct Area {
 /// One grab of the screen.
 struct Shot {
     double milliseconds = 0; ///< since the camera's making, when the grab had come back
+    double drawn = 0;        ///< on the same clock, when the camera was told of what was drawn
     Sight stage;
     Sight preview; ///< in the same moment, if the camera looks at it
 };

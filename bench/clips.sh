@@ -8,13 +8,13 @@
 # bit, white for a set one, the lowest at the left: 4 bits of clip, 16 of frame; every second row is turned over. A
 # moving test picture shines through.
 set -euo pipefail
-mkdir -p "$1"/{show,seek,long,sound,opened,fields,rates}
+mkdir -p "$1"/{show,seek,long,sound,opened,fields,rates,lips}
 cd "$1"
 
 # encode NAME RATE SECONDS PRESET GRAPH [OPTION...]
 encode() {
     [[ -e $1.mp4 ]] && return
-    ffmpeg -nostdin -v error -y -f lavfi -i "sine=frequency=440:sample_rate=48000:duration=$3" \
+    ffmpeg -nostdin -v error -y -f lavfi -i "${sound:-sine=frequency=440}:sample_rate=48000:duration=$3" \
         -filter_complex "$5" -map '[picture]' -map 0:a -t "$3" \
         -c:v libx264 -preset "$4" -g "$2" -pix_fmt yuv420p "${@:6}" -c:a aac "$1.part.mp4"
     mv "$1.part.mp4" "$1.mp4"
@@ -86,6 +86,12 @@ numbered show/4 4 960x540 50 3
 numbered show/5 5 320x240 15 3
 
 numbered seek/1 6 1920x1080 30 60
+# A beep with every fifteenth frame, in the third clip 40 ms after it.
+for clip in 1 2 3; do
+    beat="mod(t+0.5-$((clip / 3))*0.04\\,0.5)"
+    sound="aevalsrc=0.8*sin(2*PI*1000*$beat)*lt($beat\\,0.03)" \
+        numbered lips/$clip $((9 + clip)) 1920x1080 30 20 veryfast 0
+done
 numbered rates/1 8 1920x1080 30 15 veryfast 0
 numbered rates/2 9 1280x720 60 15 veryfast 0
 if [[ ${2:-} == long ]]; then

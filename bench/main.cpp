@@ -30,6 +30,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"change-over", Place::Desktop,  true,  MeasureChangeOver},
     {"pictures",    Place::Desktop,  true,  MeasurePictures},
     {"display",     Place::Desktop,  true,  MeasureDisplay},
+    {"lips",        Place::Desktop,  true,  MeasureLips},
     {"drift",       Place::Desktop,  true,  MeasureDrift},
     {"drift-long",  Place::Desktop,  false, MeasureLongDrift},
     {"keys",        Place::Desktop,  true,  MeasureKeys},

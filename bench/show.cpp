@@ -36,7 +36,8 @@ Area StageArea() {
 
 } // namespace
 
-Show::Show(const std::string& movieFolder, Look look) : m_app(movieFolder, Displays::Desktop) {
+Show::Show(const std::string& movieFolder, Look look, const std::string& sound)
+    : m_app(movieFolder, Displays::Desktop, sound) {
     m_app.UntilScanned();
     m_hands.PaintGround(kGround);
     m_app.Until([] {

@@ -15,7 +15,7 @@ public:
     enum class Look : std::uint8_t { Stage, StageAndPreview };
 
     /// Comes back when the list is filled, the keyboard is the console's and the curtain is up.
-    explicit Show(const std::string& movieFolder, Look look = Look::Stage);
+    explicit Show(const std::string& movieFolder, Look look = Look::Stage, const std::string& sound = "null");
 
     [[nodiscard]] const App& Program() const { return m_app; }
     [[nodiscard]] Camera& Eye() { return *m_camera; }
