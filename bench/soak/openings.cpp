@@ -21,9 +21,10 @@ namespace {
 
 constexpr const char* kMovies[] = {"clip.mp4", "clip.mpg", "clip.avi", "silent.mp4", "clip.dv"};
 constexpr const char* kSounds[] = {"clip.mp3", "clip.wav", "clip.mid"};
-constexpr int kFirst = 60;       ///< openings after which all that is made once has been made
-constexpr double kMost = 1.0;    ///< KiB an opening, of the last half
-constexpr int kSettled = 10'000; ///< milliseconds for what has been closed to go
+constexpr int kFirst = 60;        ///< openings after which all that is made once has been made
+constexpr double kMost = 1.0;     ///< KiB an opening, of the last half
+constexpr int kSettled = 3000;    ///< milliseconds after which what has been closed has gone
+constexpr int kPatience = 10'000; ///< for it to have gone at the end
 
 int CountIn(pid_t process, const char* folder) {
     std::error_code error;
@@ -89,12 +90,12 @@ bool Openings(const Run& run) {
             app.Until([&] { return console.QTM()->Position() > 0.0; });
         }
     };
-    const auto closed = [&](const Holdings& wanted) {
+    const auto closed = [&](const Holdings& wanted, int patience) {
         app.Close();
         app.CloseSound();
         const bench::StopWatch watch;
         Holdings now = Count();
-        while (now != wanted && watch.Milliseconds() < kSettled) {
+        while (now != wanted && watch.Milliseconds() < patience) {
             app.For(200);
             now = Count();
         }
@@ -102,7 +103,7 @@ bool Openings(const Run& run) {
     };
     while (opened < kFirst)
         open();
-    const Holdings before = closed({});
+    const Holdings before = closed({}, kSettled);
     const int every = std::max(1, run.count / 200);
     std::vector<double> memories; // KiB
     for (int i = 0; i < run.count; ++i) {
@@ -112,7 +113,7 @@ bool Openings(const Run& run) {
         if ((i + 1) % 1000 == 0)
             std::printf("openings: %d, %.1f MiB\n", i + 1, bench::SharedOutMebibytes());
     }
-    const Holdings after = closed(before);
+    const Holdings after = closed(before, kPatience);
     const double slope = Slope(memories) / every;
     std::printf(
         "openings: %d; descriptors %d then %d, threads %d then %d, processes %d then %d; memory of the "
