@@ -64,7 +64,7 @@ protected:
         const bool plain = design.frame == WindowFrame::Plain;
         const bool palette = design.role == WindowRole::Palette;
         const auto has = [&](Qt::WindowType flag) { return window->windowFlags().testFlag(flag); };
-        EXPECT_EQ(window->windowTitle(), qt::ToText(design.title));
+        EXPECT_EQ(window->windowHandle()->title(), qt::ToText(design.title));
         EXPECT_EQ(content->size(), QSize(design.width, design.height));
         const QPalette usual = QApplication::palette();
         EXPECT_EQ(content->palette().color(QPalette::Window),

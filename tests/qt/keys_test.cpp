@@ -172,9 +172,6 @@ TEST_F(KeysTest, PlainArrowsGoToTheListThatIsSeen) {
     Press(Qt::Key_Down);
     EXPECT_EQ(first->ListIndex(), 0);
     EXPECT_EQ(second->ListIndex(), 1);
-    Do([] { Get<TabPanel>("ListTab")->SetValue(0); });
-    Press(Qt::Key_Down);
-    EXPECT_EQ(first->ListIndex(), 1);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "backends/qt/accessibility.h"
 #include "backends/qt/controlpeers.h"
 #include "backends/qt/convert.h"
 #include "backends/qt/fonts.h"
@@ -85,15 +86,8 @@ public:
             if (auto* pressed = link.As<BevelButton>())
                 pressed->ReportClick();
         });
-        // An assistive tool turns the check instead of clicking. It gets its answer before the handler runs,
-        // which may put up a dialog.
-        QObject::connect(m_button, &QAbstractButton::toggled, m_button, [this, link = GetLink()] {
-            if (link.As<BevelButton>() == nullptr || m_showing)
-                return;
-            UpdateOwn();
-            QMetaObject::invokeMethod( // the widget's, which may outlast its peer
-                m_button, [widget = m_button] { Q_EMIT widget->clicked(); }, Qt::QueuedConnection);
-        });
+        if (button.Design().holds)
+            SetSpokenRole(*m_button, QAccessible::RadioButton);
         Adopt(*m_button);
     }
 
@@ -105,14 +99,11 @@ private:
             if (const auto keys = ParseShortcut(Control().Design().shortcut); !keys.isEmpty())
                 m_button->setShortcut(keys.front());
         }
-        m_showing = true;
         m_button->setChecked(Held<BevelButton>().Value());
-        m_showing = false;
     }
     [[nodiscard]] QString SpokenName() const override { return ToText(Held<BevelButton>().Caption()); }
 
     QAbstractButton* m_button;
-    bool m_showing = false;
 };
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QShortcut>
+#include <QWindow>
 #include <QWindowStateChangeEvent>
 
 #include <algorithm>
@@ -48,7 +49,11 @@ int MenuBarHeight() {
 FormWindow::FormWindow(Window& window, Listener& listener)
     : QWidget(nullptr, FlagsOf(window.Design())), m_link(window), m_listener(&listener) {
     const QString name = ToText(window.Name());
-    SetSpokenRole(*this, window.Is(WindowRole::Dialog) ? QAccessible::Dialog : QAccessible::Window);
+    m_quiet = window.Is(WindowRole::Palette);
+    if (m_quiet)
+        SetQuiet(*this);
+    else
+        SetSpokenRole(*this, window.Is(WindowRole::Dialog) ? QAccessible::Dialog : QAccessible::Window);
     setObjectName(name);
     setAccessibleDescription(name);
     setFocusPolicy(Qt::NoFocus);
@@ -85,6 +90,21 @@ void FormWindow::SetBarShown(bool shown) {
     LayOut();
 }
 
+void FormWindow::ShowTitle(const QString& title) {
+    if (m_title == title)
+        return;
+    m_title = title;
+    if (m_quiet)
+        SetFrameTitle();
+    else
+        setWindowTitle(title); // which is what a screen reader calls it
+}
+
+void FormWindow::SetFrameTitle() {
+    if (windowHandle() != nullptr)
+        windowHandle()->setTitle(m_title); // which no tool is told of
+}
+
 void FormWindow::SetBackground(const Window& window) {
     QPalette colors;
     if (window.HasBackColor())
@@ -118,6 +138,11 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     if (m_listener != nullptr)
         m_listener->KeyLeft(*event);
+}
+
+void FormWindow::showEvent(QShowEvent* /*event*/) {
+    if (m_quiet)
+        SetFrameTitle(); // the native window may be a new one
 }
 
 void FormWindow::moveEvent(QMoveEvent* /*event*/) {

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] int BarHeight() const { return m_barShown ? MenuBarHeight() : 0; }
     void SetBarShown(bool shown);
     void SetBackground(const Window& window);
+    void ShowTitle(const QString& title);
     /// Top left of the content area in global coordinates.
     [[nodiscard]] QPoint ContentPlace() const { return mapToGlobal(QPoint(0, BarHeight())); }
 
@@ -46,18 +47,22 @@ protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void LayOut();
+    void SetFrameTitle();
 
     Link<Window> m_link;
     Listener* m_listener;
     QMenuBar* m_bar = nullptr;
     QWidget* m_content;
     std::unique_ptr<WindowCommands> m_commands;
+    QString m_title;
+    bool m_quiet = false; ///< its title counts the time
     bool m_barShown = false;
     bool m_active = false;
 };

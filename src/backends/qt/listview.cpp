@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTimerEvent>
 
 namespace kirolane::qt {
@@ -78,10 +79,18 @@ void ListView::SetUpHeadings() {
     headings.setFocusPolicy(Qt::NoFocus);
     for (int column = 0; column < List()->ColumnCount(); ++column)
         headings.resizeSection(column, List()->ColumnWidths()[static_cast<std::size_t>(column)]);
-    connect(&headings, &QHeaderView::sectionClicked, this, [this](int column) {
+    const auto press = [this](int column) {
         if (auto* list = List())
             list->ReportHeadingClick(column);
-    });
+    };
+    connect(&headings, &QHeaderView::sectionClicked, this, press);
+    for (int column = 0; column < List()->ColumnCount();
+         ++column) { // without a pointer; of the list that is seen
+        auto* key = new QShortcut(
+            QKeySequence(QKeyCombination(Qt::ControlModifier, Qt::Key(Qt::Key_1 + column))), this);
+        key->setAutoRepeat(false);
+        connect(key, &QShortcut::activated, this, [press, column] { press(column); });
+    }
 }
 
 void ListView::UpdateControl() {

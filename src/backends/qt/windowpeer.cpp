@@ -64,9 +64,7 @@ void QtWindowPeer::Update(std::span<RectControl* const> changed, bool windowToo)
 }
 
 void QtWindowPeer::UpdateWindow() {
-    const QString title = qt::ToText(m_window.Title());
-    if (m_form->windowTitle() != title)
-        m_form->setWindowTitle(title); // which is what a screen reader calls it
+    m_form->ShowTitle(qt::ToText(m_window.Title()));
     m_form->SetBackground(m_window);
     m_form->Commands().Update();
     m_form->SetBarShown(m_window.MenuBarVisible());
