@@ -83,6 +83,7 @@ std::unique_ptr<QWidget> PlainWindow(const QWidget& form) {
 } // namespace
 
 std::vector<Row> MeasurePreferences(const Inputs& /*inputs*/) {
+    ::setenv("KIROLANE_NAMES", "1", 1);
     const MemoryFolder memory;
     const App app(memory.MakeFiles("few", 26));
     app.UntilScanned();

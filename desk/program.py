@@ -78,7 +78,7 @@ def running_program(command, home, display, waiter, environment=None):
     process = subprocess.Popen(
         list(map(str, command)), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
         cwd="/", env={**bare, "HOME": str(home), "DISPLAY": display, "LANG": "C.UTF-8",
-                      "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **(environment or {})})
+                      "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "KIROLANE_NAMES": "1", **(environment or {})})
     program = Program(process, home, waiter)
     try:
         yield program

@@ -98,7 +98,7 @@ protected:
         EXPECT_EQ(widget.geometry(), place);
         EXPECT_EQ(widget.isEnabled(), row.enabled);
         EXPECT_EQ(!widget.isHidden(), row.visible && (own == 0 || own == page));
-        EXPECT_EQ(widget.accessibleDescription(), qt::ToText(row.name));
+        EXPECT_EQ(widget.accessibleDescription(), QString()) << "it would be read out";
         auto* spoken = QAccessible::queryAccessibleInterface(&widget);
         EXPECT_EQ(spoken->text(QAccessible::Name), qt::ToText(row.spoken.empty() ? row.text : row.spoken));
         EXPECT_TRUE(row.kind == ControlKind::StaticText || !spoken->text(QAccessible::Name).isEmpty());

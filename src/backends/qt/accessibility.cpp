@@ -54,7 +54,7 @@ public:
         QMetaObject::invokeMethod(m_button, &QAbstractButton::click, Qt::QueuedConnection);
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override {
-        return Key().isEmpty() ? QStringList() : QStringList{Key()};
+        return SpokenKey(Key());
     }
 
 private:
@@ -87,6 +87,15 @@ void SetSpokenRole(QWidget& widget, QAccessible::Role role) {
 
 void SetQuiet(QWidget& widget) {
     widget.setProperty(kQuiet, true);
+}
+
+void Describe(QWidget& widget, const QString& name, const QString& help) {
+    static const bool named = qEnvironmentVariableIsSet("KIROLANE_NAMES");
+    widget.setAccessibleDescription(named ? name : help);
+}
+
+QStringList SpokenKey(const QString& key) {
+    return key.isEmpty() ? QStringList() : QStringList{QString(), QString(), key};
 }
 
 void InstallAccessibility() {

@@ -1,5 +1,6 @@
 #include "backends/qt/controlpeer.h"
 
+#include "backends/qt/accessibility.h"
 #include "backends/qt/convert.h"
 
 #include <QFontMetrics>
@@ -44,7 +45,7 @@ void ControlPeer::Adopt(QWidget& widget) {
     m_widget = &widget;
     const QString name = ToText(Control().Name());
     widget.setObjectName(name);
-    widget.setAccessibleDescription(name);
+    Describe(widget, name);
     widget.hide(); // until Visibility says otherwise
 }
 
@@ -55,8 +56,10 @@ void ControlPeer::Update() {
         m_widget->setEnabled(control.Enabled());
     m_widget->setMouseTracking(control.OnMouseMove != nullptr);
     const QString tip = TipOf(control.HelpTag());
-    if (m_widget->toolTip() != tip)
+    if (m_widget->toolTip() != tip) {
         m_widget->setToolTip(tip);
+        Describe(*m_widget, m_widget->objectName(), ToText(control.HelpTag())); // the tip has markup
+    }
     UpdateOwn();
     const std::string_view named = control.Design().spoken;
     const QString spoken = named.empty() ? SpokenName() : ToText(named);

@@ -55,7 +55,7 @@ FormWindow::FormWindow(Window& window, Listener& listener)
     else
         SetSpokenRole(*this, window.Is(WindowRole::Dialog) ? QAccessible::Dialog : QAccessible::Window);
     setObjectName(name);
-    setAccessibleDescription(name);
+    Describe(*this, name);
     setFocusPolicy(Qt::NoFocus);
     m_content = new QWidget(this);
     if (window.Is(WindowRole::Console)) {

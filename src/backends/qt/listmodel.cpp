@@ -43,16 +43,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (List() == nullptr)
         return {};
-    const auto text = [&](int column) { return ToText(List()->Cell(index.row(), column)); };
-    if (role == Qt::DisplayRole)
-        return text(index.column());
-    if (role != Qt::AccessibleDescriptionRole || index.column() != List()->MainColumn())
-        return {};
-    QStringList others; // a screen reader says them with the cell that it is on
-    for (int column = 0; column < columnCount({}); ++column)
-        if (column != index.column() && !text(column).isEmpty())
-            others << text(column);
-    return others.join(QLatin1Char(' '));
+    return role == Qt::DisplayRole ? ToText(List()->Cell(index.row(), index.column())) : QVariant();
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

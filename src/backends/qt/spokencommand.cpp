@@ -1,5 +1,7 @@
 #include "backends/qt/spokencommand.h"
 
+#include "backends/qt/accessibility.h"
+
 #include <QAccessible>
 #include <QAction>
 #include <QMenu>
@@ -81,7 +83,7 @@ public:
             bar->setActiveAction(m_action);
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override {
-        return Key().isEmpty() ? QStringList() : QStringList{Key()};
+        return SpokenKey(Key());
     }
 
 private:

@@ -43,7 +43,7 @@ public:
         const QString name = ToText(panel.Name());
         m_tabs->setObjectName(name + QStringLiteral(".Tabs"));
         m_tabs->setAccessibleName(ToText(panel.Design().spoken));
-        m_tabs->setAccessibleDescription(name);
+        Describe(*m_tabs, name);
         for (const auto& tab : panel.Tabs())
             m_tabs->addTab(ToPlainText(tab));
         QObject::connect(m_tabs, &QTabBar::currentChanged, m_tabs, [this, link = GetLink()](int page) {

@@ -63,7 +63,7 @@ private:
         half->setObjectName(name);
         half->setAccessibleName(ToText(Control().Design().spoken) +
                                 (up ? QStringLiteral(" ＋") : QStringLiteral(" −")));
-        half->setAccessibleDescription(name);
+        Describe(*half, name);
         QObject::connect(half, &QAbstractButton::clicked, half, [link = GetLink(), report] {
             if (auto* arrows = link.As<UpDownArrows>())
                 (arrows->*report)();
