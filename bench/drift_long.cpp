@@ -41,17 +41,20 @@ std::vector<Row> MeasureLongDrift(const Inputs& inputs) {
     show.UntilSeen(kClip, 30);
     Samples difference;
     Samples readOut;
+    Samples pictures;
     int blind = 0;
     for (int second = 0; second < kSeconds; ++second) {
         show.Eye().Take();
         app.For(1000);
         const double read = 1000.0 * (app.Monitor().QTM()->Position() - app.Console().QTM()->Position());
         const auto shown = Shown(show.Eye().Take());
-        readOut.Add(std::abs(read));
-        if (shown)
+        readOut.Add(read);
+        if (shown) {
+            pictures.Add(*shown);
             difference.Add(std::abs(read - *shown));
-        else
+        } else {
             ++blind;
+        }
     }
     if (!app.Console().Play_Flag || app.Console().QTM()->Position() < kSeconds)
         throw RuntimeException("the clip did not play through");
@@ -59,7 +62,8 @@ std::vector<Row> MeasureLongDrift(const Inputs& inputs) {
                                 1000.0 / kRate, 1000.0 / kRate);
     row.holds = row.holds && blind == 0;
     row.reference = std::to_string(blind) + " seconds of " + std::to_string(kSeconds) + " without pictures";
-    return {row, ReportRow("read-out, 10 minutes", readOut, "ms")};
+    return {row, ReportRow("read-out, 10 minutes", readOut, "ms"),
+            ReportRow("pictures, 10 minutes", pictures, "ms")};
 }
 
 } // namespace kirolane::bench

@@ -1,11 +1,12 @@
 // One measurement a process: kirolane_bench NAME CLIPS, where CLIPS is a folder that clips.sh has filled.
 // Without arguments it lists the names, what each is to be run on, and whether it is always run or only when
-// named.
+// named. With KIROLANE_FIGURES in the environment the samples are written to NAME.tsv in that folder, too.
 
 #include "benchmarks.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <string_view>
@@ -63,7 +64,10 @@ int Run(int argc, char** argv) {
     inputs.shortClip = inputs.clips + "/small.mp4";
     inputs.programs = std::filesystem::canonical("/proc/self/exe").parent_path().string();
     bool allHold = true;
-    for (const Row& row : chosen->run(inputs)) {
+    const auto rows = chosen->run(inputs);
+    if (const char* folder = std::getenv("KIROLANE_FIGURES"))
+        WriteFigures(std::string(folder) + '/' + chosen->name + ".tsv", rows);
+    for (const Row& row : rows) {
         Print(row);
         allHold = allHold && (!row.hasGoal || row.holds);
     }

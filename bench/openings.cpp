@@ -34,6 +34,7 @@ std::vector<Row> MeasureOpenings(const Inputs& inputs) {
     app.For(kSettled); // the players are made ready in the background
     const Samples idle = Memory(app);
     Samples opening;
+    Samples after;
     int opened = 0;
     const auto openUpTo = [&](int count) {
         while (opened < count) {
@@ -41,6 +42,7 @@ std::vector<Row> MeasureOpenings(const Inputs& inputs) {
             app.OpenRow(opened++ % kClips);
             app.Until([&] { return app.Console().QTM()->Position() > kPlayed; });
             opening.Add(ProcessorMilliseconds() - before);
+            after.Add(SharedOutMebibytes());
         }
         return Memory(app);
     };
@@ -52,6 +54,7 @@ std::vector<Row> MeasureOpenings(const Inputs& inputs) {
         RatioRow("memory, 300th / 5th opening", many, few, "MiB", kMost),
         RatioRow("memory, closed again / idle", Memory(app), idle, "MiB", kMost),
         ReportRow("processor, opening and 0.2 s of it", opening, "ms"),
+        ReportRow("memory after each opening", after, "MiB"),
     };
 }
 

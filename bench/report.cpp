@@ -1,9 +1,12 @@
 #include "report.h"
 
+#include "contract/exceptions.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <fstream>
 
 namespace kirolane::bench {
 
@@ -16,6 +19,14 @@ std::string Format(const char* format, ...) {
     std::vsnprintf(buffer, sizeof buffer, format, arguments);
     va_end(arguments);
     return buffer;
+}
+
+const char* ResultOf(const Row& row) {
+    return !row.hasGoal ? "report" : row.holds ? "holds" : "short";
+}
+
+void Keep(Row& row, const char* series, const Samples& samples, std::string_view unit) {
+    row.series.push_back({series, std::string(unit), samples.Values()});
 }
 } // namespace
 
@@ -59,6 +70,8 @@ Row RatioRow(std::string_view name, const Samples& measured, const Samples& refe
     row.reference = reference.Text(unit);
     row.goal = Format("<= %.4g x", most);
     row.holds = reference.Median() > 0 && ratio <= most;
+    Keep(row, "measured", measured, unit);
+    Keep(row, "reference", reference, unit);
     return row;
 }
 
@@ -72,6 +85,8 @@ Row DifferenceRow(std::string_view name, const Samples& measured, const Samples&
     row.reference = reference.Text(unit);
     row.goal = Format("<= +%.4g %.*s", most, static_cast<int>(unit.size()), unit.data());
     row.holds = measured.Count() > 0 && difference <= most;
+    Keep(row, "measured", measured, unit);
+    Keep(row, "reference", reference, unit);
     return row;
 }
 
@@ -83,6 +98,8 @@ Row LimitRow(std::string_view name, const Samples& measured, const Samples& cont
     row.reference = "machine: " + control.Text(unit);
     row.goal = Format("< %.4g %.*s", limit, static_cast<int>(unit.size()), unit.data());
     row.holds = measured.Count() > 0 && measured.Median() < limit;
+    Keep(row, "measured", measured, unit);
+    Keep(row, "reference", control, unit);
     return row;
 }
 
@@ -94,6 +111,8 @@ Row MedianAndWorstRow(std::string_view name, const Samples& measured, const Samp
     row.reference = "worst reading " + furthest.Text(unit);
     row.goal = Format("<= %.4g, worst %.4g %.*s", median, worst, static_cast<int>(unit.size()), unit.data());
     row.holds = measured.Count() > 0 && measured.Median() <= median && furthest.Largest() <= worst;
+    Keep(row, "measured", measured, unit);
+    Keep(row, "worst", furthest, unit);
     return row;
 }
 
@@ -106,6 +125,7 @@ Row PercentileRow(std::string_view name, const Samples& measured, double share, 
                  measured.Text(unit);
     row.goal = Format("< %.4g %.*s", limit, static_cast<int>(unit.size()), unit.data());
     row.holds = measured.Count() > 0 && figure < limit;
+    Keep(row, "measured", measured, unit);
     return row;
 }
 
@@ -114,16 +134,32 @@ Row ReportRow(std::string_view name, const Samples& measured, std::string_view u
     row.name = name;
     row.figure = measured.Text(unit);
     row.hasGoal = false;
+    Keep(row, "measured", measured, unit);
     return row;
 }
 
 void Print(const Row& row) {
     std::printf("%-34s | %-52s | %-44s | %-10s | %s\n", row.name.c_str(), row.figure.c_str(),
                 row.reference.empty() ? "-" : row.reference.c_str(), row.hasGoal ? row.goal.c_str() : "-",
-                !row.hasGoal ? "report"
-                : row.holds  ? "holds"
-                             : "short");
+                ResultOf(row));
     std::fflush(stdout);
+}
+
+void WriteFigures(const std::string& path, const std::vector<Row>& rows) {
+    std::ofstream file(path);
+    for (const Row& row : rows) {
+        file << "row\t" << row.name << '\t' << row.figure << '\t' << row.reference << '\t' << row.goal << '\t'
+             << ResultOf(row) << '\n';
+        for (const Series& series : row.series) {
+            file << "values\t" << row.name << '\t' << series.name << '\t' << series.unit << '\t';
+            for (const double value : series.values)
+                file << value << ' ';
+            file << '\n';
+        }
+    }
+    file.close();
+    if (!file)
+        throw RuntimeException(path + " cannot be written");
 }
 
 } // namespace kirolane::bench

@@ -12,6 +12,7 @@ class Samples {
 public:
     void Add(double value) { m_values.push_back(value); }
     [[nodiscard]] std::size_t Count() const { return m_values.size(); }
+    [[nodiscard]] const std::vector<double>& Values() const { return m_values; } ///< in the order of Add
     [[nodiscard]] double Median() const;
     [[nodiscard]] double Smallest() const;
     [[nodiscard]] double Largest() const;
@@ -24,6 +25,13 @@ private:
     std::vector<double> m_values;
 };
 
+/// The samples that a row's figure or its reference was taken from.
+struct Series {
+    std::string name; ///< "measured", "reference"
+    std::string unit;
+    std::vector<double> values;
+};
+
 /// One row of the table. A row without a goal only reports.
 struct Row {
     std::string name;
@@ -32,6 +40,7 @@ struct Row {
     std::string goal;
     bool hasGoal = true;
     bool holds = true;
+    std::vector<Series> series;
 };
 
 /// A ratio of two medians that must not exceed `most`.
@@ -53,5 +62,8 @@ Row PercentileRow(std::string_view name, const Samples& measured, double share, 
 Row ReportRow(std::string_view name, const Samples& measured, std::string_view unit);
 
 void Print(const Row& row);
+/// Writes the rows with all samples, for bench/document.py: a line "row" and a line "values" for each series,
+/// whose fields have tabs between. Throws RuntimeException if the file cannot be written.
+void WriteFigures(const std::string& path, const std::vector<Row>& rows);
 
 } // namespace kirolane::bench
