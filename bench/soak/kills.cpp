@@ -55,6 +55,7 @@ struct Table {
 struct Picture {
     int clip = 0; ///< 0: there is none; -1: what no clip shows
     int frame = 0;
+    friend bool operator==(const Picture&, const Picture&) = default;
 };
 
 /// As desk/clips.py draws it: 16 columns, the lower half the upper one turned over.
@@ -106,6 +107,7 @@ public:
         const double place = Stage().Position();
         m_app->Until([&] { return Look() && m_killed; });
         killer.join();
+        const std::array stood = {ReadPicture(Stage()), ReadPicture(Preview())};
         const bool advanced =
             act == Act::NextRow && WaitUntil([&] { return Console().File_Number != wanted.row; });
         if (act == Act::NextRow) {
@@ -118,6 +120,12 @@ public:
         const char* fault = nullptr;
         if (!refused)
             fault = Faults(act, wanted, place, since);
+        const std::array stands = {ReadPicture(Stage()), ReadPicture(Preview())};
+        if (fault == nullptr && act == Act::Pause && m_ended && stood != stands) {
+            std::printf("  %d: from %d and %d to %d and %d\n", number, stood[0].frame, stood[1].frame,
+                        stands[0].frame, stands[1].frame);
+            fault = "another picture";
+        }
         if (m_foreign > 0)
             fault = "a foreign picture";
         if (fault != nullptr)

@@ -158,6 +158,7 @@ void Service::TakeLoad(wire::Packet& packet) {
         medium != nullptr && mpv::MpvMedia::Load(*player, {.path = path,
                                                            .medium = medium,
                                                            .from = load->from,
+                                                           .picture = load->picture,
                                                            .limit = std::chrono::milliseconds(load->limit)});
     WriteBoard();
     Answer(wire::Loaded{load->player, load->number, loaded ? player->Duration() : 0.0});

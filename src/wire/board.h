@@ -14,6 +14,7 @@ inline constexpr unsigned kMostPlayers = 2; ///< of one engine
 /// Where a player is, and how that goes on until more is known.
 struct Motion {
     double position = 0.0;   ///< seconds of the movie
+    double picture = 0.0;    ///< where a seek finds the picture that stands there; not of one that runs
     double rate = 0.0;       ///< seconds of it a second; 0 while the position stands
     std::int64_t asOf = 0;   ///< as of when, nanoseconds of the steady clock
     std::int64_t until = 0;  ///< from then on it stands, unless more is told

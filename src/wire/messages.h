@@ -62,6 +62,7 @@ struct Load {
     std::uint32_t number; ///< of this load
     std::int64_t limit;   ///< milliseconds, for all loads of the handler
     double from;          ///< seconds at which it is to stand
+    double picture;       ///< and of the picture that it is to show there
 };
 
 struct Release {

@@ -4,7 +4,6 @@
 #include "gates.h"
 #include "support/captured_stderr.h"
 
-#include <random>
 #include <sys/stat.h>
 
 namespace kirolane::tests {
@@ -40,29 +39,6 @@ TEST_F(BadFiles, WhatCannotBePlayedIsRefusedWithOneLineAndTheNextPlays) {
     EXPECT_LT(SecondsOf([&] { ExpectRefused(m_folder.Path("fifo.mov")); }), 1.0) << "it must not be opened";
     MakePlayers({.audioOutput = "null", .soundFont = "/nowhere/none.sf2"});
     ExpectRefused(ClipPath("clip.mid"));
-    ExpectPlays();
-}
-
-TEST_F(BadFiles, HolesAndFlipsNeitherCrashNorHang) {
-    // Anywhere: whether it plays is no matter.
-    std::mt19937 random(11);
-    CapturedStderr lines;
-    for (const char* clip :
-         {"clip.mov", "clip.avi", "clip.mpg", "clip.wmv", "clip.m2v", "clip.mp3", "clip.aiff"})
-        for (const std::size_t reach : {200U, 4000U, 1'000'000U}) {
-            std::string content = Content(clip);
-            for (int i = 0; i < 60; ++i)
-                content[random() % std::min(reach, content.size())] = static_cast<char>(random());
-            const std::string path = m_folder.Write(clip, content);
-            EXPECT_LT(SecondsOf([&] {
-                          const bool opened = LoadTwins(path);
-                          OrderTwins({.unload = !opened, .running = opened, .seekTo = 1.0});
-                      }),
-                      3.0)
-                << clip;
-            EXPECT_TRUE(std::isfinite(Stage().Duration()));
-        }
-    lines.Lines();
     ExpectPlays();
 }
 

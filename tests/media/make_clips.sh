@@ -77,7 +77,8 @@ run -i master.mkv -vf "select='lt(mod(n,10),6)'" -fps_mode vfr "${mp4[@]}" uneve
     "${mpeg[@]}" -c:a mp2 -output_ts_offset 95441 -f mpegts wrapped.mpg -c:v prores_ks -c:a pcm_s16le editor.mov \
     -vf scale=177:143 "${mp4[@]}" -pix_fmt yuv444p odd.mp4 "${mp4[@]}" -pix_fmt yuv420p10le ten_bit.mp4 \
     -vf scale=out_range=full "${mp4[@]}" -color_range pc full_range.mp4 \
-    -vf scale=8:8 -c:v mpeg4 -c:a aac tiny.mp4 -vf fps=120 "${mp4[@]}" fast.mp4
+    -vf scale=8:8 -c:v mpeg4 -c:a aac tiny.mp4 -vf fps=120 "${mp4[@]}" fast.mp4 \
+    -vf fps=24000/1001 "${mp4[@]}" film.mp4
 run -ss 1 -i whole.mp4 -c copy edited.mp4
 # Bars that move from field to field: marked as interlaced, and not.
 fields="nullsrc=s=176x144:r=50:d=2,format=yuv420p,geq=lum='60+120*lt(mod(X+8*N,64),32)':cb=128:cr=128,\

@@ -229,7 +229,7 @@ void Conductor::Abandon(Player& player, TimePoint now) {
 void Conductor::Forsake(const Player& lead, TimePoint now) {
     for (Player* player : m_players)
         if (player->RestsAt(lead))
-            player->Wake(now);
+            player->Wake(player->PictureAt(now), now);
 }
 
 Player* Conductor::TwinOf(const Player& player) const {

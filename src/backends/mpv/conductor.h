@@ -102,7 +102,7 @@ private:
     void Abandon(Player& player, TimePoint now);
     /// Sets one of the twins, or both, to load the file that `player` is to hold. Returns the one whose
     /// libmpv tells whether it plays.
-    Player& Open(Player& player, const Look& look, double from);
+    Player& Open(Player& player, const Look& look, const LoadRequest& request);
     bool Fail(Player& player, const std::string& path, const std::string& cause);
 
     const MpvOptions m_options;

@@ -55,6 +55,7 @@ Deck::Deck(const PlayerRole& role, const MpvOptions& options, std::shared_ptr<Sh
         ApplyOptions(m_handle, role, options);
         Check(mpv_initialize(m_handle), "start");
         Check(OpenFromShelf(m_handle, *m_shelf), "media");
+        Check(mpv_hook_add(m_handle, Id(Topic::Container), "on_preloaded", 0), "hook");
         for (const Observed& observed : kObserved)
             Check(mpv_observe_property(m_handle, Id(observed.topic), observed.name, observed.format),
                   observed.name);
@@ -147,8 +148,8 @@ void Deck::SetFilters(const std::string& filters) {
     SetText("file-local-options/vf", Graph(filters).c_str());
 }
 
-void Deck::SetNumber(const char* property, double value) {
-    mpv_set_property_async(m_handle, Id(Topic::None), property, MPV_FORMAT_DOUBLE, &value);
+void Deck::SetNumber(const char* property, double value, Topic topic) {
+    mpv_set_property_async(m_handle, Id(topic), property, MPV_FORMAT_DOUBLE, &value);
 }
 
 void Deck::Ask(const char* property, mpv_format format, Topic topic) {

@@ -31,8 +31,11 @@ enum class Topic : std::uint64_t {
     Settled,      ///< the flag eof-reached after a restart; the last
     TrackCount,   ///< at the end of the data
     EndPosition,  ///< time-pos, after TrackCount
+    PausedAt,     ///< time-pos, asked for with a pause: of the picture that stays
     SoundPos,     ///< audio-pts, asked for while time-pos is silent; there while it plays sound
     Unpause,
+    Container, ///< file-format, while the loading waits
+    SeekLead,  ///< set according to that
 };
 
 class Shelf;
@@ -66,8 +69,10 @@ public:
     void TakeSoundUp(const std::string& outputs);
     /// Through a chain of libavfilter's.
     void SetFilters(const std::string& filters);
-    void SetNumber(const char* property, double value);
+    void SetNumber(const char* property, double value, Topic topic = Topic::None);
     void Ask(const char* property, mpv_format format, Topic topic);
+    /// On with the loading, which waits where the container is open and nothing has been sought in it.
+    void GoOnLoading(std::uint64_t hook) { mpv_hook_continue(m_handle, hook); }
 
     [[nodiscard]] mpv_render_context* Renderer() const { return m_renderer; }
 

@@ -24,6 +24,7 @@ struct LoadRequest {
     std::string path;
     std::shared_ptr<const wire::Medium> medium = nullptr; ///< null: it is still to be opened
     double from = 0.0;                                    ///< seconds at which it is to stand
+    double picture = from;                                ///< and of the picture that it is to show there
     /// For all loads of one handler, of which this may be the first.
     std::optional<std::chrono::milliseconds> limit = {};
 };

@@ -91,7 +91,7 @@ bool Conductor::Load(Player& player, const LoadRequest& request) {
     if (!cause.empty())
         return Fail(player, nativePath, cause);
 
-    Player& opener = Open(player, look, request.from);
+    Player& opener = Open(player, look, request);
     lock.unlock();
 
     const auto taken = [&] {
@@ -116,7 +116,7 @@ bool Conductor::Load(Player& player, const LoadRequest& request) {
                 lock.lock();
             return Fail(player, nativePath, e.what());
         }
-        opener.Open(look.medium, look.preparation, request.from, &opener != &player);
+        opener.Open(look.medium, look.preparation, request, &opener != &player);
         for (Player* other : m_players)
             if (other->RestsAt(opener))
                 opener.Pictures().Lead(other->Pictures());
@@ -202,25 +202,25 @@ Length Conductor::Measured(const MediumPointer& medium, const std::string& forma
     return Await<Length>(work, deadline).value_or(GuessLength(told));
 }
 
-Player& Conductor::Open(Player& player, const Look& look, double from) {
+Player& Conductor::Open(Player& player, const Look& look, const LoadRequest& request) {
     const MediaFile& file = look.medium->File();
     Player* twin = TwinOf(player);
     if (player.GetRole().role == Role::Preview && twin != nullptr) {
         const bool free = twin->Free() && !twin->Ahead(); // it is about to be given the same file
         if (free) {
             player.Unload(); // it may rest there still
-            twin->Open(look.medium, look.preparation, from, true);
+            twin->Open(look.medium, look.preparation, request, true);
             m_takeOver = Clock::now() + kTakeOver;
             m_toldOf = {};
         }
-        if (free || StandsThere(*twin, file, from)) {
-            player.OpenAtRest(look.medium, look.preparation, *twin, from);
+        if (free || StandsThere(*twin, file, request)) {
+            player.OpenAtRest(look.medium, look.preparation, *twin, request.from);
             return *twin;
         }
     }
     if (!player.Ahead() || player.File() != file) {
         Forsake(player, Clock::now());
-        player.Open(look.medium, look.preparation, from, false);
+        player.Open(look.medium, look.preparation, request, false);
         m_takeOver = Clock::now() + kTakeOver;
         m_toldOf = {};
     }

@@ -31,6 +31,15 @@ std::shared_ptr<wire::Slot> Drawn(wire::SurfaceWriter& surface, const FrameView&
     return slot;
 }
 
+bool IsBlack(const FrameView& view) {
+    const auto* end = view.pixels + static_cast<std::ptrdiff_t>(view.stride) * view.height;
+    const int pixel = 4; // of which the last byte is nothing
+    for (const std::uint8_t* at = view.pixels; at < end; at += pixel)
+        if ((at[0] | at[1] | at[2]) != 0)
+            return false;
+    return true;
+}
+
 void DrawOn(wire::SurfaceWriter& surface, const FrameView& picture) {
     if (const auto slot = Drawn(surface, picture))
         slot->Show();
@@ -149,12 +158,19 @@ void PicturePath::SetSurface(std::shared_ptr<wire::SurfaceWriter> surface) {
     Size size;
     if (surface != nullptr)
         size = {surface->Layout().width, surface->Layout().height};
+    bool drawn = false;
     {
+        const std::lock_guard front(m_frontMutex);
         const std::lock_guard lock(m_mutex);
         m_surface = std::move(surface);
         m_size = size;
+        drawn = m_surface != nullptr && m_following != Following::Nobody && !m_own;
+        if (drawn) // the leader may stand, and have nothing new to show
+            DrawOn(*m_surface, m_front.view);
     }
     DrawAgain();
+    if (drawn)
+        Tell();
 }
 
 void PicturePath::SetSize(std::int32_t width, std::int32_t height) {
@@ -302,7 +318,7 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
     auto stride = static_cast<std::size_t>(buffer.view.stride);
     int wait = 0;                                              // libmpv gives a picture at its time
     int skip = !fits || (present && redraw && !again) ? 1 : 0; // drawn already
-    if (surface != nullptr && !present)
+    if (surface != nullptr && !present && !again)
         skip = 1; // black; what is there in the other process stays
     mpv_render_param params[] = {
         {MPV_RENDER_PARAM_SW_SIZE, size},
@@ -313,7 +329,10 @@ bool PicturePath::Render(mpv_render_context* renderer, Size asked, bool again, B
         {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
         {MPV_RENDER_PARAM_INVALID, nullptr},
     };
-    return mpv_render_context_render(renderer, params) >= 0 && skip == 0;
+    if (mpv_render_context_render(renderer, params) < 0 || skip != 0)
+        return false;
+    // Once more what it drew last, or black, if it has just been set to pictures of another kind.
+    return surface == nullptr || present || !IsBlack(buffer.view);
 }
 
 bool PicturePath::Fit(Buffer& buffer, Size asked, wire::SurfaceWriter* surface) {

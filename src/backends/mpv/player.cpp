@@ -16,6 +16,10 @@ constexpr double kFastest = 100.0;
 /// A player with a sound device that runs so long without a new position: the device may hold it up.
 constexpr std::chrono::seconds kWordless{1};
 
+/// A picture that stands longer than so many seconds: what is heard to it would be heard once more if a
+/// player that shows it went on from its beginning.
+constexpr double kShort = 0.2;
+
 /// For pictures that are marked as interlaced, each in its time.
 const std::string kDeinterlacing = "yadif=mode=send_frame:deint=interlaced";
 
@@ -86,6 +90,16 @@ double Player::AimAt(TimePoint now) const {
     return AtEndAt(now) ? m_duration : std::clamp(m_clock.Read(now), 0.0, m_duration);
 }
 
+double Player::PictureAt(TimePoint now) const {
+    if (m_wanted.running || AtEndAt(now))
+        return AimAt(now);
+    if (Rests())
+        return m_rest->lead->PictureAt(now);
+    if (!m_nextSeek && m_flight)
+        return m_flight->picture;
+    return m_nextSeek || !m_picture || !m_withPictures ? AimAt(now) : *m_picture;
+}
+
 wire::Motion Player::GetMotion() const {
     const std::lock_guard lock(m_conductor->Mutex());
     const TimePoint now = Clock::now();
@@ -97,6 +111,7 @@ wire::Motion Player::GetMotion() const {
     if (m_phase != Phase::Open)
         return motion;
     motion.position = AimAt(now);
+    motion.picture = PictureAt(now);
     motion.atEnd = AtEndAt(now) ? 1 : 0;
     const Player& mover = Rests() ? *static_cast<const Player*>(m_rest->lead) : *this;
     if (!mover.m_flight && !mover.m_nextSeek && motion.atEnd == 0 && mover.m_clock.Running()) {
@@ -136,6 +151,8 @@ void Player::Empty() {
     m_group = 0;
     m_flight.reset();
     m_standsAt.reset();
+    m_picture.reset();
+    m_owed.reset();
     m_end.reached = false;
     if (m_told.running)
         m_deck->SetPause(true);
@@ -143,12 +160,13 @@ void Player::Empty() {
     m_clock.Set(0.0);
 }
 
-void Player::Open(const MediumPointer& medium, const Preparation& preparation, double from, bool ahead) {
+void Player::Open(const MediumPointer& medium, const Preparation& preparation, const LoadRequest& request,
+                  bool ahead) {
     Reset();
     m_phase = Phase::Opening;
     m_demand = ahead ? Demand::Ahead : Demand::Asked;
     TakeFile(medium, preparation);
-    LoadFrom(from, Clock::now());
+    LoadFrom(request.from, request.picture, Clock::now());
     m_flight->limit = TimePoint::max();
 }
 
@@ -170,13 +188,14 @@ void Player::OpenAtRest(const MediumPointer& medium, const Preparation& preparat
     lead.m_pictures.Lead(m_pictures);
 }
 
-void Player::LoadFrom(double seconds, TimePoint now) {
+void Player::LoadFrom(double seconds, double picture, TimePoint now) {
     TellLevels(now); // before anything is decoded ahead at others
-    SetSeekLead();
     m_clock.Set(seconds);
-    m_flight = Flight{seconds, now + m_conductor->Options().seekLimit};
+    m_picture.reset();
+    m_owed.reset();
+    m_flight = Flight{seconds, picture, now + m_conductor->Options().seekLimit};
     m_found.decoded = false;
-    LoadFile(m_withPictures, seconds);
+    LoadFile(m_withPictures, picture);
 }
 
 void Player::LoadFile(bool pictures, double from) {
@@ -220,7 +239,6 @@ std::unique_ptr<Deck> Player::Exchange(std::unique_ptr<Deck> deck) {
     m_pictures.Detach();
     std::unique_ptr<Deck> old = std::move(m_deck);
     m_told = {};
-    m_toldSeekLead = 0.0;
     m_loadsUnderWay = 0;
     m_held = Held::Nothing;
     m_output.clear();
@@ -237,10 +255,11 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
 
 std::unique_ptr<Deck> Player::GoOnIn(std::unique_ptr<Deck> deck, TimePoint now) {
     const double place = AimAt(now);
+    const double picture = PictureAt(now);
     std::unique_ptr<Deck> old = Exchange(std::move(deck));
     m_nextSeek.reset();
     SetOutputs(std::string(kNoOutput));
-    LoadFrom(place, now);
+    LoadFrom(place, picture, now);
     return old;
 }
 
@@ -252,6 +271,8 @@ void Player::Want(const PlayerOrder& order) {
     m_wanted.running = order.running;
     if (!m_wanted.running)
         m_group = 0;
+    if (order.running && !order.seekTo && m_owed)
+        m_nextSeek = m_owed;
     if (!order.seekTo || m_end.gaveUp)
         return;
     // Where it stands, or goes already, without running: equal orders are one seek.
@@ -280,6 +301,7 @@ void Player::Halt(TimePoint now) {
         return;
     m_deck->SetPause(true);
     m_told.running = false;
+    m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::PausedAt);
     m_clock.Halt(now);
 }
 
@@ -308,10 +330,12 @@ void Player::Advance(bool haltToSeek, TimePoint now) {
     if (haltToSeek)
         Halt(now);
     m_deck->Seek(*m_nextSeek);
-    m_flight = Flight{*m_nextSeek, now + m_conductor->Options().seekLimit};
+    m_flight = Flight{*m_nextSeek, *m_nextSeek, now + m_conductor->Options().seekLimit};
     m_clock.Set(*m_nextSeek);
     m_nextSeek.reset();
     m_standsAt.reset();
+    m_picture.reset();
+    m_owed.reset();
 }
 
 std::optional<TimePoint> Player::Deadline() const {
@@ -387,21 +411,26 @@ void Player::Settle(TimePoint now) {
     m_nextSeek.reset();
 }
 
-void Player::Wake(TimePoint now) {
+void Player::Wake(double picture, TimePoint now) {
     const double place = AimAt(now);
     m_rest.reset();
-    LoadFrom(place, now);
+    LoadFrom(place, picture, now);
 }
 
 void Player::Land(TimePoint now) {
-    const double target = m_flight->target;
+    const Flight landed = *m_flight;
     m_flight.reset();
-    m_clock.Set(target);
+    m_clock.Set(landed.target);
     m_lastWord = now;
-    if (m_told.running)
+    if (m_told.running) {
         m_clock.Start(now);
-    else
-        m_standsAt = target;
+    } else if (landed.picture == landed.target) {
+        m_standsAt = landed.target;
+    } else {
+        m_picture = landed.picture;
+        if (landed.target - landed.picture > kShort)
+            m_owed = landed.target;
+    }
 }
 
 } // namespace kirolane::mpv

@@ -59,7 +59,8 @@ public:
     void Furnish(std::unique_ptr<Deck> deck);
     /// Sets libmpv to load the file, halted there, in seconds: itself, or the MIDI sound made of it. `ahead`:
     /// before anyone has asked for it.
-    void Open(const MediumPointer& medium, const Preparation& preparation, double from, bool ahead);
+    void Open(const MediumPointer& medium, const Preparation& preparation, const LoadRequest& request,
+              bool ahead);
     /// Opens it without libmpv, to rest at `lead`, which stands about there in the same file or is about to.
     void OpenAtRest(const MediumPointer& medium, const Preparation& preparation, Player& lead, double from);
     /// It is what a Load asked for.
@@ -120,6 +121,8 @@ public:
     }
     /// Where it stands, or is sent to, in seconds.
     [[nodiscard]] double AimAt(TimePoint now) const;
+    /// Where a seek finds the picture that it shows; while it runs, its position.
+    [[nodiscard]] double PictureAt(TimePoint now) const;
     [[nodiscard]] bool AtEndAt(TimePoint now) const;
     /// Empties its libmpv. Position, end and pictures are those of `lead`, which plays the same file, the
     /// position less the distance at which they are.
@@ -130,8 +133,8 @@ public:
     void Hold(TimePoint now);
     /// It has been ordered: keeps the distance between where orders have sent the two.
     void Settle(TimePoint now);
-    /// Loads its file and plays for itself, from its own position.
-    void Wake(TimePoint now);
+    /// Loads its file and plays for itself, from its own position; shows that picture there if it stands.
+    void Wake(double picture, TimePoint now);
 
     // Its sound device.
 
@@ -158,6 +161,7 @@ private:
     /// A seek on its way, or the opening's way to the first picture.
     struct Flight {
         double target = 0.0;
+        double picture = 0.0; ///< where libmpv is sent: the target, or the picture that is to stand there
         TimePoint limit;
         bool late = false;     ///< not waited for any more
         bool settling = false; ///< it has come back; the last reply is awaited
@@ -206,7 +210,7 @@ private:
     std::unique_ptr<Deck> Exchange(std::unique_ptr<Deck> deck);
     void TakeFile(const MediumPointer& medium, const Preparation& preparation);
     void LoadFile(bool pictures, double from);
-    void LoadFrom(double seconds, TimePoint now);
+    void LoadFrom(double seconds, double picture, TimePoint now);
     void TryOtherWay();
     void TakePixelFormat(bool known);
     void TakeInterlaced();
@@ -217,7 +221,7 @@ private:
     /// Where it is while it rests, also a little outside the movie.
     [[nodiscard]] double RestAim(TimePoint now) const;
     void TakeRestart();
-    void SetSeekLead();
+    void SetSeekLead(std::string_view format);
     void Land(TimePoint now);
     void SetEof(bool eof, TimePoint now);
     /// libmpv's own position at the end of the data.
@@ -258,10 +262,12 @@ private:
 
     // What libmpv has been told.
     Levels m_told;
-    double m_toldSeekLead = 0.0;
+    std::uint64_t m_hook = 0; ///< at which the loading waits
     std::string m_outputs;
     std::optional<Flight> m_flight;
     std::optional<double> m_standsAt; ///< it has not run since it was set there
+    std::optional<double> m_owed;     ///< its place, to which it has to go before it runs
+    std::optional<double> m_picture;  ///< what it shows, if that is not what a seek to its place would show
 
     // What it said.
     PlayClock m_clock;

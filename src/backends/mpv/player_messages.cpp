@@ -72,6 +72,10 @@ void Player::Take(const mpv_event& event, TimePoint now) {
         m_entry = static_cast<const mpv_event_start_file*>(event.data)->playlist_entry_id;
         m_pictures.FileStarted();
         break;
+    case MPV_EVENT_HOOK:
+        m_hook = static_cast<const mpv_event_hook*>(event.data)->id;
+        m_deck->Ask("file-format", MPV_FORMAT_STRING, Topic::Container);
+        break;
     case MPV_EVENT_FILE_LOADED:
         if (!IsOfThisFile())
             break;
@@ -106,6 +110,7 @@ void Player::TakeProperty(Topic topic, const mpv_event_property& property, TimeP
     case Topic::TimePos:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE);
             seconds != nullptr && m_told.running && !m_flight) {
+            m_picture = *seconds;
             m_clock.Observe(*seconds, now);
             m_lastWord = now;
         }
@@ -137,10 +142,18 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
             m_clock.Start(now);
         return;
     }
-    if (event.event_id != MPV_EVENT_GET_PROPERTY_REPLY || !IsOfThisFile())
+    if (topic == Topic::SeekLead)
+        m_deck->GoOnLoading(m_hook);
+    if (event.event_id != MPV_EVENT_GET_PROPERTY_REPLY)
         return;
     const auto& property = *static_cast<const mpv_event_property*>(event.data);
     const bool known = event.error >= 0;
+    if (topic == Topic::Container) {
+        const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING);
+        SetSeekLead(known && format != nullptr ? *format : "");
+    }
+    if (!IsOfThisFile())
+        return;
     switch (topic) {
     case Topic::VideoTrack:
         m_pictures.SetHasPicture(known && !m_found.pictureless);
@@ -148,7 +161,6 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
     case Topic::FileFormat:
         if (const auto* format = ValueOf<char*>(property, MPV_FORMAT_STRING); known && format != nullptr)
             m_found.format = *format;
-        SetSeekLead();
         break;
     case Topic::FileDuration:
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE); known && seconds != nullptr)
@@ -188,6 +200,11 @@ void Player::TakeReply(Topic topic, const mpv_event& event, TimePoint now) {
         if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE))
             TakeEndPosition(*seconds, now);
         break;
+    case Topic::PausedAt:
+        if (const auto* seconds = ValueOf<double>(property, MPV_FORMAT_DOUBLE);
+            known && seconds != nullptr && !m_told.running && !m_flight)
+            m_picture = *seconds;
+        break;
     case Topic::SoundPos:
         if (!m_told.running || m_flight)
             break;
@@ -218,16 +235,13 @@ void Player::TakeInterlaced() {
     if (!m_flight || !m_flight->settling)
         return;
     m_flight->settling = false; // what it stands at is decoded anew
-    m_deck->Seek(m_flight->target);
+    m_deck->Seek(m_flight->picture);
 }
 
-void Player::SetSeekLead() {
+void Player::SetSeekLead(std::string_view format) {
     const bool loose =
-        std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), m_found.format) != std::end(kLooseSeeks);
-    const double lead = loose ? kLooseSeekLead : 0.0;
-    if (lead != m_toldSeekLead)
-        m_deck->SetNumber("hr-seek-demuxer-offset", lead);
-    m_toldSeekLead = lead;
+        std::find(std::begin(kLooseSeeks), std::end(kLooseSeeks), format) != std::end(kLooseSeeks);
+    m_deck->SetNumber("hr-seek-demuxer-offset", loose ? kLooseSeekLead : 0.0, Topic::SeekLead);
 }
 
 void Player::TakeRestart() {
@@ -269,7 +283,7 @@ void Player::TakeEnd(const mpv_event_end_file& end) {
 // end whatever there is to hear.
 void Player::TryOtherWay() {
     m_lastTry = true;
-    LoadFile(!m_withPictures, m_flight ? m_flight->target : 0.0);
+    LoadFile(!m_withPictures, m_flight ? m_flight->picture : 0.0);
 }
 
 void Player::SetEof(bool eof, TimePoint now) {

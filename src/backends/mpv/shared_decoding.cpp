@@ -29,16 +29,19 @@ void ShareDecoding(Player& stage, Player& preview, TimePoint now) {
     const bool open = stage.GetPhase() == Open && preview.GetPhase() == Open;
     if (preview.RestsAt(stage)) {
         if (open && (!Alike(stage, preview) || Distance(stage, preview, now) > kApart))
-            preview.Wake(now);
+            preview.Wake(preview.AimAt(now), now);
     } else if (open && stage.File() == preview.File() && Alike(stage, preview) && !stage.UnderWay() &&
                !preview.UnderWay() && Distance(stage, preview, now) <= kTogether) {
         preview.RestAt(stage, now);
     }
 }
 
-bool StandsThere(const Player& stage, const MediaFile& file, double from) {
+bool StandsThere(const Player& stage, const MediaFile& file, const LoadRequest& request) {
+    const TimePoint now = Clock::now();
     return stage.GetPhase() == Player::Phase::Open && !stage.Free() && stage.File() == file &&
-           !stage.WantsToRun() && std::abs(stage.AimAt(Clock::now()) - from) <= kTogether;
+           !stage.WantsToRun() &&
+           (std::abs(stage.AimAt(now) - request.from) <= kTogether ||
+            stage.PictureAt(now) == request.picture);
 }
 
 } // namespace kirolane::mpv

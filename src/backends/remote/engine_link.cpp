@@ -11,6 +11,8 @@ namespace {
 constexpr std::chrono::seconds kStart{15};
 constexpr std::chrono::milliseconds kAnswer{1500};
 constexpr std::chrono::milliseconds kAskEvery{1000};
+/// Without a new picture, where there has been one.
+constexpr std::chrono::milliseconds kStill{300};
 /// What a load may take on top of the time that it was given.
 constexpr std::chrono::milliseconds kLoadGrace{500};
 
@@ -57,8 +59,21 @@ std::optional<TimePoint> EngineLink::Deadline(bool holdsFile) const {
         if (due && (!next || *due < *next))
             next = due;
     if (!next && holdsFile)
-        next = m_lastWord + kAskEvery;
+        next = AskAt();
     return next;
+}
+
+TimePoint EngineLink::AskAt() const {
+    const TimePoint usual = m_lastWord + kAskEvery;
+    return m_lastPicture ? std::min(usual, *m_lastPicture + kStill) : usual;
+}
+
+bool EngineLink::Ask(TimePoint now) {
+    if (m_loads > 0 || m_pongDue)
+        return true;
+    m_lastPicture.reset();
+    m_pongDue = now + kAnswer;
+    return m_channel.Send(wire::Ping{});
 }
 
 bool EngineLink::Hangs(bool holdsFile, TimePoint now) {
@@ -69,10 +84,7 @@ bool EngineLink::Hangs(bool holdsFile, TimePoint now) {
             return true;
         *due = now + kAskEvery;
     }
-    if (!holdsFile || m_loads > 0 || m_pongDue || now < m_lastWord + kAskEvery)
-        return false;
-    m_pongDue = now + kAnswer;
-    return !m_channel.Send(wire::Ping{});
+    return holdsFile && now >= AskAt() && !Ask(now);
 }
 
 void EngineLink::Postpone(Clock::duration time) {

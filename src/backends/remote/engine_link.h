@@ -42,7 +42,10 @@ public:
     void TakeBegun() { m_beginDue.reset(); }
     void TakeLoaded(TimePoint now);
     [[nodiscard]] bool Loading() const { return m_loads > 0; }
-    /// It is asked whether it lives.
+    /// It has a new picture. Once they cease, it is asked whether it lives.
+    void TakePicture(TimePoint now) { m_lastPicture = now; }
+    /// Asks it whether it lives, unless it owes an answer. False if it takes nothing more.
+    bool Ask(TimePoint now);
     void TakePong(TimePoint now);
 
     /// When something is to be done about it if nothing is heard before: it is to be asked, or taken for
@@ -60,6 +63,8 @@ public:
     bool CountLine(TimePoint now);
 
 private:
+    /// When it is to be asked.
+    [[nodiscard]] TimePoint AskAt() const;
     /// How many of something come within a time.
     struct Flow {
         TimePoint since{};
@@ -78,6 +83,7 @@ private:
     std::optional<TimePoint> m_loadDue;
     std::optional<TimePoint> m_pongDue;
     TimePoint m_lastWord;
+    std::optional<TimePoint> m_lastPicture; ///< after which it has not been asked
     Flow m_messages;
     Flow m_lines;
 };

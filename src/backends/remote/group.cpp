@@ -73,7 +73,7 @@ bool Group::SendLoad(Seat& seat, TimePoint now) {
     const auto limit = Until(seat.deadline, now);
     seat.loading = Seat::Loading::Sent;
     link->Expect(limit, now);
-    return link->Channel().Send(wire::Load{IndexOf(seat), seat.number, limit.count(), 0.0},
+    return link->Channel().Send(wire::Load{IndexOf(seat), seat.number, limit.count(), 0.0, 0.0},
                                 seat.coming->File().path, seat.coming->Get());
 }
 
@@ -87,12 +87,15 @@ bool Group::SendReturns(std::chrono::milliseconds limit, TimePoint now) {
         if (!seat->standing || seat->ended || seat->medium == nullptr)
             continue;
         auto& motion = seat->standing->motion;
-        motion.position = seat->Position(nullptr, 0, now);
+        const double place = seat->Position(nullptr, 0, now);
+        if (motion.rate > 0.0 || seat->goesTo)
+            motion.picture = place;
+        motion.position = place;
         motion.rate = 0.0;
         seat->goesTo.reset();
         seat->returns = true;
         link->Expect(limit, now);
-        const wire::Load load{IndexOf(*seat), ++seat->number, limit.count(), motion.position};
+        const wire::Load load{IndexOf(*seat), ++seat->number, limit.count(), motion.position, motion.picture};
         if (!link->Channel().Send(load, seat->medium->File().path, seat->medium->Get()))
             return false;
     }
@@ -106,7 +109,9 @@ bool Group::SendOrders(std::span<const wire::Order> orders) {
         seats[order.player]->order = lastOrder;
         message.orders[message.count++] = order;
     }
-    return Board() == nullptr || Returns() || link->Channel().Send(message);
+    if (Board() == nullptr || Returns())
+        return true;
+    return link->Channel().Send(message) && (!HoldsFile() || link->Ask(Clock::now()));
 }
 
 bool Group::SendState() {

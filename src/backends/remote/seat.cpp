@@ -20,7 +20,9 @@ void Seat::Empty() {
     m_lastMotion = {};
 }
 
-void Seat::TakeOrder(const PlayerOrder& wanted) {
+void Seat::TakeOrder(const PlayerOrder& wanted, TimePoint now) {
+    if (standing && standing->motion.rate > 0.0 && medium != nullptr)
+        GoOn(wanted.running ? wanted.rate : 0.0, now);
     rate = wanted.rate;
     volume = wanted.volume;
     if (wanted.unload) {
@@ -42,13 +44,22 @@ void Seat::Stand(const wire::Board* board, unsigned index, TimePoint now) {
     const std::uint32_t flags = Flags(board, index);
     wire::Motion motion = Motion(board, index);
     if (!running || goesTo || !(motion.rate > 0.0)) {
+        const bool stands = !running && !goesTo && std::isfinite(motion.picture);
         motion.position = Position(board, index, now);
+        motion.picture = stands ? std::clamp(motion.picture, 0.0, duration) : motion.position;
         motion.rate = 0.0;
     } // else what passes counts, also while it hung
     motion.until = std::numeric_limits<std::int64_t>::max();
     standing = Standing{motion, flags};
     standsUntil = 0;
     returns = false;
+}
+
+void Seat::GoOn(double pace, TimePoint now) {
+    wire::Motion& motion = standing->motion;
+    motion.position = motion.picture = Position(nullptr, 0, now);
+    motion.asOf = std::chrono::duration_cast<std::chrono::nanoseconds>(now.time_since_epoch()).count();
+    motion.rate = pace;
 }
 
 void Seat::LookForReturn(const wire::Board* board, unsigned index) {

@@ -50,7 +50,7 @@ struct Seat {
 
     /// Nothing of a file is left in it.
     void Empty();
-    void TakeOrder(const PlayerOrder& wanted);
+    void TakeOrder(const PlayerOrder& wanted, TimePoint now);
     /// Its engine has ended, of which `board` was, or has not told yet.
     void Stand(const wire::Board* board, unsigned index, TimePoint now);
 
@@ -63,6 +63,8 @@ struct Seat {
 private:
     /// What is told of it now.
     wire::Motion Motion(const wire::Board* board, unsigned index);
+    /// It stands from now on, or its place moves so fast.
+    void GoOn(double pace, TimePoint now);
     /// Whether its new engine tells.
     void LookForReturn(const wire::Board* board, unsigned index);
 

@@ -126,7 +126,7 @@ void Supervisor::Apply(std::span<const SeatOrder> orders) {
         for (const SeatOrder& each : orders) {
             if (each.place.group != group.get() || list.size() == wire::kMostPlayers)
                 continue;
-            each.place.seat->TakeOrder(each.order);
+            each.place.seat->TakeOrder(each.order, Clock::now());
             wire::Order order{};
             order.player = each.place.index;
             order.unload = each.order.unload ? 1 : 0;
@@ -327,6 +327,7 @@ bool Supervisor::Take(EngineLink& link, wire::Packet& packet, TimePoint now) {
             if (seat == nullptr)
                 return false;
             link.Board().ClearNote(changed->player);
+            link.TakePicture(now);
             if (std::find(m_toTell.begin(), m_toTell.end(), seat->frames) == m_toTell.end())
                 m_toTell.push_back(seat->frames);
             return true;
