@@ -4,6 +4,7 @@ Draws docs/images/performance.svg, and writes the rows of docs/performance.md be
 measurement that is not there keeps its rows; its graph says that it is missing.
 """
 
+import math
 import pathlib
 import re
 import statistics
@@ -57,11 +58,13 @@ def side_by_side(axes, pairs, unit, goal):
         axes.annotate(f"{median:.4g}", (median, place - 0.33), ha="center", va="bottom", fontsize=8, color=colour)
     limit = goal * statistics.median(pairs[1][1])
     axes.axvline(limit, color="black", linewidth=0.8, linestyle=":")
-    axes.annotate(f"goal: {goal:g} times", (limit, 0.5), rotation=90, ha="right", va="center", fontsize=8)
+    axes.set_title(f"{axes.get_title('left')} (dotted: the goal, {goal:g} times)")
     axes.set_yticks(range(len(pairs)), [name for name, *_ in pairs])
     axes.set_ylim(len(pairs) - 0.4, -0.5)
-    axes.set_xlim(0, 1.05 * max(limit, *(max(samples) for _, samples, _ in pairs)))
-    axes.set_xlabel(unit)
+    most = [sorted(samples)[math.ceil(0.95 * len(samples)) - 1] for _, samples, _ in pairs]
+    axes.set_xlim(0, 1.1 * max(limit, *most))
+    beyond = sum(sample > axes.get_xlim()[1] for _, samples, _ in pairs for sample in samples)
+    axes.set_xlabel(unit + (f"; {beyond} of the samples beyond" if beyond else ""))
 
 
 def against(row, ours, others, unit, goal):
@@ -132,7 +135,7 @@ def write_rows(figures, path):
     rows = {name: line for name, line in rows.items() if name != "Row"}
     for name, (figure, reference, goal, result) in figures.rows.items():
         rows[name] = f"| {name} | {figure} | {reference} | {goal} | {result} |"
-    table = HEAD + "".join(f"{line}\n" for line in rows.values())
+    table = HEAD + "".join(f"{line}\n" for _, line in sorted(rows.items()))
     path.write_text(MARKED.sub(lambda found: found.group(1) + table + found.group(2), text), encoding="utf-8")
 
 
