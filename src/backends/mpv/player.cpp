@@ -16,10 +16,6 @@ constexpr double kFastest = 100.0;
 /// A player with a sound device that runs so long without a new position: the device may hold it up.
 constexpr std::chrono::seconds kWordless{1};
 
-/// A picture that stands longer than so many seconds: what is heard to it would be heard once more if a
-/// player that shows it went on from its beginning.
-constexpr double kShort = 0.2;
-
 /// For pictures that are marked as interlaced, each in its time.
 const std::string kDeinterlacing = "yadif=mode=send_frame:deint=interlaced";
 
@@ -152,7 +148,6 @@ void Player::Empty() {
     m_flight.reset();
     m_standsAt.reset();
     m_picture.reset();
-    m_owed.reset();
     m_end.reached = false;
     if (m_told.running)
         m_deck->SetPause(true);
@@ -192,7 +187,6 @@ void Player::LoadFrom(double seconds, double picture, TimePoint now) {
     TellLevels(now); // before anything is decoded ahead at others
     m_clock.Set(seconds);
     m_picture.reset();
-    m_owed.reset();
     m_flight = Flight{seconds, picture, now + m_conductor->Options().seekLimit};
     m_found.decoded = false;
     LoadFile(m_withPictures, picture);
@@ -271,8 +265,6 @@ void Player::Want(const PlayerOrder& order) {
     m_wanted.running = order.running;
     if (!m_wanted.running)
         m_group = 0;
-    if (order.running && !order.seekTo && m_owed)
-        m_nextSeek = m_owed;
     if (!order.seekTo || m_end.gaveUp)
         return;
     // Where it stands, or goes already, without running: equal orders are one seek.
@@ -335,7 +327,6 @@ void Player::Advance(bool haltToSeek, TimePoint now) {
     m_nextSeek.reset();
     m_standsAt.reset();
     m_picture.reset();
-    m_owed.reset();
 }
 
 std::optional<TimePoint> Player::Deadline() const {
@@ -428,8 +419,6 @@ void Player::Land(TimePoint now) {
         m_standsAt = landed.target;
     } else {
         m_picture = landed.picture;
-        if (landed.target - landed.picture > kShort)
-            m_owed = landed.target;
     }
 }
 

@@ -266,7 +266,6 @@ private:
     std::string m_outputs;
     std::optional<Flight> m_flight;
     std::optional<double> m_standsAt; ///< it has not run since it was set there
-    std::optional<double> m_owed;     ///< its place, to which it has to go before it runs
     std::optional<double> m_picture;  ///< what it shows, if that is not what a seek to its place would show
 
     // What it said.
