@@ -78,7 +78,8 @@ class Start(Case):
         self.assertLess(took, 1.0)
 
     def test_no_display(self):
-        with self.desk.launched({"DISPLAY": ""}) as program:
-            status, _ = program.exit_status()
-        self.assertEqual(status, 1, program.errors)
-        self.assertTrue(program.errors[-1].startswith("kirolane: "), program.errors)
+        for session, cause in (({"WAYLAND_DISPLAY": "wayland-0"}, "Xwayland is missing"), ({}, "DISPLAY is not set"),
+                               ({"DISPLAY": ":99999"}, "qt.qpa.xcb: could not connect to display :99999")):
+            with self.subTest(cause), self.desk.launched({"DISPLAY": "", **session}) as program:
+                self.assertEqual(program.exit_status()[0], 1, program.errors)
+                self.assertRegex("|".join(program.errors), f"^kirolane: start: no desktop [^|]*: {cause}[^|]*$")

@@ -51,7 +51,7 @@ TEST_F(KeysTest, TheDocumentTellsEveryMenuAndKeyAndADesktopThatTakesTheFirstShow
         {"ubuntu:GNOME", "Control+n", "Ctrl+Shift+N"},
         {"KDE", "Control+n", "Super+N"},
         {"X-Cinnamon", "Option+space", "Shift+Space"},
-        {"XFCE", "Cmd+Option+left", "Ctrl+Shift+←"}};
+        {"LXDE", "Shift+Option+right", "Alt+Shift+L"}};
     for (const auto& [desktop, given, key] : shown) {
         qputenv("XDG_CURRENT_DESKTOP", desktop);
         EXPECT_EQ(qt::KeysOf(given).front().toString(QKeySequence::NativeText), key);

@@ -53,8 +53,17 @@ bool IsCompanion(const QtWindowPeer& peer) {
 }
 
 void ChoosePlatform() {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "xcb");
+#ifdef KIROLANE_X11
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        if (qEnvironmentVariableIsEmpty("DISPLAY"))
+            RefuseDesktop(
+                qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+                    ? "DISPLAY is not set"
+                    : "Xwayland is missing in this Wayland session (DISPLAY is not set); without it "
+                      "no window can be put on a display");
+        qputenv("QT_QPA_PLATFORM", "xcb"); // also in a Wayland session
+    }
+#endif
     // Else Qt leaves the panels in where there are several displays.
     qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
 }
@@ -69,6 +78,8 @@ QtWindows::QtWindows(int& argc, char** argv) {
         const StartingMessages messages;
         m_application = std::make_unique<ShowApplication>(argc, argv);
     }
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        WriteErrorLine("start: QT_QPA_PLATFORM asks for Wayland, where no window can be put on a display");
     std::setlocale(LC_NUMERIC, "C"); // Qt takes the user's; libraries of the engine need a point in numbers
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("kirolane"));

@@ -18,8 +18,9 @@ class Words;
 /// The windowing back end on Qt Widgets. Make it first of all and let it go last; main thread only.
 class QtWindows final : public WindowSystem {
 public:
-    /// main's own arguments; both must live as long as this object. Where the environment names no platform
-    /// and there is an X11 display, that is used: elsewhere windows cannot be placed.
+    /// main's own arguments; both must live as long as this object. Where QT_QPA_PLATFORM names no platform,
+    /// it is X11, in a Wayland session through Xwayland: elsewhere windows cannot be placed. Without an X11
+    /// display the process ends here, with one line.
     QtWindows(int& argc, char** argv);
     ~QtWindows() override;
     QtWindows(const QtWindows&) = delete;

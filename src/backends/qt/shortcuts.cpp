@@ -30,11 +30,11 @@ struct SecondKey {
 };
 
 /// Of the given keys one desktop or another takes: Alt+Space its window menu or search, Super its overview,
-/// tiles and desktops, Ctrl+Alt with an arrow its desktops, Ctrl+Super with an arrow those too.
+/// tiles and desktops, Ctrl+Alt with an arrow its desktops, Ctrl+Super or Alt+Shift with an arrow those too.
 // clang-format off
 constexpr SecondKey kSecondKeys[] = {
-    {"Cmd+Option+left",          "Cmd+Shift+left",    "GNOME XFCE"},
-    {"Cmd+Option+right",         "Cmd+Shift+right",   "GNOME XFCE"},
+    {"Cmd+Option+left",          "Cmd+Shift+left",    "GNOME XFCE LXDE"},
+    {"Cmd+Option+right",         "Cmd+Shift+right",   "GNOME XFCE LXDE"},
     {"Option+space",             "Shift+space",       "*"},
     {"Control+b",                "Cmd+Shift+b",       "KDE"},
     {"Control+n",                "Cmd+Shift+n",       "GNOME"},
@@ -46,9 +46,11 @@ constexpr SecondKey kSecondKeys[] = {
     {"Cmd+Option+Control+right", "Cmd+Shift+l",       ""},
     {"Control+z",                "Cmd+Shift+z",       ""},
     {"Control+x",                "Cmd+Shift+x",       ""},
+    {"Shift+Option+left",        "Shift+Option+j",    "LXDE"},
+    {"Shift+Option+right",       "Shift+Option+l",    "LXDE"},
     {"Control+up",               "Cmd+Shift+up",      "GNOME KDE"},
     {"Control+down",             "Cmd+Shift+down",    "GNOME KDE"},
-    {"Option+Control+down",      "Shift+Option+down", "GNOME KDE"},
+    {"Option+Control+down",      "Option+m",          "GNOME KDE"},
 };
 // clang-format on
 

@@ -22,11 +22,15 @@ void Keep(QtMsgType type, const QMessageLogContext& context, const QString& text
     }
     // The first message names the cause; the last one is advice for whoever built Qt.
     const QString cause = g_keptBack.isEmpty() ? text : g_keptBack.first();
-    WriteErrorLine("start: no desktop to show windows on: " + cause.trimmed().toStdString());
-    std::quick_exit(EXIT_FAILURE);
+    RefuseDesktop(cause.trimmed().toStdString());
 }
 
 } // namespace
+
+void RefuseDesktop(const std::string& cause) {
+    WriteErrorLine("start: no desktop to show windows on: " + cause);
+    std::quick_exit(EXIT_FAILURE);
+}
 
 StartingMessages::StartingMessages() {
     qInstallMessageHandler(Keep);
