@@ -38,8 +38,7 @@ protected:
     }
     void Kill(const std::string& path, int signal = SIGKILL) {
         const pid_t engine = EngineOf(path);
-        ASSERT_GT(engine, 0);
-        ASSERT_EQ(kill(engine, signal), 0);
+        ASSERT_TRUE(engine > 0 && kill(engine, signal) == 0);
     }
     /// The movie's engine is another one, in which it shows its own pictures.
     bool GoesOnIn(pid_t before) {
@@ -148,9 +147,10 @@ TEST_P(EnginesEndAtAStandstill, AndBothTwinsShowTheVerySamePicture) {
     EXPECT_FALSE(WaitUntil([&] { return look() != seen; }, 0.5));
     EXPECT_EQ(Stage().Position(), place);
     EXPECT_NEAR(Distance(), -stop.apart, 0.01);
-    Stage().Frames()->SetSize(640, 360); // drawn anew, though nothing moves
-    Preview().Frames()->SetSize(200, 100);
-    EXPECT_TRUE(WaitUntil([&] { return Seen(Stage()).width == 640 && Seen(Preview()).width == 200; }));
+    Preview().Frames()->SetSize(200, 100); // drawn anew, though nothing moves
+    EXPECT_TRUE(WaitUntil([&] { return Seen(Preview()).width == 200; }));
+    Stage().Frames()->SetSize(640, 360);
+    EXPECT_TRUE(WaitUntil([&] { return Seen(Stage()).width == 640; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Stops, EnginesEndAtAStandstill,
