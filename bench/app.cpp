@@ -65,8 +65,6 @@ void Quieten(const std::string& folder) {
     ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
 }
 
-} // namespace
-
 void UseOffscreenDisplays(const std::string& folder) {
     const std::string path = folder + "/screens.json";
     std::ofstream file(path);
@@ -75,20 +73,18 @@ void UseOffscreenDisplays(const std::string& folder) {
         << R"({"name":"L","x":0,"y":0,"width":1920,"height":1080,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1},)"
         << R"({"name":"R","x":1920,"y":0,"width":1920,"height":1080,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})";
     file.close();
-    Quieten(folder);
     ::setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + path).c_str(), 1);
 }
 
-namespace {
-void Use(Displays displays, const std::string& folder) {
-    if (displays == Displays::Offscreen) {
-        UseOffscreenDisplays(folder);
-        return;
-    }
-    Quieten(folder);
-    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
-}
 } // namespace
+
+void Use(Displays displays, const std::string& folder) {
+    Quieten(folder);
+    if (displays == Displays::Offscreen)
+        UseOffscreenDisplays(folder);
+    else
+        ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+}
 
 struct App::Parts {
     Parts(const std::string& movieFolder, Displays displays, const std::string& sound)

@@ -61,8 +61,7 @@ private:
     std::unique_ptr<Parts> m_parts;
 };
 
-/// Makes ready what every window program here needs: the offscreen platform with its two displays, described
-/// by a file in `folder`.
-void UseOffscreenDisplays(const std::string& folder);
+/// Makes ready what a window needs on those displays; files that describe them go into `folder`.
+void Use(Displays displays, const std::string& folder);
 
 } // namespace kirolane::bench

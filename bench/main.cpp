@@ -23,7 +23,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"first-frame", Place::Anywhere, true,  MeasureFirstFrame},
     {"twin",        Place::Anywhere, true,  MeasureTwinCost},
     {"interlaced",  Place::Anywhere, true,  MeasureInterlaced},
-    {"start",       Place::Anywhere, true,  MeasureStart},
+    {"start",       Place::Desktop,  true,  MeasureStart},
     {"memory",      Place::Anywhere, true,  MeasureMemory},
     {"idle",        Place::Anywhere, true,  MeasureIdle},
     {"engine-ends", Place::Anywhere, true,  MeasureEngineEnds},

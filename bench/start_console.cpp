@@ -28,7 +28,7 @@ protected:
 int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
-    const kirolane::bench::App app(argv[1]);
+    const kirolane::bench::App app(argv[1], kirolane::bench::Displays::Desktop);
     EndAtPaint end;
     qApp->installEventFilter(&end);
     app.Until([] { return false; });

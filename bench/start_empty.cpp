@@ -21,7 +21,7 @@ protected:
 int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
-    kirolane::bench::UseOffscreenDisplays(argv[1]);
+    kirolane::bench::Use(kirolane::bench::Displays::Desktop, argv[1]);
     QApplication application(argc, argv);
     EmptyWindow window;
     window.resize(800, 420);

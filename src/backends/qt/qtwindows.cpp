@@ -74,6 +74,8 @@ QtWindows::QtWindows(int& argc, char** argv) {
     ChoosePlatform();
     // A tool that asks for a control which has just gone is no fault of the show.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
+    // The commands stay in their windows; Qt would wait for the session's bus to ask for a place elsewhere.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     {
         const StartingMessages messages;
         m_application = std::make_unique<ShowApplication>(argc, argv);

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <future>
 #include <mutex>
-#include <set>
 #include <thread>
 #include <utility>
 
@@ -31,6 +30,7 @@ Lookout::Lookout(const FileSystem& files) : m_files(files), m_errands(std::make_
 void Lookout::BeginHandler() {
     m_forFolders = kForFolders;
     m_forFiles = kForFiles;
+    m_folders.clear();
 }
 
 template <class Answer>
@@ -58,6 +58,8 @@ std::optional<Answer> Lookout::Ask(const std::string& path, std::function<Answer
 }
 
 bool Lookout::IsFolder(const std::string& nativePath) {
+    if (m_folders.contains(nativePath))
+        return true;
     const bool known = [&] {
         const std::lock_guard lock(m_errands->mutex);
         return m_errands->paths.contains(nativePath);
@@ -66,6 +68,8 @@ bool Lookout::IsFolder(const std::string& nativePath) {
         nativePath, [nativePath, files = &m_files] { return files->Kind(nativePath); }, m_forFolders);
     if (!kind && !known)
         WriteErrorLine(nativePath + ": does not answer, and counts as there");
+    if (kind == FileKind::Folder)
+        m_folders.insert(nativePath);
     return kind.value_or(FileKind::Folder) == FileKind::Folder;
 }
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace kirolane {
@@ -22,7 +23,8 @@ public:
     /// that it asks for and five for files.
     void BeginHandler();
 
-    /// A folder that does not answer in time counts as there, and one line on standard error says so.
+    /// A folder that does not answer in time counts as there, and one line on standard error says so. One that
+    /// was there stays there until the handler is over: lines of the settings name the same one many times.
     [[nodiscard]] bool IsFolder(const std::string& nativePath);
     /// False, with a cause, for what does not answer in time.
     [[nodiscard]] bool IsReadableFile(const std::string& nativePath, std::string& cause);
@@ -42,6 +44,7 @@ private:
     const FileSystem& m_files;
     Patience m_forFolders{};
     Patience m_forFiles{};
+    std::set<std::string> m_folders; ///< that this handler has found
     std::shared_ptr<Errands> m_errands; ///< shared with the threads, which may outlive this
 };
 
