@@ -39,6 +39,8 @@ std::string KeyName(const QKeyEvent& event) {
 
 ListView::ListView(ControlLink list, QWidget* parent)
     : QTableView(parent), m_list(std::move(list)), m_model(m_list) {
+    // Before the model, for whose sake headings would be measured in faces that nobody sees.
+    SetUpLook(List()->Design());
     setModel(&m_model);
     setItemDelegate(new ListCells(m_list, this));
     setSelectionBehavior(SelectRows);
@@ -47,7 +49,6 @@ ListView::ListView(ControlLink list, QWidget* parent)
     setDragDropMode(NoDragDrop);
     setTabKeyNavigation(false);
     setFocusPolicy(Qt::ClickFocus);
-    SetUpLook(List()->Design());
     SetUpHeadings();
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int topRow) {
         if (auto* shown = List())
@@ -66,11 +67,12 @@ void ListView::SetUpLook(const ControlDesign& design) {
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(kRowHeight);
+    horizontalHeader()->setFont(font());
+    verticalHeader()->setFont(font());
 }
 
 void ListView::SetUpHeadings() {
     QHeaderView& headings = *horizontalHeader();
-    headings.setFont(font());
     headings.setFixedHeight(kHeadingHeight);
     headings.setMinimumSectionSize(1);
     headings.setSectionResizeMode(QHeaderView::Fixed);
