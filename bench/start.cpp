@@ -6,13 +6,15 @@
 
 #include <cstdlib>
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace kirolane::bench {
 
 namespace {
-/// From the start of the program to its end, which it meets at its first paint.
+/// From the start of the program to its end, which it meets at its first paint. What it has started itself
+/// has gone as well before the next one begins.
 double StartToPaint(const std::string& program, const std::string& folder) {
     const StopWatch watch;
     const pid_t child = ::fork();
@@ -23,11 +25,15 @@ double StartToPaint(const std::string& program, const std::string& folder) {
     int status = 0;
     if (::waitpid(child, &status, 0) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
         throw RuntimeException(program + " did not come to its first paint");
-    return watch.Milliseconds();
+    const double milliseconds = watch.Milliseconds();
+    while (::waitpid(-1, nullptr, 0) > 0) {
+    }
+    return milliseconds;
 }
 } // namespace
 
 std::vector<Row> MeasureStart(const Inputs& inputs) {
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);
     const MemoryFolder memory;
     const std::string folder = memory.MakeFiles("start", 100);
     Samples console;

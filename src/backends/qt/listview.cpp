@@ -19,6 +19,16 @@ constexpr int kHeadingHeight = 20;
 /// Rows that come below the view are taken over at most this often: each time costs a layout.
 constexpr int kGrowthInterval = 40;
 
+/// Its height stands, and so do the widths: Qt would measure each heading in bold type, for whose first use
+/// the system looks through all its faces.
+class Headings : public QHeaderView {
+public:
+    explicit Headings(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+protected:
+    [[nodiscard]] QSize sectionSizeFromContents(int /*column*/) const override { return {1, kHeadingHeight}; }
+};
+
 /// What a list is told of a key: the menu notation's name, or what it types.
 std::string KeyName(const QKeyEvent& event) {
     switch (event.key()) {
@@ -39,6 +49,7 @@ std::string KeyName(const QKeyEvent& event) {
 
 ListView::ListView(ControlLink list, QWidget* parent)
     : QTableView(parent), m_list(std::move(list)), m_model(m_list) {
+    setHorizontalHeader(new Headings(this));
     // Before the model, for whose sake headings would be measured in faces that nobody sees.
     SetUpLook(List()->Design());
     setModel(&m_model);

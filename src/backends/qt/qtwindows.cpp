@@ -95,7 +95,9 @@ QtWindows::QtWindows(int& argc, char** argv) {
     if (const QString face = AbsentFace(); !face.isEmpty())
         WriteErrorLine("start: the type face " + face.toStdString() +
                        " is not installed; small texts may be cut off or missing");
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png")));
+    // While the display server makes the first windows ready: nobody sees them sooner for it.
+    QTimer::singleShot(0, m_application.get(),
+                       [] { QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/Kirolane.png"))); });
     m_words = std::make_unique<Words>();
     QCoreApplication::installTranslator(m_words.get());
     m_inhibitor = std::make_unique<SleepInhibitor>();

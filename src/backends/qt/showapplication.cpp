@@ -13,6 +13,8 @@ namespace kirolane::qt {
 
 namespace {
 const auto kWake = static_cast<QEvent::Type>(QEvent::registerEventType());
+/// A window that nobody sees is not painted: the rest does not wait for it for longer, in milliseconds.
+constexpr int kFirstPaintWithin = 200;
 } // namespace
 
 ShowApplication::ShowApplication(int& argc, char** argv) : QApplication(argc, argv) {
@@ -25,6 +27,7 @@ ShowApplication::ShowApplication(int& argc, char** argv) : QApplication(argc, ar
 bool ShowApplication::notify(QObject* receiver, QEvent* event) {
     NoteKey(*event);
     const bool ofKey = event->type() == QEvent::KeyPress || event->type() == QEvent::Shortcut;
+    const bool ofPaint = event->type() == QEvent::Paint;
     const bool outer = std::exchange(m_inKey, ofKey); // events nest
     bool handled = false;
     try {
@@ -35,6 +38,8 @@ bool ShowApplication::notify(QObject* receiver, QEvent* event) {
         WriteErrorLine("event: unknown failure");
     }
     m_inKey = outer;
+    if (ofPaint)
+        BeginIdle();
     return handled;
 }
 
@@ -73,7 +78,14 @@ void ShowApplication::RequestIdle() {
     // that posts itself anew would keep the others out.
     m_idleAsked = true;
     if (m_idleTimer == 0)
-        m_idleTimer = startTimer(0);
+        m_idleTimer = startTimer(m_idleBegun ? 0 : kFirstPaintWithin);
+}
+
+void ShowApplication::BeginIdle() {
+    if (std::exchange(m_idleBegun, true) || m_idleTimer == 0)
+        return;
+    killTimer(m_idleTimer);
+    m_idleTimer = startTimer(0);
 }
 
 bool ShowApplication::event(QEvent* event) {
@@ -90,6 +102,7 @@ void ShowApplication::timerEvent(QTimerEvent* event) {
         QApplication::timerEvent(event);
         return;
     }
+    BeginIdle();
     m_idleAsked = false;
     const bool more = host::Exists() && host::RunIdleSlice();
     if (!more && !m_idleAsked) {

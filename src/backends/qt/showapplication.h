@@ -26,7 +26,8 @@ public:
 
     /// Any thread: has the runtime run what was posted.
     void Wake();
-    /// Has the runtime run idle slices, one a turn of the loop, until it says that there is no more.
+    /// Has the runtime run idle slices, one a turn of the loop, until it says that there is no more. They
+    /// begin after the first paint, which is not to share the processors with them.
     void RequestIdle();
 
 protected:
@@ -35,6 +36,7 @@ protected:
 
 private:
     void NoteKey(const QEvent& event);
+    void BeginIdle();
 
     std::set<int> m_held;
     bool m_inKey = false;    ///< the event being handled is a key press, or the command that one stands for
@@ -43,6 +45,7 @@ private:
     quint64 m_releasedAt = 0;
     std::atomic<bool> m_wakePosted = false;
     int m_idleTimer = 0;
+    bool m_idleBegun = false; ///< something has been painted, or was waited for long enough
     bool m_idleAsked = false; ///< since the running slice began
 };
 
