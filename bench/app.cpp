@@ -162,13 +162,16 @@ void App::Close() const {
     Deliver([this] { Console().QTM_Close_Action(); });
 }
 
-double App::CostOfPlaying() const {
+double App::CostOfPlaying(pid_t server) const {
     constexpr int kStart = 1000; // it has a cost of its own
     constexpr int kMeasured = 5000;
+    const auto spent = [server] {
+        return ProcessorMilliseconds() + (server == 0 ? 0 : ProcessorMilliseconds(server));
+    };
     For(kStart);
-    const double before = ProcessorMilliseconds();
+    const double before = spent();
     For(kMeasured);
-    return ProcessorMilliseconds() - before;
+    return spent() - before;
 }
 
 void App::ListSounds(const std::string& folder) const {

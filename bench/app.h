@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include <sys/types.h>
+
 namespace kirolane {
 class Mainform;
 class MonitorForm;
@@ -47,8 +49,9 @@ public:
     /// Selects and opens that row as a double click does. Throws if it does not open.
     void OpenRow(std::int32_t row) const;
     void Close() const;
-    /// Lets what is open play for 5 s after its first; milliseconds of processor time that they took.
-    double CostOfPlaying() const;
+    /// Lets what is open play for 5 s after its first; milliseconds of processor time that they took, here,
+    /// in the engines and in that process, such as the display's server.
+    double CostOfPlaying(pid_t server = 0) const;
 
     /// Has the sound list show that folder (a native path) and waits for its scan to end.
     void ListSounds(const std::string& folder) const;

@@ -2,6 +2,7 @@
 
 #include "clocks.h"
 #include "frame_code.h"
+#include "wall.h"
 
 #include "backends/mpv/deck_options.h"
 
@@ -20,7 +21,8 @@ constexpr double kPatience = 10.0; ///< seconds for any answer of libmpv
 constexpr int kNear = 10;          ///< frames behind the one awaited
 } // namespace
 
-BarePlayer::BarePlayer() : m_handle(mpv_create()), m_pixels(kStride * kHeight + 64) {
+BarePlayer::BarePlayer(Wall* wall)
+    : m_wall(wall), m_handle(mpv_create()), m_pixels(wall == nullptr ? kStride * kHeight + 64 : 0) {
     mpv::MpvOptions options;
     options.audioOutput = "null";
     mpv::ApplyOptions(m_handle, {"Bare.QTM", mpv::Role::Stage, "Bare"}, options);
@@ -58,7 +60,9 @@ BarePlayer::~BarePlayer() {
 
 void BarePlayer::Render() {
     // 64-byte aligned, as libmpv wants it for its fast paths.
-    auto* pixels = m_pixels.data() + (64 - reinterpret_cast<std::uintptr_t>(m_pixels.data()) % 64) % 64;
+    auto* pixels = m_wall != nullptr
+                       ? m_wall->Picture()
+                       : m_pixels.data() + (64 - reinterpret_cast<std::uintptr_t>(m_pixels.data()) % 64) % 64;
     int size[2] = {kWidth, kHeight};
     std::size_t stride = kStride;
     int noWait = 0;
@@ -80,6 +84,8 @@ void BarePlayer::Render() {
         const bool frame = (mpv_render_context_update(m_context) & MPV_RENDER_UPDATE_FRAME) != 0;
         if (frame)
             mpv_render_context_render(m_context, parameters.data());
+        if (frame && m_wall != nullptr)
+            m_wall->Put();
         lock.lock();
         if (frame) {
             ++m_frames;

@@ -14,16 +14,20 @@
 
 namespace kirolane::bench {
 
+class Wall;
+
 /// The reference of playing: one libmpv player with the options of the audience's player, silent output, its
-/// pictures rendered by a thread at 1920 x 1080 and looked at by nobody. Warm: made once, files come and go.
+/// pictures rendered by a thread at 1920 x 1080. Warm: made once, files come and go.
 class BarePlayer {
 public:
-    BarePlayer();
+    /// Puts the pictures on that wall of this size, or has nobody look at them.
+    explicit BarePlayer(Wall* wall = nullptr);
     ~BarePlayer();
     BarePlayer(const BarePlayer&) = delete;
     BarePlayer& operator=(const BarePlayer&) = delete;
 
-    /// Opens the file, running or halted, and waits for its first rendered picture; milliseconds it took.
+    /// Opens the file, running or halted, and waits for its first picture, rendered and put; milliseconds it
+    /// took.
     double Open(const std::string& path, bool running);
     /// Empties the player and waits until it is idle.
     void Close();
@@ -38,6 +42,7 @@ private:
     void Render();
     void Command(std::vector<const char*> words);
 
+    Wall* m_wall;
     mpv_handle* m_handle = nullptr;
     mpv_render_context* m_context = nullptr;
     std::mutex m_mutex;

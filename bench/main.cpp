@@ -20,8 +20,8 @@ namespace {
 constexpr Benchmark kBenchmarks[] = {
     {"scan",        Place::Anywhere, true,  MeasureScan},
     {"rows",        Place::Anywhere, true,  MeasureRows},
-    {"first-frame", Place::Anywhere, true,  MeasureFirstFrame},
-    {"twin",        Place::Anywhere, true,  MeasureTwinCost},
+    {"first-frame", Place::Desktop,  true,  MeasureFirstFrame},
+    {"twin",        Place::Desktop,  true,  MeasureTwinCost},
     {"interlaced",  Place::Anywhere, true,  MeasureInterlaced},
     {"start",       Place::Desktop,  true,  MeasureStart},
     {"memory",      Place::Anywhere, true,  MeasureMemory},

@@ -2,6 +2,7 @@
 #include "clocks.h"
 #include "folders.h"
 #include "show.h"
+#include "wall.h"
 
 #include "contract/exceptions.h"
 
@@ -9,8 +10,6 @@
 #include <set>
 
 #include <poll.h>
-#include <sys/socket.h>
-#include <xcb/xcb.h>
 
 namespace kirolane::bench {
 
@@ -19,7 +18,6 @@ namespace {
 constexpr int kBegin = 30;  ///< frames, after which the start has settled
 constexpr int kHeld = 1000; ///< milliseconds
 constexpr int kAfterwards = 1000;
-constexpr int kMeasured = 5000;
 constexpr double kMissed = 0.01; ///< share of the frames: the camera takes part of the machine
 
 struct Count {
@@ -77,19 +75,6 @@ Count Held(Show& show, int row, int clip, int rate) {
     const std::vector<Shot> shots = show.Eye().Take();
     return CountFrames(shots, clip, from, from + kHeld * rate / 1000 - 2); // begun and ended between two
 }
-
-/// The process of the X server.
-pid_t Server() {
-    xcb_connection_t* x = xcb_connect(nullptr, nullptr);
-    ucred peer{};
-    socklen_t length = sizeof peer;
-    const bool known = ::getsockopt(xcb_get_file_descriptor(x), SOL_SOCKET, SO_PEERCRED, &peer, &length) == 0;
-    xcb_disconnect(x);
-    if (!known)
-        throw RuntimeException("the X server's process is not known");
-    return peer.pid;
-}
-
 } // namespace
 
 std::vector<Row> MeasurePictures(const Inputs& inputs) {
@@ -107,7 +92,7 @@ std::vector<Row> MeasureDisplay(const Inputs& inputs) {
     const MemoryFolder memory;
     const App app(memory.MakeMovies("clip", 1, inputs.clip), Displays::Desktop);
     app.UntilScanned();
-    const pid_t server = Server();
+    const pid_t server = DisplayServer();
     Samples idle;
     app.For(3000); // the engines are made ready in the background
     idle.Add(SharedOutMebibytes() + SharedOutMebibytes(server));
@@ -115,10 +100,7 @@ std::vector<Row> MeasureDisplay(const Inputs& inputs) {
     Samples playing;
     for (int run = 0; run < kRuns; ++run) {
         app.OpenRow(0);
-        app.For(kAfterwards);
-        const double before = ProcessorMilliseconds() + ProcessorMilliseconds(server);
-        app.For(kMeasured);
-        cost.Add(ProcessorMilliseconds() + ProcessorMilliseconds(server) - before);
+        cost.Add(app.CostOfPlaying(server));
         playing.Add(SharedOutMebibytes() + SharedOutMebibytes(server));
         app.Close();
         app.For(kAfterwards);

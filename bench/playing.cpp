@@ -3,111 +3,80 @@
 #include "benchmarks.h"
 #include "clocks.h"
 #include "folders.h"
-
-#include "contract/backend/mediaengine.h"
-#include "logic/display/monitorform.h"
-#include "logic/shell/mainform.h"
-
-#include <QApplication>
-#include <QEvent>
-#include <QWidget>
-
-#include <filesystem>
+#include "show.h"
+#include "wall.h"
 
 namespace kirolane::bench {
 
 namespace {
 
 constexpr int kOpenings = 41; ///< which scatter
+constexpr int kRest = 200;    ///< milliseconds between one player's turn and the other's
 
-/// Sees when a player's widget has painted a picture of the file now open.
-class FirstPaints : public QObject {
-public:
-    FirstPaints(MoviePlayer& preview, MoviePlayer& stage) : m_preview(preview), m_stage(stage) {
-        qApp->installEventFilter(this);
-    }
-    void Reset() { m_previewSeen = m_stageSeen = false; }
-    [[nodiscard]] bool Both() const { return m_previewSeen && m_stageSeen; }
+constexpr Area kStage{1920, 0, 1920, 1080}; ///< the second display of the desktop
 
-protected:
-    bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == QEvent::Paint && object->objectName() == QLatin1String("QTM")) {
-            const auto* widget = static_cast<const QWidget*>(object);
-            if (widget->window()->objectName() == QLatin1String("Mainform"))
-                m_previewSeen = m_previewSeen || m_preview.Engine()->Frames()->HasFrame();
-            else
-                m_stageSeen = m_stageSeen || m_stage.Engine()->Frames()->HasFrame();
-        }
-        return false;
-    }
-
-private:
-    MoviePlayer& m_preview;
-    MoviePlayer& m_stage;
-    bool m_previewSeen = false;
-    bool m_stageSeen = false;
-};
-
-/// A folder in memory that holds the clip alone.
-std::string FolderOf(const MemoryFolder& memory, const std::string& clip) {
-    const std::string folder = memory.MakeFiles("clip", 0);
-    std::filesystem::copy_file(clip, folder + "/Clip.mp4");
-    return folder;
-}
-
-double CostOfTwins(const App& app, int row) {
+double CostOfTwins(const App& app, int row, pid_t server = 0) {
     app.OpenRow(row);
-    const double cost = app.CostOfPlaying();
+    const double cost = app.CostOfPlaying(server);
     app.Close();
-    app.For(200);
+    app.For(kRest);
     return cost;
 }
 
-double CostOfSingle(const App& app, BarePlayer& bare, const std::string& clip) {
+double CostOfSingle(const App& app, BarePlayer& bare, const std::string& clip, pid_t server = 0) {
     bare.Open(clip, true);
-    const double cost = app.CostOfPlaying();
+    const double cost = app.CostOfPlaying(server);
     bare.Close();
-    app.For(200);
+    app.For(kRest);
     return cost;
 }
 
 } // namespace
 
 std::vector<Row> MeasureFirstFrame(const Inputs& inputs) {
-    const MemoryFolder memory;
-    const App app(FolderOf(memory, inputs.clip));
-    app.UntilScanned();
-    BarePlayer bare;
-    FirstPaints paints(*app.Console().QTM(), *Instance<MonitorForm>()->QTM());
+    constexpr int kClip = 8;
+    const std::string folder = inputs.clips + "/rates";
+    Show show(folder, Show::Look::StageAndPreview);
+    const App& app = show.Program();
+    Wall wall(kStage);
+    BarePlayer bare(&wall);
     Samples twin;
     Samples single;
     for (int run = 0; run < kOpenings; ++run) {
-        paints.Reset();
-        const StopWatch watch;
+        double begin = show.Eye().Now();
         app.OpenRow(0);
-        app.Until([&] { return paints.Both(); });
-        twin.Add(watch.Milliseconds());
+        show.Until([](const Shot& shot) { return shot.stage.Shows(kClip) && shot.preview.Shows(kClip); });
+        twin.Add(show.Eye().Newest().milliseconds - begin);
         app.Close();
-        app.For(200); // both engines come to rest before the other's turn
-        single.Add(bare.Open(inputs.clip, true));
+        wall.Show();
+        app.For(kRest); // both engines come to rest before the other's turn
+        begin = show.Eye().Now();
+        bare.Open(folder + "/1.mp4", true);
+        show.Until([](const Shot& shot) { return shot.stage.Shows(kClip); });
+        single.Add(show.Eye().Newest().milliseconds - begin);
         bare.Close();
-        app.For(200);
+        wall.Hide();
+        app.For(kRest);
     }
-    return {RatioRow("open to first frame, twin / single", twin, single, "ms", 1.3)};
+    return {RatioRow("open to first frame, twin / single", twin, single, "ms", 1.15)};
 }
 
 std::vector<Row> MeasureTwinCost(const Inputs& inputs) {
     const MemoryFolder memory;
-    const App app(FolderOf(memory, inputs.clip));
+    const App app(memory.MakeMovies("clip", 1, inputs.clip), Displays::Desktop);
     app.UntilScanned();
-    BarePlayer bare;
+    const pid_t server = DisplayServer();
+    Wall wall(kStage);
+    BarePlayer bare(&wall);
     Samples twin;
     Samples single;
     for (int run = 0; run < kRuns; ++run) {
-        twin.Add(CostOfTwins(app, 0));
-        single.Add(CostOfSingle(app, bare, inputs.clip));
+        twin.Add(CostOfTwins(app, 0, server));
+        wall.Show();
+        single.Add(CostOfSingle(app, bare, inputs.clip, server));
+        wall.Hide();
     }
-    return {RatioRow("processor, twin / single, per 5 s", twin, single, "ms", 1.25)};
+    return {RatioRow("processor, twin / single, per 5 s", twin, single, "ms", 1.2)};
 }
 
 std::vector<Row> MeasureInterlaced(const Inputs& inputs) {
@@ -131,7 +100,7 @@ std::vector<Row> MeasureInterlaced(const Inputs& inputs) {
 
 std::vector<Row> MeasureMemory(const Inputs& inputs) {
     const MemoryFolder memory;
-    const App app(FolderOf(memory, inputs.clip));
+    const App app(memory.MakeMovies("clip", 1, inputs.clip));
     app.UntilScanned();
     app.For(3000); // the engines are made ready in the background
     Samples idle;
