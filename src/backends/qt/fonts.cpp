@@ -9,6 +9,9 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <clocale>
+
+#include <fontconfig/fontconfig.h>
 
 namespace kirolane::qt {
 
@@ -41,6 +44,11 @@ QStringList FamiliesOf(const Face& face) {
 }
 
 } // namespace
+
+std::future<void> ReadFacesAhead() {
+    std::setlocale(LC_ALL, ""); // as Qt is about to, which would change it under the reader
+    return std::async(std::launch::async, [] { FcInit(); });
+}
 
 QString AbsentFace() {
     const QStringList families = FamiliesOf(kFaces[0]);

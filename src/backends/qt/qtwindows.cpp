@@ -72,6 +72,7 @@ void ChoosePlatform() {
 
 QtWindows::QtWindows(int& argc, char** argv) {
     ChoosePlatform();
+    const std::future<void> faces = ReadFacesAhead();
     // A tool that asks for a control which has just gone is no fault of the show.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
     // The commands stay in their windows; Qt would wait for the session's bus to ask for a place elsewhere.
@@ -82,6 +83,7 @@ QtWindows::QtWindows(int& argc, char** argv) {
     }
     if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
         WriteErrorLine("start: QT_QPA_PLATFORM asks for Wayland, where no window can be put on a display");
+    faces.wait();
     std::setlocale(LC_NUMERIC, "C"); // Qt takes the user's; libraries of the engine need a point in numbers
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("kirolane"));
