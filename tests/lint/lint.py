@@ -30,7 +30,7 @@ LAYERS = {
     "src/engine/*": [INTERFACES, r'"engine/box/box\.h"', r'"wire/\w+\.h"', r'"backends/mpv/mpv_media\.h"', SYSTEM],
     "src/backends/remote/*": [INTERFACES, r'"wire/\w+\.h"', SYSTEM],
     "src/backends/mpv/*": [CONTRACT, INTERFACES, r'"wire/\w+\.h"', r"<(mpv|libav\w+|fluidsynth)(/\w+)?\.h>", SYSTEM],
-    "src/backends/qt/*": [CONTRACT, INTERFACES, r"<Q\w+>", r"<X11/[\w/]+\.h>",
+    "src/backends/qt/*": [CONTRACT, INTERFACES, r"<Q\w+>", r"<(X11|fontconfig)/[\w/]+\.h>",
                           r'"backends/qt/presenter/\w+\.h"'],
     "src/backends/qt/presenter/*": [CONTRACT, INTERFACES, r"<Q\w+>", r'"backends/qt/\w+\.h"', SYSTEM],
 }

@@ -23,8 +23,9 @@ public:
     /// that it asks for and five for files.
     void BeginHandler();
 
-    /// A folder that does not answer in time counts as there, and one line on standard error says so. One that
-    /// was there stays there until the handler is over: lines of the settings name the same one many times.
+    /// A folder that does not answer in time counts as there, and one line on standard error says so. One
+    /// that was there stays there until the handler is over: lines of the settings name the same one many
+    /// times.
     [[nodiscard]] bool IsFolder(const std::string& nativePath);
     /// False, with a cause, for what does not answer in time.
     [[nodiscard]] bool IsReadableFile(const std::string& nativePath, std::string& cause);
@@ -44,7 +45,7 @@ private:
     const FileSystem& m_files;
     Patience m_forFolders{};
     Patience m_forFiles{};
-    std::set<std::string> m_folders; ///< that this handler has found
+    std::set<std::string> m_folders;    ///< that this handler has found
     std::shared_ptr<Errands> m_errands; ///< shared with the threads, which may outlive this
 };
 
