@@ -68,6 +68,8 @@ TEST_P(EnginesEnd, AndTheMovieGoesOnAtItsPlaceWithAllThatIsWantedOfIt) {
     Order({{&Preview(), {.running = true, .seekTo = 1.0 + act.apart, .rate = 0.75, .volume = 0}},
            {&Stage(), {.running = true, .seekTo = 1.0, .rate = 0.75, .volume = 100}}});
     ASSERT_TRUE(Reaches(Stage(), 1.1)); // it runs
+    Stage().Frames()->SetSize(320, 178);
+    EXPECT_GT(Grey(Stage()), 1) << "the picture of the size before, at which nobody had looked";
     if (act.hidden)
         Preview().Frames()->SetSize(0, 0);
 

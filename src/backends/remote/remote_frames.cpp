@@ -23,6 +23,7 @@ void RemoteFrames::SetSize(std::int32_t width, std::int32_t height) {
 
 const wire::SurfaceReader* RemoteFrames::NewSurface() {
     const std::lock_guard lock(m_mutex);
+    TakeFirst(); // a last picture that nobody has looked at yet stays, too
     m_next.reset();
     if (m_width <= 0 || m_height <= 0)
         return nullptr;
@@ -49,11 +50,16 @@ void RemoteFrames::Paint() const {
         m_painter();
 }
 
+bool RemoteFrames::TakeFirst() const {
+    if (m_next == nullptr || !m_next->Take())
+        return false;
+    m_shown = std::exchange(m_next, nullptr);
+    return true;
+}
+
 void RemoteFrames::Visit(const std::function<void(const FrameView&)>& visit) const {
     const std::lock_guard lock(m_mutex); // of visitors only: whoever draws has slots of its own
-    if (m_next != nullptr && m_next->Take())
-        m_shown = std::exchange(m_next, nullptr);
-    else if (m_shown != nullptr)
+    if (!TakeFirst() && m_shown != nullptr)
         m_shown->Take();
     if (m_shown != nullptr)
         visit(m_shown->View());

@@ -37,6 +37,9 @@ public:
     void Paint() const;
 
 private:
+    /// The newest surface is what is shown, once it has a picture. Under m_mutex.
+    bool TakeFirst() const;
+
     const std::function<void()> m_resized;
     const std::function<std::uint32_t()> m_flags;
 
