@@ -34,7 +34,7 @@ protected:
         Media().Prepare();
         Preview().Frames()->SetSize(160, 90);
         Stage().Frames()->SetSize(320, 180);
-        EXPECT_TRUE(WaitUntil([] { return Engines().size() == 3; })) << "movie, sound and a spare";
+        EXPECT_TRUE(WaitUntil([] { return Engines().size() == 2; })) << "the movie's and a spare";
     }
     void Kill(const std::string& path, int signal = SIGKILL) {
         const pid_t engine = EngineOf(path);
@@ -218,7 +218,7 @@ TEST_F(EnginesTest, AnEngineThatEndsOrHangsWithoutAFileCostsTheNextFileNothing) 
         EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(signal == SIGSTOP ? 4 : 2));
         EXPECT_TRUE(Reaches(Stage(), 0.3));
         Unload();
-        ASSERT_TRUE(WaitUntil([] { return Engines().size() == 3; }));
+        ASSERT_TRUE(WaitUntil([] { return Engines().size() == 2; }));
     }
 }
 
@@ -278,13 +278,13 @@ TEST_F(EnginesTest, NoEngineOutlivesTheProgram) {
                   remote::RemoteMedia media(options);
                   media.Prepare();
                   std::vector<pid_t> engines;
-                  while (engines.size() < 3)
+                  while (engines.size() < 2)
                       engines = Engines();
-                  ASSERT_EQ(write(ends[1], engines.data(), 3 * sizeof(pid_t)), 3 * sizeof(pid_t));
+                  ASSERT_EQ(write(ends[1], engines.data(), 2 * sizeof(pid_t)), 2 * sizeof(pid_t));
                   kill(getpid(), SIGKILL);
               }),
               -SIGKILL);
-    pid_t engines[3] = {};
+    pid_t engines[2] = {};
     ASSERT_EQ(read(ends[0], engines, sizeof engines), sizeof engines);
     for (const pid_t engine : engines)
         EXPECT_TRUE(WaitUntil(

@@ -15,7 +15,7 @@ namespace kirolane::remote {
 struct Group {
     std::vector<std::unique_ptr<Seat>> seats;
     std::unique_ptr<EngineLink> link; ///< null while it has none
-    bool wanted = false;              ///< it is to have one
+    bool wanted = false;              ///< it is to have one without a file, too
     std::uint64_t lastOrder = 0;
     std::string endedWith; ///< the file that was there at the last end of an engine
     TimePoint endedAt{};   ///< and when
