@@ -1,5 +1,7 @@
 #pragma once
 
+#include "displays.h"
+
 #include "logic/shell/start.h"
 
 #include <cstdint>
@@ -15,11 +17,6 @@ class MonitorForm;
 } // namespace kirolane
 
 namespace kirolane::bench {
-
-enum class Displays : std::uint8_t {
-    Offscreen, ///< two of 1920 x 1080, seen by nobody
-    Desktop,   ///< those of the X display that DISPLAY names
-};
 
 /// The whole program with its real back ends and a home folder of its own in memory; silent unless `sound`
 /// names one of libmpv's outputs. One a process.
@@ -63,8 +60,5 @@ private:
     struct Parts;
     std::unique_ptr<Parts> m_parts;
 };
-
-/// Makes ready what a window needs on those displays; files that describe them go into `folder`.
-void Use(Displays displays, const std::string& folder);
 
 } // namespace kirolane::bench

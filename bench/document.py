@@ -107,9 +107,9 @@ def memory(axes, figures):
 
 GRAPHS = [
     ("Processor, 5 s of 1080p30",
-     against("processor, twin / single, per 5 s", "both windows", "one bare libmpv", "ms", 1.25)),
+     against("processor, twin / single, per 5 s", "both windows", "one bare libmpv", "ms", 1.2)),
     ("Open to first frame",
-     against("open to first frame, twin / single", "in both windows", "in one bare libmpv", "ms", 1.3)),
+     against("open to first frame, twin / single", "in both windows", "in one bare libmpv", "ms", 1.15)),
     ("Start to first paint",
      against("start to first paint / empty window", "console", "empty window", "ms", 2.0)),
     ("Drift of preview and monitor over ten minutes", drift),

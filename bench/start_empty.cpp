@@ -1,7 +1,7 @@
-// The reference of the start: an empty window of the console's size, linked to Qt alone. Ends with
-// status 0 at its first paint.
+// The reference of the start: an empty window of the console's size, linked to Qt's widgets alone. Ends
+// with status 0 at its first paint.
 
-#include "app.h"
+#include "displays.h"
 
 #include <QApplication>
 #include <QWidget>

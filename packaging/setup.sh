@@ -33,7 +33,24 @@ missing_packages() {
             sed -n 's/^installed //p' | sort -u)
 }
 
-# install_packages [COMMAND], as listed_packages names them.
+# Those that can be installed beside what is there: PulseAudio, say, cannot where PipeWire is the desktop's sound server.
+without_conflicts() {
+    local package refusal='remove is disabled'
+    local try=(env LC_ALL=C apt-get -s -q --no-remove --no-install-recommends install)
+    if ! "${try[@]}" "$@" 2>&1 | grep -q "$refusal"; then
+        printf '%s\n' "$@"
+        return
+    fi
+    for package; do
+        if "${try[@]}" "$package" 2>&1 | grep -q "$refusal"; then
+            say "leaving out $package: other packages would have to go for it" >&2
+        else
+            printf '%s\n' "$package"
+        fi
+    done
+}
+
+# install_packages [COMMAND], as listed_packages names them. Nothing is removed for them.
 install_packages() {
     if [[ ! -e /etc/debian_version ]] || ! command -v dpkg-query apt-get >/dev/null; then
         check_tools "$@"
@@ -47,11 +64,13 @@ install_packages() {
         command -v sudo >/dev/null && { [[ -t 0 && -t 1 ]] && sudo -v || sudo -n true 2>/dev/null; } ||
             fail "packages are missing; install them as root: apt-get install ${missing[*]}"
     fi
-    say "installing ${#missing[@]} packages"
+    say "installing packages that are missing"
     local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
-        apt-get -y -q -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300)
+        apt-get -y -q --no-remove -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300)
     local attempt
     for attempt in 1 2 3; do
+        mapfile -t missing < <(without_conflicts "${missing[@]}")
+        ((${#missing[@]})) || return 0
         # The package lists may be absent or older than the archive: fetched after a failure only.
         logged install "${apt[@]}" install --no-install-recommends "${missing[@]}" && return
         logged update "${apt[@]}" update || say "the package lists could not be fetched (attempt $attempt)"

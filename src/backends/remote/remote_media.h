@@ -17,8 +17,8 @@ struct RemoteOptions : wire::EngineOptions {
 class Supervisor;
 
 /// The media back end whose engines are processes of their own: one for the movie's twins, one for the
-/// sound's player, and a spare. An engine that ends or hangs is replaced, and what it played goes on in
-/// another; docs/processes.md has it all.
+/// sound's player from its first file on, and a spare. An engine that ends or hangs is replaced, and what it
+/// played goes on in another; docs/processes.md has it all.
 class RemoteMedia : public MediaEngine {
 public:
     explicit RemoteMedia(RemoteOptions options);

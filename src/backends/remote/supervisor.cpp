@@ -108,7 +108,8 @@ void Supervisor::Prepare() {
     {
         const std::lock_guard lock(m_mutex);
         m_prepared = true;
-        for (const auto& group : m_groups) // a sound takes the spare with its first file: it needs no pictures
+        // A sound takes the spare with its first file: many evenings have none.
+        for (const auto& group : m_groups)
             group->wanted = group->seats.front()->role.role != wire::Role::Sound;
     }
     Wake();
