@@ -58,7 +58,8 @@ Received Channel::Receive(Packet& packet, bool takeDescriptor) const {
     header.msg_iovlen = 1;
     if (takeDescriptor) {
         header.msg_control = control.data();
-        header.msg_controllen = control.size();
+        header.msg_controllen =
+            CMSG_LEN(sizeof(int)); // of a second descriptor nothing would be left but itself
     }
     ssize_t count = 0;
     do

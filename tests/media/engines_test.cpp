@@ -9,6 +9,8 @@
 #include "support/temporary_folder.h"
 
 #include <algorithm>
+#include <array>
+#include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <set>
@@ -206,6 +208,14 @@ TEST_F(EnginesTest, AFileUnderWhichTheEngineEndsIsRefusedOnceForBothTwinsAndTheN
     const auto said = lines.Lines();
     ASSERT_EQ(said.size(), 1U);
     EXPECT_NE(said[0].find(path), std::string::npos) << said[0];
+}
+
+TEST_F(EnginesTest, ThePictureOfAFileThatStandsIsToldOfOnceItCounts) {
+    std::array<std::atomic<bool>, 2> told{};
+    Preview().Frames()->SetListener([&] { told[0] = told[0] || Preview().Frames()->HasFrame(); });
+    Stage().Frames()->SetListener([&] { told[1] = told[1] || Stage().Frames()->HasFrame(); });
+    ASSERT_TRUE(LoadTwins(kClip)); // and no order to play it: there is no second one
+    EXPECT_TRUE(WaitUntil([&] { return told[0] && told[1]; }, 3.0)) << told[0] << told[1];
 }
 
 TEST_F(EnginesTest, AnEngineThatEndsOrHangsWithoutAFileCostsTheNextFileNothing) {

@@ -244,6 +244,7 @@ std::unique_ptr<Deck> Player::Replace(std::unique_ptr<Deck> deck) {
     std::unique_ptr<Deck> old = Exchange(std::move(deck));
     Reset();
     LetGo();
+    m_clock.SetRate(m_told.rate, Clock::now());
     return old;
 }
 

@@ -20,14 +20,19 @@ constexpr std::chrono::milliseconds kLoadGrace{500};
 constexpr int kMostMessages = 2000;
 constexpr int kMostLines = 20;
 constexpr std::chrono::seconds kLinesWithin{10};
+
+/// A server that has gone is looked for every three seconds, by a few paths, with each of two players.
+constexpr int kMostCalls = 200;
+constexpr std::chrono::seconds kCallsWithin{10};
 } // namespace
 
 EngineLink::EngineLink(EngineProcess process, wire::Channel channel, TimePoint now)
     : m_process(std::move(process)), m_channel(std::move(channel)), m_readyDue(now + kStart),
       m_lastWord(now) {}
 
-void EngineLink::TakeReady() {
+void EngineLink::TakeReady(TimePoint now) {
     m_ready = true;
+    m_lastWord = now;
     m_readyDue.reset();
 }
 
@@ -58,7 +63,7 @@ std::optional<TimePoint> EngineLink::Deadline(bool holdsFile) const {
     for (const auto& due : {m_readyDue, m_beginDue, m_loadDue, m_pongDue})
         if (due && (!next || *due < *next))
             next = due;
-    if (!next && holdsFile)
+    if (!next && holdsFile && m_ready)
         next = AskAt();
     return next;
 }
@@ -84,7 +89,7 @@ bool EngineLink::Hangs(bool holdsFile, TimePoint now) {
             return true;
         *due = now + kAskEvery;
     }
-    return holdsFile && now >= AskAt() && !Ask(now);
+    return m_ready && holdsFile && now >= AskAt() && !Ask(now);
 }
 
 void EngineLink::Postpone(Clock::duration time) {
@@ -107,6 +112,10 @@ bool EngineLink::Count(TimePoint now) {
 
 bool EngineLink::CountLine(TimePoint now) {
     return m_lines.Add(now, kLinesWithin, kMostLines);
+}
+
+bool EngineLink::CountCall(TimePoint now) {
+    return m_calls.Add(now, kCallsWithin, kMostCalls);
 }
 
 } // namespace kirolane::remote

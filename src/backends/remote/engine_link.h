@@ -26,10 +26,13 @@ public:
 
     /// It has started, and takes an assignment.
     [[nodiscard]] bool Ready() const { return m_ready; }
-    void TakeReady();
+    void TakeReady(TimePoint now);
     /// It has its players.
     [[nodiscard]] bool Assigned() const { return m_board.IsThere(); }
     void SetBoard(wire::Board board) { m_board = std::move(board); }
+
+    /// One more of its calls has been answered: false if there have been more than any engine needs.
+    bool CountCall(TimePoint now);
 
     /// It has told of its box, and handed over this, which may be nothing.
     void TakeBoxed(wire::Descriptor connects);
@@ -86,6 +89,7 @@ private:
     std::optional<TimePoint> m_lastPicture; ///< after which it has not been asked
     Flow m_messages;
     Flow m_lines;
+    Flow m_calls;
 };
 
 } // namespace kirolane::remote

@@ -71,7 +71,7 @@ bool Supervisor::Load(const Place& place, const std::string& nativePath) {
     const bool returned = place.group->Returns();
     seat.Empty();
     if (!TellReturned(*place.group, returned))
-        End(*place.group->link, "it takes no orders", Clock::now());
+        End(*place.group->link, kTakesNothing, Clock::now());
     const bool refused = m_refused == path;
     lock.unlock();
     if (medium == nullptr || refused)
@@ -86,7 +86,7 @@ bool Supervisor::Load(const Place& place, const std::string& nativePath) {
     const TimePoint now = Clock::now();
     if (place.group->Board() != nullptr && !place.group->SendLoad(seat, now)) {
         seat.loading = Seat::Loading::Wanted;
-        End(*place.group->link, "it takes no orders", now);
+        End(*place.group->link, kTakesNothing, now);
     }
     lock.unlock();
     Wake();
@@ -108,6 +108,8 @@ bool Supervisor::Load(const Place& place, const std::string& nativePath) {
     if (told && seat.answer > 0.0) {
         seat.medium = medium;
         seat.duration = seat.answer;
+        m_toTell.push_back(seat.frames); // its first picture came while it did not count yet
+        Wake();
         return true;
     }
     lock.unlock();
@@ -128,7 +130,7 @@ bool Supervisor::Fail(const Place& place, const std::string& path, const std::st
     order.rate = place.seat->rate;
     order.volume = place.seat->volume;
     if (!place.group->SendOrders({&order, 1}))
-        End(*place.group->link, "it takes no orders", Clock::now());
+        End(*place.group->link, kTakesNothing, Clock::now());
     return false;
 }
 

@@ -47,21 +47,22 @@ SoundDoor::SoundDoor(wire::Descriptor listener, pid_t engine, std::vector<std::s
         m_listener = std::move(listener);
 }
 
-void SoundDoor::AnswerOne() {
+bool SoundDoor::AnswerOne() {
     pollfd waiting{Get(), POLLIN, 0};
     if (poll(&waiting, 1, 0) <= 0)
-        return;
+        return false;
     if ((waiting.revents & POLLIN) == 0) {
         m_listener.Close();
-        return;
+        return false;
     }
     seccomp_notif call{};
     if (ioctl(Get(), SECCOMP_IOCTL_NOTIF_RECV, &call) != 0)
-        return; // the caller has gone
+        return false; // the caller has gone
     seccomp_notif_resp answer{};
     answer.id = call.id;
     answer.error = Connect(call);
     ioctl(Get(), SECCOMP_IOCTL_NOTIF_SEND, &answer);
+    return true;
 }
 
 int SoundDoor::Connect(const seccomp_notif& call) const {

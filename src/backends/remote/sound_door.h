@@ -23,8 +23,8 @@ public:
     [[nodiscard]] bool IsOpen() const { return m_listener.IsOpen(); }
     /// Readable while someone waits.
     [[nodiscard]] int Get() const { return m_listener.Get(); }
-    /// Answers one who waits, if there is one. Closes once nobody is left who could call.
-    void AnswerOne();
+    /// Answers one who waits; false if there is none. Closes once nobody is left who could call.
+    bool AnswerOne();
 
 private:
     /// What the call is to return: 0, or an error below 0.

@@ -30,6 +30,7 @@ constexpr std::chrono::milliseconds kAsleep{500};
 /// At most so many messages of one engine before the others are listened to.
 constexpr int kOneTurn = 64;
 
+const std::string kAgainstTheRules = "it does not keep to the rules";
 const std::string kIdleEnd = "engine: ended without a file";
 
 std::string Printable(std::string text) {
@@ -88,7 +89,8 @@ Place Supervisor::Add(std::string_view path) {
     place.seat->frames = std::make_shared<RemoteFrames>(
         [this, place] {
             const std::lock_guard locked(m_mutex);
-            place.group->SendSurface(*place.seat);
+            if (!place.group->SendSurface(*place.seat))
+                End(*place.group->link, kTakesNothing, Clock::now());
         },
         [this, place] {
             const std::lock_guard locked(m_mutex);
@@ -139,7 +141,7 @@ void Supervisor::Apply(std::span<const SeatOrder> orders) {
             list.push_back(order);
         }
         if (!list.empty() && !(group->SendOrders(list) && TellReturned(*group, returned)))
-            End(*group->link, "it takes no orders", Clock::now());
+            End(*group->link, kTakesNothing, Clock::now());
     }
     Wake(); // there may be something to be minded
 }
@@ -183,9 +185,11 @@ void Supervisor::Run() {
                 for (EngineLink* link : Links())
                     link->Postpone(late);
             for (EngineLink* link : Links()) {
-                if (SoundDoor* door = link->Door())
-                    door->AnswerOne();
-                Drain(*link, now);
+                SoundDoor* door = link->Door();
+                if (door != nullptr && door->AnswerOne() && !link->CountCall(now))
+                    End(*link, kAgainstTheRules, now);
+                else
+                    Drain(*link, now);
             }
             Reap(now);
             Tend(now);
@@ -280,7 +284,7 @@ void Supervisor::Drain(EngineLink& link, TimePoint now) {
             return;
         case wire::Received::Message:
             if (!link.Count(now) || !Take(link, packet, now)) {
-                End(link, "it does not keep to the rules", now);
+                End(link, kAgainstTheRules, now);
                 return;
             }
         }
@@ -299,7 +303,7 @@ bool Supervisor::Take(EngineLink& link, wire::Packet& packet, TimePoint now) {
     case wire::Kind::Ready:
         if (link.Ready())
             return false;
-        link.TakeReady();
+        link.TakeReady(now);
         return true;
     case wire::Kind::Boxed:
         if (link.Boxed() || !link.Assigned())
@@ -480,7 +484,7 @@ void Supervisor::Furnish(Group& group, TimePoint now) {
         group.link = std::move(m_spare);
     if (group.link != nullptr && group.link->Ready() && !group.link->Assigned() &&
         !group.Assign(m_options, now))
-        End(*group.link, "it takes no orders", now);
+        End(*group.link, kTakesNothing, now);
 }
 
 bool Supervisor::WantsEngine(TimePoint now) const {

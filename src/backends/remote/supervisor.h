@@ -49,6 +49,8 @@ public:
     [[nodiscard]] bool AtEnd(const Place& place) const;
 
 private:
+    static constexpr const char* kTakesNothing = "it takes no orders";
+
     /// An engine that has ended, or is about to.
     struct Corpse {
         EngineProcess process;

@@ -4,6 +4,7 @@
 #include "wire/surface.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <random>
 #include <string>
@@ -11,6 +12,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 using namespace kirolane::wire;
@@ -37,6 +39,25 @@ struct Unknown {
     char bytes[100] = {};
 };
 
+/// More than a message has.
+void SendTwoDescriptors() {
+    const int files[] = {kEngineDescriptor, kEngineDescriptor};
+    const Kind kind = Kind::Pong;
+    iovec part{const_cast<Kind*>(&kind), sizeof kind};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof files)] = {};
+    msghdr header{};
+    header.msg_iov = &part;
+    header.msg_iovlen = 1;
+    header.msg_control = control;
+    header.msg_controllen = sizeof control;
+    cmsghdr* first = CMSG_FIRSTHDR(&header);
+    first->cmsg_level = SOL_SOCKET;
+    first->cmsg_type = SCM_RIGHTS;
+    first->cmsg_len = CMSG_LEN(sizeof files);
+    std::memcpy(CMSG_DATA(first), files, sizeof files);
+    sendmsg(kEngineDescriptor, &header, MSG_NOSIGNAL);
+}
+
 /// As much of it as it can.
 void Flood(const std::string& act) {
     const int file = open("/dev/null", O_RDONLY);
@@ -45,6 +66,8 @@ void Flood(const std::string& act) {
             channel.Send(Changed{0});
         else if (act == "lines")
             channel.Send(Line{}, std::string(8000, 'x'));
+        else if (act == "pairs")
+            SendTwoDescriptors();
         else
             channel.Send(Pong{}, {}, file);
     }
@@ -83,7 +106,7 @@ int main() {
         channel.Send(Boxed{}, "a line", kEngineDescriptor);
     if (act == "empty")
         send(kEngineDescriptor, "", 0, 0);
-    if (act == "changes" || act == "lines" || act == "descriptors")
+    if (act == "changes" || act == "lines" || act == "descriptors" || act == "pairs")
         Flood(act);
     // Left is nonsense in all memory that the two share, under a load that has succeeded.
     channel.Send(Loaded{load->player, load->number, 5.0});
