@@ -12,7 +12,9 @@ function(package_of file variable)
 endfunction()
 
 set(type_face IPAPGothic)
-execute_process(COMMAND fc-match --format=%{family}|%{file} ${type_face} OUTPUT_VARIABLE match)
+# Not one of the user's own, which no package has.
+execute_process(COMMAND ${CMAKE_COMMAND} -E env HOME=/nonexistent XDG_DATA_HOME=/nonexistent
+                        fc-match --format=%{family}|%{file} ${type_face} OUTPUT_VARIABLE match)
 if(NOT match MATCHES "${type_face}.*\\|(.+)$")
   message(FATAL_ERROR "the type face ${type_face} is not installed: ${match}")
 endif()

@@ -7,18 +7,19 @@ cd "$1"
 shopt -s nullglob nocaseglob
 present=(*.mp4 *.mov *.m4v *.avi *.mpg *.wmv *.mp3 *.wav *.m4a *.aif *.mid)
 ((${#present[@]} == 0)) || exit 0
+work=$(mktemp -d .samples-XXXXXX) # all of them or none, should this be interrupted
+trap 'rm -rf "$work"' EXIT
 
 seconds=20
 size=640:360
 clock='drawtext=font=IPAGothic:fontsize=40:fontcolor=white:borderw=2:x=24:y=24:text=%{pts\\:hms}'
 
-# make NAME MUXER ARGUMENT...: a file appears under its name when it is whole.
+# make NAME MUXER ARGUMENT...
 make() {
     local name=$1 muxer=$2
     shift 2
     ffmpeg -nostdin -v error -y "$@" -t $seconds -fflags +bitexact -flags:v +bitexact -flags:a +bitexact \
-        -f "$muxer" "$name.part"
-    mv "$name.part" "$name"
+        -f "$muxer" "$work/$name"
     echo "$name"
 }
 
@@ -48,3 +49,5 @@ make サンプル３.m4v mp4 \
 
 make サンプル音１.wav wav -f lavfi -i "$(tone 440 2)" -c:a pcm_s16le
 make サンプル音２.mp3 mp3 -f lavfi -i "$(tone 523 1.5)" -c:a libmp3lame -b:a 96k
+
+mv "$work"/* .

@@ -11,6 +11,9 @@ fail() {
     exit 1
 }
 
+{ mkdir -p "$log_dir" 2>/dev/null && [[ -w build && -w $log_dir ]]; } ||
+    fail "build/ cannot be written here; does it belong to another user?"
+
 # Runs a command with its output in build/log/NAME.log.
 logged() {
     local name=$1
@@ -33,21 +36,26 @@ missing_packages() {
             sed -n 's/^installed //p' | sort -u)
 }
 
+# Whether these can be installed and nothing has to go for them.
+fits() {
+    [[ $(LC_ALL=C apt-get -s -q --no-remove --no-install-recommends install "$@" 2>&1) != *'remove is disabled'* ]]
+}
+
 # Those that can be installed beside what is there: PulseAudio, say, cannot where PipeWire is the desktop's sound server.
+# Only what a single command needs is left out.
 without_conflicts() {
-    local package refusal='remove is disabled'
-    local try=(env LC_ALL=C apt-get -s -q --no-remove --no-install-recommends install)
-    if ! "${try[@]}" "$@" 2>&1 | grep -q "$refusal"; then
-        printf '%s\n' "$@"
-        return
-    fi
-    for package; do
-        if "${try[@]}" "$package" 2>&1 | grep -q "$refusal"; then
+    local package others
+    if ! fits "$@"; then
+        for package in $(sed 's/#.*//' packaging/debian-packages.txt | awk 'NF == 2 { print $1 }' | sort -u); do
+            mapfile -t others < <(printf '%s\n' "$@" | grep -vxF "$package")
+            ((${#others[@]} < $#)) || continue
+            ((${#others[@]} == 0)) || fits "${others[@]}" || continue
             say "leaving out $package: other packages would have to go for it" >&2
-        else
-            printf '%s\n' "$package"
-        fi
-    done
+            set -- "${others[@]}"
+            break
+        done
+    fi
+    (($# == 0)) || printf '%s\n' "$@"
 }
 
 # install_packages [COMMAND], as listed_packages names them. Nothing is removed for them.
@@ -59,9 +67,16 @@ install_packages() {
     local missing as_root=()
     mapfile -t missing < <(missing_packages "$@")
     ((${#missing[@]})) || return 0
+    # libmpv-dev asks for libjack-dev: of the two that give it, the one whose library is here already.
+    if [[ " ${missing[*]} " == *" libmpv-dev "* &&
+        $(dpkg-query -W -f='${db:Status-Status}' libjack-jackd2-0 2>/dev/null) == installed* ]]; then
+        missing+=(libjack-jackd2-dev)
+    fi
+    mapfile -t missing < <(without_conflicts "${missing[@]}")
+    ((${#missing[@]})) || return 0
     if ((EUID != 0)); then
         as_root=(sudo)
-        command -v sudo >/dev/null && { [[ -t 0 && -t 1 ]] && sudo -v || sudo -n true 2>/dev/null; } ||
+        command -v sudo >/dev/null && { sudo -n true 2>/dev/null || { [[ -t 0 && -t 1 ]] && sudo -v; }; } ||
             fail "packages are missing; install them as root: apt-get install ${missing[*]}"
     fi
     say "installing packages that are missing"
@@ -69,11 +84,11 @@ install_packages() {
         apt-get -y -q --no-remove -o Acquire::Retries=3 -o DPkg::Lock::Timeout=300)
     local attempt
     for attempt in 1 2 3; do
-        mapfile -t missing < <(without_conflicts "${missing[@]}")
-        ((${#missing[@]})) || return 0
         # The package lists may be absent or older than the archive: fetched after a failure only.
         logged install "${apt[@]}" install --no-install-recommends "${missing[@]}" && return
         logged update "${apt[@]}" update || say "the package lists could not be fetched (attempt $attempt)"
+        mapfile -t missing < <(without_conflicts "${missing[@]}") # before there were lists nothing could be known
+        ((${#missing[@]})) || return 0
     done
     show_log install
     fail "not all packages could be installed: ${missing[*]}"
@@ -94,6 +109,11 @@ check_tools() {
 # a count. Sets binary_dir.
 build_targets() {
     binary_dir=build/$preset
+    local cache=$binary_dir/CMakeCache.txt
+    if [[ -e $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache"; then
+        say "$binary_dir is of another place: building anew"
+        rm -rf "$binary_dir"
+    fi
     if [[ ! -e $binary_dir/build.ninja ]]; then
         logged configure cmake --preset "$preset" || {
             show_log configure
