@@ -1,5 +1,6 @@
 // Files that cannot be played: one line that says why, and the players go on.
 
+#include "backends/mpv/duration_probe.h"
 #include "engine_test.h"
 #include "gates.h"
 #include "support/captured_stderr.h"
@@ -51,6 +52,15 @@ TEST_F(BadFiles, AFileThatGoesAwayWhileItPlaysStopsNothing) {
     EXPECT_TRUE(Reaches(Preview(), 3.3) && Reaches(Stage(), 1.0));
     ExpectRefused(path);
     ExpectPlays();
+}
+
+TEST(MeasureLengthTest, AGuessCutsNothingOffWhatBeginsWithItsCostlyPart) {
+    std::string cause;
+    const auto medium = wire::Medium::Open(ClipPath("calms_down.mpg"), cause);
+    ASSERT_NE(medium, nullptr) << cause;
+    for (const int limit :
+         {1, 2, 3, 4, 6, 8, 10, 15, 20, 30}) // milliseconds, of which some leave it half read
+        EXPECT_GT(mpv::MeasureLength(medium, 39.96, std::chrono::milliseconds(limit)).seconds, 39.9) << limit;
 }
 
 TEST_F(BadFiles, NamesOfAnyBytesOpen) {

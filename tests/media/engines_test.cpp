@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cmath>
 #include <csignal>
 #include <filesystem>
 #include <set>
@@ -216,6 +217,15 @@ TEST_F(EnginesTest, ThePictureOfAFileThatStandsIsToldOfOnceItCounts) {
     Stage().Frames()->SetListener([&] { told[1] = told[1] || Stage().Frames()->HasFrame(); });
     ASSERT_TRUE(LoadTwins(kClip)); // and no order to play it: there is no second one
     EXPECT_TRUE(WaitUntil([&] { return told[0] && told[1]; }, 3.0)) << told[0] << told[1];
+}
+
+TEST_F(EnginesTest, AClockThatJumpsOnTheWayIsNotTheEnd) {
+    PlayTwins(ClipPath("jump.mpg"));
+    EXPECT_NEAR(Preview().Duration(), 3.2, 0.3);
+    const auto began = std::chrono::steady_clock::now();
+    EXPECT_TRUE(WaitUntil([&] { return Preview().Position() >= std::floor(Preview().Duration()); }));
+    EXPECT_GT(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(2700));
+    EXPECT_TRUE(Preview().AtEnd());
 }
 
 TEST_F(EnginesTest, AnEngineThatEndsOrHangsWithoutAFileCostsTheNextFileNothing) {

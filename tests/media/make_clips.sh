@@ -80,6 +80,10 @@ run -i master.mkv -vf "select='lt(mod(n,10),6)'" -fps_mode vfr "${mp4[@]}" uneve
     -vf scale=8:8 -c:v mpeg4 -c:a aac tiny.mp4 -vf fps=120 "${mp4[@]}" fast.mp4 \
     -vf fps=24000/1001 "${mp4[@]}" film.mp4
 run -ss 1 -i whole.mp4 -c copy edited.mp4
+# Two recordings one behind the other, each with a clock of its own; one that begins with its costly part.
+for clock in 0 100; do run -t 1.6 -i master.mkv "${mpeg[@]}" -c:a mp2 -output_ts_offset $clock -f mpegts -; done >jump.mpg
+run -f lavfi -i "testsrc2=s=176x144:r=25:d=40,noise=alls=90:allf=t:enable='lt(t,8)'" \
+    -c:v mpeg2video -q:v 3 -g 15 -f mpegts calms_down.mpg
 # Bars that move from field to field: marked as interlaced, and not.
 fields="nullsrc=s=176x144:r=50:d=2,format=yuv420p,geq=lum='60+120*lt(mod(X+8*N,64),32)':cb=128:cr=128,\
 tinterlace=interleave_top,setfield"

@@ -32,18 +32,20 @@ bool KnowsLength(const std::string& format, double told) {
     return IsLength(told) && !guessed;
 }
 
-Length MeasureLength(const MediumPointer& medium, double told) {
-    const PacketScan scan = ScanPackets(medium, kMeasureLimit);
+Length MeasureLength(const MediumPointer& medium, double told, std::chrono::milliseconds limit) {
+    const PacketScan scan = ScanPackets(medium, limit);
     if (scan.headerSeconds > 0.0)
         return {scan.headerSeconds, true};
     if (scan.complete && IsLength(scan.seconds))
-        return {scan.seconds, true};
-    if (IsLength(scan.seconds) && scan.bytesRead > 0) {
-        const double whole = scan.seconds *
-                             static_cast<double>(std::max(medium->File().size, scan.bytesRead)) /
-                             static_cast<double>(scan.bytesRead);
-        const bool agrees = scan.hasTimeStamps && std::abs(told - whole) < whole * kAgrees;
-        return GuessLength(agrees ? told : whole);
+        return {scan.seconds, true, !scan.jumps};
+    const auto read = static_cast<double>(scan.bytesRead - scan.dataFrom);
+    if (IsLength(scan.seconds) && read > 0.0) {
+        const double whole =
+            scan.seconds * std::max(static_cast<double>(medium->File().size - scan.dataFrom) / read, 1.0);
+        if (!scan.hasTimeStamps || !IsLength(told))
+            return GuessLength(whole);
+        // A file may begin with its costly part: the longer of the two cuts nothing off.
+        return GuessLength(std::abs(told - whole) < whole * kAgrees ? told : std::max(told, whole));
     }
     return GuessLength(told);
 }

@@ -47,7 +47,7 @@ int MediaInput::Read(void* self, std::uint8_t* buffer, int size) {
         return AVERROR_EXIT;
     const auto count = input->m_medium->Read(buffer, static_cast<std::size_t>(size), input->m_position);
     input->m_position += std::max<std::int64_t>(count, 0);
-    return count > 0 ? static_cast<int>(count) : AVERROR_EOF;
+    return count > 0 ? static_cast<int>(count) : count == 0 ? AVERROR_EOF : AVERROR(EIO);
 }
 
 std::int64_t MediaInput::Seek(void* self, std::int64_t offset, int whence) {

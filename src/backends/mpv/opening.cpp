@@ -16,6 +16,9 @@ constexpr const char* kNoAnswer = "does not answer in time";
 /// ever.
 constexpr std::chrono::milliseconds kTakeOver{500};
 
+/// A load that has succeeded is answered at the latest so long after its deadline: nobody waits longer.
+constexpr std::chrono::milliseconds kLateAnswer{200};
+
 /// What the measuring of a length has on top of its own limit, on a busy machine.
 constexpr std::chrono::milliseconds kMeasureGrace{500};
 
@@ -152,7 +155,7 @@ bool Conductor::Load(Player& player, const LoadRequest& request) {
     if (m_measured.file != look.medium->File() || m_measured.length.seconds <= 0.0)
         m_measured = {look.medium->File(), Measured(look.medium, format, told)};
     lock.lock();
-    player.Opened(format, m_measured.length.seconds, m_measured.length.exact, Clock::now());
+    player.Opened(format, m_measured.length, Clock::now());
     lock.unlock();
     Wake();
     return true;
@@ -198,7 +201,9 @@ Length Conductor::Measured(const MediumPointer& medium, const std::string& forma
     if (KnowsLength(format, told))
         return {told, true};
     const auto work = [medium, told] { return MeasureLength(medium, told); };
-    const TimePoint deadline = std::max(*m_loadDeadline, Clock::now() + kMeasureLimit + kMeasureGrace);
+    const TimePoint deadline =
+        std::min(std::max(*m_loadDeadline, Clock::now() + kMeasureLimit + kMeasureGrace),
+                 *m_loadDeadline + kLateAnswer);
     return Await<Length>(work, deadline).value_or(GuessLength(told));
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kirolane::mpv {
@@ -25,6 +26,7 @@ struct Track {
     bool counts = false; ///< moving picture or sound
     double base = 0.0;   ///< seconds a tick
     bool begun = false;
+    bool jumps = false;
     double start = 0.0;
     double lastTime = 0.0;
     double lastDuration = 0.0;
@@ -37,8 +39,10 @@ struct Track {
             start = time;
         else if (const double step = time - lastTime; std::abs(step) < kReset)
             length += step;
-        else
+        else {
             length += lastDuration;
+            jumps = true;
+        }
         begun = true;
         lastTime = time;
         lastDuration = static_cast<double>(std::max<std::int64_t>(packet.duration, 0)) * base;
@@ -66,17 +70,23 @@ PacketScan ScanPackets(const MediumPointer& medium, std::chrono::milliseconds li
     for (unsigned i = 0; i < input->nb_streams; ++i) {
         const AVStream& stream = *input->streams[i];
         tracks[i].base = av_q2d(stream.time_base);
-        tracks[i].counts = stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO ||
+        tracks[i].counts = (stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
+                            (stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0) ||
                            stream.codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
     }
     const std::unique_ptr<AVPacket, FreePacket> packet(av_packet_alloc());
     int status = 0;
+    bool none = true; // has come that plays
     while (!file.Expired() && (status = av_read_frame(input, packet.get())) >= 0) {
-        if (static_cast<std::size_t>(packet->stream_index) < tracks.size())
-            tracks[static_cast<std::size_t>(packet->stream_index)].Add(*packet);
+        if (static_cast<std::size_t>(packet->stream_index) < tracks.size()) {
+            Track& track = tracks[static_cast<std::size_t>(packet->stream_index)];
+            if (track.counts && std::exchange(none, false))
+                scan.dataFrom = std::max<std::int64_t>(packet->pos, 0);
+            track.Add(*packet);
+        }
         av_packet_unref(packet.get());
     }
-    scan.complete = status < 0 && !file.Expired();
+    scan.complete = status < 0 && !file.Expired() && input->pb->error == 0;
     scan.bytesRead = avio_tell(input->pb);
 
     double begin = 0.0;
@@ -87,8 +97,10 @@ PacketScan ScanPackets(const MediumPointer& medium, std::chrono::milliseconds li
             any = true;
         }
     for (const Track& track : tracks)
-        if (track.counts && track.begun)
+        if (track.counts && track.begun) {
             scan.seconds = std::max(scan.seconds, track.start - begin + track.length + track.lastDuration);
+            scan.jumps = scan.jumps || track.jumps;
+        }
     return scan;
 }
 

@@ -13,6 +13,8 @@ struct PacketScan {
         0.0;              ///< that the file states itself and that can be; the packets are then not read
     double seconds = 0.0; ///< of the longest stream as far as read
     std::int64_t bytesRead = 0;
+    std::int64_t dataFrom = 0;  ///< where the first packet lies that plays: behind titles and covers
+    bool jumps = false;         ///< the clock of a stream is set anew on the way
     bool complete = false;      ///< read to the end
     bool hasTimeStamps = false; ///< of the container's own
 };

@@ -64,7 +64,7 @@ void Player::Release() {
 
 double Player::Duration() const {
     const std::lock_guard lock(m_conductor->Mutex());
-    return m_duration;
+    return m_length.seconds;
 }
 
 double Player::Position() const {
@@ -81,9 +81,16 @@ double Player::AimAt(TimePoint now) const {
         return *m_nextSeek;
     if (m_flight)
         return m_flight->target;
-    if (Rests() && !AtEndAt(now))
-        return std::clamp(RestAim(now), 0.0, m_duration);
-    return AtEndAt(now) ? m_duration : std::clamp(m_clock.Read(now), 0.0, m_duration);
+    if (AtEndAt(now))
+        return m_length.seconds;
+    return std::clamp(Rests() ? RestAim(now) : m_clock.Read(now), 0.0, LastBeforeEnd());
+}
+
+// Where the length is a guess, or the file's clock jumps, libmpv's word alone is the end. Whoever looks for
+// it in whole seconds must not find it before.
+double Player::LastBeforeEnd() const {
+    const bool known = (m_length.exact && m_length.even) || m_length.seconds < 1.0;
+    return known ? m_length.seconds : std::nextafter(std::floor(m_length.seconds), 0.0);
 }
 
 double Player::PictureAt(TimePoint now) const {
@@ -111,8 +118,11 @@ wire::Motion Player::GetMotion() const {
     motion.atEnd = AtEndAt(now) ? 1 : 0;
     const Player& mover = Rests() ? *static_cast<const Player*>(m_rest->lead) : *this;
     if (!mover.m_flight && !mover.m_nextSeek && motion.atEnd == 0 && mover.m_clock.Running()) {
+        const double left = LastBeforeEnd() - motion.position;
+        const auto passing = std::chrono::duration<double>(std::max(left, 0.0) / mover.m_told.rate);
         motion.rate = mover.m_told.rate;
-        motion.until = number(mover.m_clock.StandsFrom());
+        motion.until = number(
+            std::min(mover.m_clock.StandsFrom(), now + std::chrono::duration_cast<Clock::duration>(passing)));
     }
     return motion;
 }
@@ -130,8 +140,7 @@ bool Player::AtEndAt(TimePoint now) const {
 
 void Player::Reset() {
     m_demand = Demand::Asked;
-    m_duration = 0.0;
-    m_exact = false;
+    m_length = {};
     m_lastTry = false;
     m_found = {};
     m_wanted.running = false;
@@ -206,11 +215,10 @@ std::string Player::Filters() const {
     return kDeinterlacing + (m_header.turn.empty() ? "" : "," + m_header.turn);
 }
 
-void Player::Opened(const std::string& format, double duration, bool exact, TimePoint now) {
+void Player::Opened(const std::string& format, const Length& length, TimePoint now) {
     m_phase = Phase::Open;
     m_found.format = format;
-    m_duration = duration;
-    m_exact = exact;
+    m_length = length;
     if (m_flight)
         m_flight->limit = now + m_conductor->Options().seekLimit;
 }

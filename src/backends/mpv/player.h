@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/mpv/deck.h"
+#include "backends/mpv/duration_probe.h"
 #include "backends/mpv/media_file.h"
 #include "backends/mpv/mpv_media.h"
 #include "backends/mpv/picture_path.h"
@@ -81,8 +82,8 @@ public:
     }
     /// A picture or sound of the file has been decoded, which libmpv says once all that it plays is ready.
     [[nodiscard]] bool Decoded() const { return m_found.decoded; }
-    /// The load has succeeded. `exact`: an end well before that duration is a fault of the file.
-    void Opened(const std::string& format, double duration, bool exact, TimePoint now);
+    /// The load has succeeded.
+    void Opened(const std::string& format, const Length& length, TimePoint now);
     /// Empties the player.
     void Unload();
     /// Takes a new deck in place of one that does not answer, and gives that back. Empties the player.
@@ -121,6 +122,8 @@ public:
     }
     /// Where it stands, or is sent to, in seconds.
     [[nodiscard]] double AimAt(TimePoint now) const;
+    /// The furthest that is read, in seconds, until libmpv tells of the end.
+    [[nodiscard]] double LastBeforeEnd() const;
     /// Where a seek finds the picture that it shows; while it runs, its position.
     [[nodiscard]] double PictureAt(TimePoint now) const;
     [[nodiscard]] bool AtEndAt(TimePoint now) const;
@@ -244,8 +247,7 @@ private:
     bool m_midi = false; ///< which is the sound of a MIDI file
     MovieHeader m_header;
     Demand m_demand = Demand::Asked;
-    double m_duration = 0.0;
-    bool m_exact = false;
+    Length m_length;
 
     // The opening.
     int m_loadsUnderWay = 0; ///< commands that libmpv has not yet taken

@@ -289,7 +289,7 @@ void Player::TryOtherWay() {
 void Player::SetEof(bool eof, TimePoint now) {
     const bool wasAtEnd = AtEndAt(now);
     m_end.reached = eof;
-    if (wasAtEnd || !AtEndAt(now) || !m_exact || m_end.told)
+    if (wasAtEnd || !AtEndAt(now) || !m_length.exact || m_end.told)
         return;
     m_deck->Ask("track-list/count", MPV_FORMAT_INT64, Topic::TrackCount);
     m_deck->Ask("time-pos", MPV_FORMAT_DOUBLE, Topic::EndPosition);
@@ -297,10 +297,10 @@ void Player::SetEof(bool eof, TimePoint now) {
 
 void Player::TakeEndPosition(double reached, TimePoint now) {
     reached = std::max(reached, m_clock.Read(now));
-    if (!AtEndAt(now) || m_end.told || m_end.moreTracks || m_duration - reached < kEarly)
+    if (!AtEndAt(now) || m_end.told || m_end.moreTracks || m_length.seconds - reached < kEarly)
         return;
     char text[96];
-    std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_duration);
+    std::snprintf(text, sizeof text, "the data ends at %.1f s of %.1f s", reached, m_length.seconds);
     TellEnd(text);
 }
 

@@ -10,8 +10,10 @@ namespace kirolane::mpv {
 
 namespace {
 constexpr std::chrono::seconds kLook{1};
-/// For the same devices: a server may be there before the cards it plays on.
+/// For the same devices: a server may be there before the cards it plays on. Each try costs a picture, so the
+/// time doubles from one to the next.
 constexpr std::chrono::seconds kTryAgain{3};
+constexpr std::chrono::seconds kTrySeldom{60};
 
 bool Any(std::span<Player* const> players, Player::Hearing hearing) {
     return std::any_of(players.begin(), players.end(),
@@ -114,8 +116,10 @@ std::vector<Player*> SoundReturn::Advance(std::span<Player* const> players, Time
 }
 
 void SoundReturn::TakeSoundUp(std::span<Player* const> players, const SoundDevices& devices, TimePoint now) {
-    if (devices == m_triedWith && now < m_tried + kTryAgain)
+    const bool others = devices != m_triedWith;
+    if (!others && now < m_tried + m_tryAgain)
         return;
+    m_tryAgain = others ? kTryAgain : std::min(2 * m_tryAgain, kTrySeldom);
     m_triedWith = devices;
     m_tried = now;
     for (Player* player : players)

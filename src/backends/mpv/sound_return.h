@@ -61,6 +61,7 @@ private:
     std::optional<TimePoint> m_deadline;
     std::optional<SoundDevices> m_triedWith; ///< in vain, as far as is known
     TimePoint m_tried;
+    std::chrono::seconds m_tryAgain{}; ///< after that
 
     mutable std::mutex m_mutex;
     std::condition_variable m_asked;

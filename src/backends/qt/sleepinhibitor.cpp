@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QFile>
 
 #include <utility>
@@ -14,10 +15,13 @@ namespace kirolane::qt {
 
 namespace {
 
+QString Service() {
+    return QStringLiteral("org.freedesktop.ScreenSaver");
+}
+
 QDBusMessage Call(const QString& method) {
-    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.ScreenSaver"),
-                                          QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                          QStringLiteral("org.freedesktop.ScreenSaver"), method);
+    return QDBusMessage::createMethodCall(Service(), QStringLiteral("/org/freedesktop/ScreenSaver"),
+                                          Service(), method);
 }
 
 /// Asking for a bus where there is none would try to start one.
@@ -48,6 +52,7 @@ void SleepInhibitor::AskService(bool awake) {
             Release(*std::exchange(m_cookie, std::nullopt));
         return;
     }
+    FollowService();
     QDBusMessage inhibit = Call(QStringLiteral("Inhibit"));
     inhibit << QStringLiteral("Kirolane") << QStringLiteral("上映中");
     auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(inhibit), this);
@@ -60,6 +65,18 @@ void SleepInhibitor::AskService(bool awake) {
             m_cookie = reply.value();
         else
             Release(reply.value()); // the window went while the service thought
+    });
+}
+
+void SleepInhibitor::FollowService() {
+    if (m_service != nullptr)
+        return;
+    m_service = new QDBusServiceWatcher(Service(), QDBusConnection::sessionBus(),
+                                        QDBusServiceWatcher::WatchForRegistration, this);
+    connect(m_service, &QDBusServiceWatcher::serviceRegistered, this, [this] {
+        m_cookie.reset();
+        if (m_awake)
+            AskService(true);
     });
 }
 

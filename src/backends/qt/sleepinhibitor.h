@@ -4,6 +4,8 @@
 
 #include <optional>
 
+class QDBusServiceWatcher;
+
 namespace kirolane::qt {
 
 /// Keeps screen and screen saver awake while the audience has a window before it: through the desktop's
@@ -20,10 +22,13 @@ public:
 
 private:
     void AskService(bool awake);
+    /// The service comes later than we do, or begins anew in mid-show and knows nothing of us.
+    void FollowService();
     static void Release(uint cookie);
 
     bool m_awake = false;
-    std::optional<uint> m_cookie; ///< the service's name for our request
+    QDBusServiceWatcher* m_service = nullptr; ///< made at the first request
+    std::optional<uint> m_cookie;             ///< the service's name for our request
 };
 
 } // namespace kirolane::qt

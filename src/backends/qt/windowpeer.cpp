@@ -13,6 +13,8 @@
 #include <QTabBar>
 #include <QWindow>
 
+#include <utility>
+
 namespace kirolane::qt {
 
 QtWindowPeer::QtWindowPeer(Window& window, QtWindows& system)
@@ -143,7 +145,11 @@ void QtWindowPeer::KeyLeft(QKeyEvent& event) {
     case Qt::Key_Right:
     case Qt::Key_Up:
     case Qt::Key_Down:
+        if (std::exchange(m_handsKeyOn, true))
+            break; // what the list leaves comes back
+        event.accept();
         QCoreApplication::sendEvent(&list->Widget(), &event);
+        m_handsKeyOn = false;
         break;
     default:
         break;

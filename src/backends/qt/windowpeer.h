@@ -50,6 +50,7 @@ private:
     std::vector<std::unique_ptr<ControlPeer>> m_peers;
     std::unordered_map<const RectControl*, ControlPeer*> m_byControl;
     std::unique_ptr<Visibility> m_visibility;
+    bool m_handsKeyOn = false;            ///< to its list
     const RectControl* m_focus = nullptr; ///< the contract's, as last acted on
 };
 

@@ -68,8 +68,10 @@ void Seat::LookForReturn(const wire::Board* board, unsigned index) {
     wire::Motion motion;
     const std::uint32_t flags = board->Flags(index);
     const bool pictures = (flags & wire::kHasPicture) == 0 || (flags & wire::kHasFrame) != 0;
-    if (pictures && board->GetMotion(index, motion) && motion.order >= standsUntil)
+    if (pictures && board->GetMotion(index, motion) && motion.order >= standsUntil) {
         standing.reset();
+        returned = true;
+    }
 }
 
 wire::Motion Seat::Motion(const wire::Board* board, unsigned index) {

@@ -46,6 +46,7 @@ struct Seat {
         std::uint32_t flags = 0;
     };
     std::optional<Standing> standing;
+    bool returned = false; ///< that has just ended: its pictures may count again, and nobody has been told
     std::uint64_t standsUntil = 0; ///< number of the order after which the new engine tells; 0: not known yet
 
     /// Nothing of a file is left in it.

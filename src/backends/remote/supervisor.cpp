@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -94,7 +95,9 @@ Place Supervisor::Add(std::string_view path) {
         },
         [this, place] {
             const std::lock_guard locked(m_mutex);
-            return place.seat->Flags(place.group->Board(), place.index);
+            const std::uint32_t flags = place.seat->Flags(place.group->Board(), place.index);
+            TellReturn(*place.seat);
+            return flags;
         });
     place.group->SendSurface(*place.seat);
     return place;
@@ -159,15 +162,26 @@ double Supervisor::Duration(const Place& place) const {
 
 double Supervisor::Position(const Place& place, TimePoint at) const {
     const std::lock_guard lock(m_mutex);
-    return place.seat->Position(place.group->Board(), place.index, at);
+    const double position = place.seat->Position(place.group->Board(), place.index, at);
+    TellReturn(*place.seat);
+    return position;
 }
 
 bool Supervisor::AtEnd(const Place& place) const {
     const std::lock_guard lock(m_mutex);
-    return place.seat->AtEnd(place.group->Board(), place.index);
+    const bool atEnd = place.seat->AtEnd(place.group->Board(), place.index);
+    TellReturn(*place.seat);
+    return atEnd;
 }
 
-void Supervisor::Wake() {
+void Supervisor::TellReturn(Seat& seat) const {
+    if (!std::exchange(seat.returned, false))
+        return;
+    m_toTell.push_back(seat.frames);
+    Wake();
+}
+
+void Supervisor::Wake() const {
     eventfd_write(m_wake.Get(), 1);
 }
 

@@ -62,7 +62,7 @@ private:
     void Run();
     /// Waits for something to do. How much too late it has been woken, 0 for in time.
     Clock::duration Listen();
-    void Wake();
+    void Wake() const;
     /// Under the lock, as all below.
     void Tend(TimePoint now);
     [[nodiscard]] std::optional<TimePoint> NextDeadline() const;
@@ -89,6 +89,9 @@ private:
     /// False if its engine takes nothing more.
     static bool TellReturned(Group& group, bool returned);
 
+    /// What a reading has found is told.
+    void TellReturn(Seat& seat) const;
+
     // The loading, on the main thread.
     std::shared_ptr<const wire::Medium> Opened(const std::string& path, std::string& cause);
     bool Fail(const Place& place, const std::string& path, const std::string& cause);
@@ -105,8 +108,8 @@ private:
     std::vector<std::unique_ptr<Group>> m_groups;
     std::unique_ptr<EngineLink> m_spare;
     std::vector<Corpse> m_corpses;
-    std::vector<std::shared_ptr<RemoteFrames>> m_toTell; ///< that something of theirs has changed
-    std::deque<TimePoint> m_idleEnds;                    ///< of engines without a file
+    mutable std::vector<std::shared_ptr<RemoteFrames>> m_toTell; ///< that something of theirs has changed
+    std::deque<TimePoint> m_idleEnds;                            ///< of engines without a file
     std::optional<TimePoint> m_noStartBefore;
     std::string m_startFailure; ///< told last
     std::string m_missing;      ///< of a box; told last

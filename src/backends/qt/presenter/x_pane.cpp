@@ -81,7 +81,8 @@ void XPane::Turn(XLink& x) {
 
 void XPane::TellIfNeeded() {
     const State now{m_frames.HasFrame(), m_frames.HasPicture()};
-    if (std::exchange(m_told, now) != now || !m_mapped)
+    const bool misled = m_order.black == now.hasPicture; // by what was so for a moment
+    if (std::exchange(m_told, now) != now || !m_mapped || misled)
         m_tell();
 }
 
