@@ -21,9 +21,9 @@ constexpr int kMostMessages = 2000;
 constexpr int kMostLines = 20;
 constexpr std::chrono::seconds kLinesWithin{10};
 
-/// A server that has gone is looked for every three seconds, by a few paths, with each of two players.
-constexpr int kMostCalls = 200;
-constexpr std::chrono::seconds kCallsWithin{10};
+/// Each opening and each look for a server that has gone makes a few tens of them.
+constexpr int kMostCalls = 1000;
+constexpr std::chrono::seconds kCallsWithin{1};
 } // namespace
 
 EngineLink::EngineLink(EngineProcess process, wire::Channel channel, TimePoint now)
